@@ -1,0 +1,71 @@
+# One helper a kind of target. Each takes SOURCES and DEPENDS; what they share stands in mirn_configure.
+
+# Applies what every target of ours has: warnings, the include root, dependencies, precompiled headers.
+# PCH names the target that carries the precompiled header, or NONE.
+function(mirn_configure target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "PCH" "DEPENDS")
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+  target_link_libraries(${target} PUBLIC ${arg_DEPENDS} PRIVATE $<BUILD_INTERFACE:mirn_warnings>)
+  if(arg_PCH AND NOT arg_PCH STREQUAL "NONE")
+    target_precompile_headers(${target} REUSE_FROM ${arg_PCH})
+    add_dependencies(${target} ${arg_PCH})
+  endif()
+endfunction()
+
+# A layer of the module: a static library.
+function(mirn_layer name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS} Boost::headers Threads::Threads)
+endfunction()
+
+# A loadable module that shows the symbols of EXPORTS (a linker version script) and no others.
+function(mirn_module name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORTS" "SOURCES;DEPENDS")
+  add_library(${name} MODULE ${arg_SOURCES})
+  mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS})
+  set_target_properties(${name} PROPERTIES PREFIX "" LINK_DEPENDS ${arg_EXPORTS})
+  if(NOT WIN32)
+    target_link_options(${name} PRIVATE -Wl,--version-script=${arg_EXPORTS} -Wl,--no-undefined-version)
+  endif()
+endfunction()
+
+# A program.
+function(mirn_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  add_executable(${name} ${arg_SOURCES})
+  mirn_configure(${name} DEPENDS ${arg_DEPENDS} Threads::Threads)
+endfunction()
+
+# A test program: every TEST of it becomes a test of ctest. LABELS choose what a sanitizer preset runs
+# ("threads" for the tests that use threads); ENVIRONMENT holds NAME=value pairs.
+function(mirn_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "NO_MAIN" "TIMEOUT" "SOURCES;DEPENDS;LABELS;ENVIRONMENT")
+  add_executable(${name} ${arg_SOURCES})
+  mirn_configure(${name} PCH mirn_test_pch DEPENDS ${arg_DEPENDS} GTest::gmock Threads::Threads)
+  if(NOT arg_NO_MAIN)
+    target_link_libraries(${name} PRIVATE GTest::gmock_main)
+  endif()
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
+  set(properties TIMEOUT ${arg_TIMEOUT})
+  if(arg_LABELS)
+    list(APPEND properties LABELS "${arg_LABELS}")
+  endif()
+  if(arg_ENVIRONMENT)
+    list(APPEND properties ENVIRONMENT "${arg_ENVIRONMENT}")
+  endif()
+  if("threads" IN_LIST arg_LABELS)
+    add_dependencies(mirn_thread_tests ${name})
+  endif()
+  gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})
+endfunction()
+
+# A benchmark program.
+function(mirn_benchmark name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  add_executable(${name} ${arg_SOURCES})
+  mirn_configure(${name} DEPENDS ${arg_DEPENDS} benchmark::benchmark Threads::Threads)
+endfunction()

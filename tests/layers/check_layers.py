@@ -1,0 +1,98 @@
+#!/usr/bin/env python3
+"""Fails when a source file includes a header of a layer that its own layer may not know.
+
+usage: check_layers.py ROOT
+"""
+
+import fnmatch
+import pathlib
+import re
+import sys
+
+# One row a layer: its name, its files (the first row that matches a file is its layer), and the layers it may include
+# besides itself. A layer knows only rows above it.
+CONTRACT = ["contract"]
+MODEL = CONTRACT + ["common"]
+LAYERS = [
+    ("precompiled", ["src/pch.*"], []),
+    ("contract", ["src/ServiceObject.*", "src/http_method.h", "src/plugin_interface.h", "src/plugin_version.h",
+                  "src/service_exceptions.*", "src/text.*", "src/platform/assert_reporter*"], []),
+    ("framework", ["src/base_plugin.*", "src/framework_messages.h", "src/plugin_identity.*", "src/route_table.*"],
+     CONTRACT),
+    ("platform", ["src/platform/*"], CONTRACT),
+    ("logging", ["src/logging/*"], CONTRACT + ["platform"]),
+    ("validator", ["src/validator/*"], CONTRACT),
+    ("common", ["src/common/*"], CONTRACT),
+    ("closed library", ["src/library/VEXL2.h"], []),
+    ("library", ["src/library/*"], MODEL + ["closed library"]),
+    ("events", ["src/events/*"], MODEL + ["platform", "library"]),
+    ("session interfaces", ["src/mirn_exception.*", "src/mirn_session_actions.h", "src/mirn_session_reads.h"], MODEL),
+    ("session", ["src/mirn_session*", "src/mirn_snapshot.*", "src/plugin_log_line.*"],
+     MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
+    ("listeners", ["src/listeners/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
+    ("plug-in", ["src/mirn_plugin.*"],
+     MODEL + ["framework", "logging", "closed library", "library", "session interfaces", "session", "listeners"]),
+    ("exports", ["src/module*"], CONTRACT + ["framework", "plug-in"]),
+    ("simulator controls", ["simulator/vexl2_simulator.h"], ["closed library"]),
+    ("simulator", ["simulator/*"], ["closed library", "simulator controls"]),
+    ("host", ["host/*"], CONTRACT + ["simulator controls"]),
+    ("command line", ["cli/*"], CONTRACT),
+]
+
+FOLDERS = ["src", "simulator", "host", "cli"]
+SOURCES = {".h", ".hpp", ".c", ".cpp"}
+INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
+
+
+def layer_of(path):
+    """The row of a file, given by its path below the root; None for a file of no layer."""
+    for row in LAYERS:
+        if any(fnmatch.fnmatchcase(path, pattern) for pattern in row[1]):
+            return row
+    return None
+
+
+def resolve(root, source, name):
+    """The file of ours that `source` means by `name`, as a path below the root; None for any other header."""
+    for folder in [source.parent, root, *(root / folder for folder in FOLDERS)]:
+        target = (folder / name).resolve()
+        if target.is_file() and root in target.parents:
+            return target.relative_to(root).as_posix()
+    return None
+
+
+def faults_of(root, source):
+    path = source.relative_to(root).as_posix()
+    layer = layer_of(path)
+    if layer is None:
+        yield f"{path}: belongs to no layer; give it a row in check_layers.py"
+        return
+    name, _, allowed = layer
+    for include in INCLUDE.findall(source.read_text(encoding="utf-8")):
+        target = resolve(root, source, include)
+        known = layer_of(target) if target else None
+        if known and known[0] != name and known[0] not in allowed:
+            yield f"{path}: includes {target}, and {name} may not know {known[0]}"
+
+
+def check(root):
+    """All faults below `root`, and the number of files read."""
+    root = pathlib.Path(root).resolve()
+    sources = [path for folder in FOLDERS for path in sorted((root / folder).rglob("*")) if path.suffix in SOURCES]
+    return [fault for source in sources for fault in faults_of(root, source)], len(sources)
+
+
+def main(arguments):
+    if len(arguments) != 1:
+        print(__doc__.strip(), file=sys.stderr)
+        return 2
+    faults, count = check(arguments[0])
+    for fault in faults:
+        print(fault)
+    if count == 0:
+        print("no source files found")
+    return 1 if faults or count == 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

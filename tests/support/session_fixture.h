@@ -1,0 +1,79 @@
+#ifndef MIRN_TESTS_SUPPORT_SESSION_FIXTURE_H
+#define MIRN_TESTS_SUPPORT_SESSION_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "mirn_session.h"
+#include "scripted_library/scripted_library.h"
+#include "support/failure_of.h"
+#include "support/log_lines.h"
+#include "support/new_events.h"
+#include "support/settings_file.h"
+
+/// A session whose patience with its own lock a test can end.
+class ImpatientSession : public MirnSession {
+ public:
+  /// Once `start` is done, which sets the limit to 30 seconds. Ahead of it the limit is 0.
+  void waitNoLongerThan(std::int64_t seconds) { m_lockTimeout = seconds; }
+  std::int64_t longestWait() const { return m_lockTimeout; }
+};
+
+/// Runs `use` on another thread, to its end: what it does while this thread is inside the session is done
+/// beside it.
+template <class Use>
+void onAnotherThread(Use use) {
+  std::thread(use).join();
+}
+
+/// The object of the picture that the library knows by this handle.
+template <class Object>
+Object withHandle(const std::vector<Object>& objects, VEX_HANDLE handle) {
+  const auto found = std::find_if(objects.begin(), objects.end(),
+                                  [handle](const Object& object) { return object.handle() == handle; });
+  if (found == objects.end()) throw std::out_of_range("no object with handle " + std::to_string(handle));
+  return *found;
+}
+
+/// A session over a fresh scripted library, with settings of its own, and its log lines and events at hand.
+/// It isn't started: then nothing runs but what the test runs, and no lock is waited for.
+class SessionTest : public testing::Test {
+ protected:
+  using Texts = std::vector<std::string>;
+  using Change = std::function<void(ScriptedMachine&)>;
+
+  void TearDown() override {
+    m_library.events().release();
+    m_session.stop();
+  }
+
+  /// The session knows the machine, changed so. No trace of that is left in the records.
+  void givenPicture(const Change& change = nullptr) {
+    if (change) m_library.change(change);
+    m_session.refresh(false);
+    m_library.clearCalls();
+    m_log.take();
+    m_events.take();
+  }
+
+  Volume volume(VEX_HANDLE handle) { return withHandle(m_session.getVolumes(), handle); }
+  EndDevice device(VEX_HANDLE handle) { return withHandle(m_session.getEndDevices(), handle); }
+  Array array(VEX_HANDLE handle) { return withHandle(m_session.getArrays(), handle); }
+  Port port(VEX_HANDLE handle) { return withHandle(m_session.getPorts(), handle); }
+  Controller controller(VEX_HANDLE handle) { return withHandle(m_session.getControllers(), handle); }
+
+  ScriptedLibrary& m_library = ScriptedLibrary::fresh();
+  SettingsFile m_settings{
+      "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"};
+  LogLines m_log;
+  NewEvents m_events;
+  ImpatientSession m_session;
+};
+
+#endif

@@ -1,0 +1,35 @@
+#ifndef MIRN_TESTS_SUPPORT_TIME_ZONE_H
+#define MIRN_TESTS_SUPPORT_TIME_ZONE_H
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+
+/// While it lives, the machine stands in this time zone, given in the form of the variable TZ.
+class TimeZone {
+ public:
+  explicit TimeZone(const char* zone) {
+    if (const char* before = std::getenv("TZ")) {
+      m_wasSet = true;
+      m_before = before;
+    }
+    ::setenv("TZ", zone, 1);
+    ::tzset();
+  }
+  TimeZone(const TimeZone&) = delete;
+  TimeZone& operator=(const TimeZone&) = delete;
+  ~TimeZone() {
+    if (m_wasSet) {
+      ::setenv("TZ", m_before.c_str(), 1);
+    } else {
+      ::unsetenv("TZ");
+    }
+    ::tzset();
+  }
+
+ private:
+  bool m_wasSet = false;
+  std::string m_before;
+};
+
+#endif

@@ -1,0 +1,10 @@
+#include "plugin_identity.h"
+
+#include "plugin_version.h"
+
+const std::wstring kPluginName = L"Ordan Mirn plugin";
+const std::wstring kPluginShortName = L"Mirn plugin";
+const std::wstring kPluginCode = L"mirn";
+const std::wstring kPluginApiVersion = L"v1";
+const PluginVersion kPluginVersion = {MIRN_VERSION_MAJOR, MIRN_VERSION_MINOR, MIRN_VERSION_PATCH,
+                                      MIRN_VERSION_BUILD};

@@ -1,0 +1,57 @@
+#ifndef MIRN_COMMON_BUILDER_H
+#define MIRN_COMMON_BUILDER_H
+
+#include <bitset>
+#include <cstddef>
+#include <utility>
+
+#include "platform/assert_reporter.h"
+
+/// What a build step says that fails by exception.
+constexpr char kNotFullyInitialized[] = "Not fully initialized";
+
+/// The one mechanism behind every builder of the model: one flag a field, in the order of the fields, and an
+/// instance under construction. A builder derives from it, has one setter a field and one build step, and
+/// hands out no object with a forgotten field. Setting a field twice is harmless. Builders live on one stack
+/// frame.
+///
+///     class Disk::Builder : public ModelBuilder<Disk::Builder, Disk, 2> {
+///      public:
+///       Builder() : ModelBuilder(Disk()) {}
+///       Builder& id(std::wstring value) { return set<0>(m_object.m_id, std::move(value)); }
+///       Builder& size(std::uint64_t value) { return set<1>(m_object.m_size, value); }
+///       Disk build() const { return builtOrAssert("src\\common\\disk", __LINE__); }
+///     };
+template <class Derived, class Object, std::size_t kFlagCount>
+class ModelBuilder {
+ protected:
+  explicit ModelBuilder(Object object) : m_object(std::move(object)) {}
+
+  /// Stores the value, notes that the field has one, and lets calls chain.
+  template <std::size_t kFlag, class Field>
+  Derived& set(Field& field, Field value) {
+    static_assert(kFlag < kFlagCount, "the class has no such flag");
+    m_flags.set(kFlag);
+    field = std::move(value);
+    return static_cast<Derived&>(*this);
+  }
+
+  /// A copy of the object. A forgotten field stops the process; where assertions are off, the object comes as
+  /// it is.
+  Object builtOrAssert([[maybe_unused]] const char* path, [[maybe_unused]] unsigned line) const {
+    MIRN_ASSERT_AT(m_flags.count() == m_flags.size(), "m_flags.count() == m_flags.size()", path, line);
+    return m_object;
+  }
+
+  /// A copy of the object. A forgotten field raises `Exception`.
+  template <class Exception>
+  Object builtOrThrow() const {
+    if (m_flags.count() != m_flags.size()) throw Exception(kNotFullyInitialized);
+    return m_object;
+  }
+
+  std::bitset<kFlagCount> m_flags;
+  Object m_object;
+};
+
+#endif

@@ -1,0 +1,28 @@
+#include "common/published_form.h"
+
+#include <cstddef>
+
+PublishedForm& PublishedForm::text(const wchar_t* key, std::wstring value) {
+  m_object.member(key) = std::move(value);
+  return *this;
+}
+
+PublishedForm& PublishedForm::number(const wchar_t* key, std::uint64_t value) {
+  m_object.member(key) = value;
+  return *this;
+}
+
+PublishedForm& PublishedForm::size(const wchar_t* key, std::uint64_t value) {
+  return text(key, std::to_wstring(value));
+}
+
+PublishedForm& PublishedForm::texts(const wchar_t* key, const std::vector<std::wstring>& values) {
+  ServiceObject list = ServiceObject::array();
+  for (std::size_t i = 0; i < values.size(); ++i) list.at(i) = values[i];
+  return part(key, std::move(list));
+}
+
+PublishedForm& PublishedForm::part(const wchar_t* key, ServiceObject value) {
+  m_object.member(key).swap(value);
+  return *this;
+}

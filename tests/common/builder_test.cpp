@@ -1,0 +1,146 @@
+#include "common/builder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+
+#include "support/model_samples.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+template <class Model>
+typename Model::Builder allBut(std::size_t left) {
+  typename Model::Builder builder;
+  const auto all = setters<Model>();
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (i != left) all[i](builder);
+  }
+  return builder;
+}
+
+/// The file that an assertion names, and the number of flags.
+template <class Model>
+constexpr const char* kSource = nullptr;
+template <class Model>
+constexpr std::size_t kFlags = 0;
+
+template <>
+constexpr const char* kSource<Array> = "array";
+template <>
+constexpr std::size_t kFlags<Array> = 9;
+
+template <>
+constexpr const char* kSource<Controller> = "controller_builder";
+template <>
+constexpr std::size_t kFlags<Controller> = 18;
+
+template <>
+constexpr const char* kSource<Controller::Functions> = "controller_functions";
+template <>
+constexpr std::size_t kFlags<Controller::Functions> = 11;
+
+template <>
+constexpr const char* kSource<EndDevice> = "enddevice";
+template <>
+constexpr std::size_t kFlags<EndDevice> = 19;
+
+template <>
+constexpr const char* kSource<Port> = "port";
+template <>
+constexpr std::size_t kFlags<Port> = 7;
+
+template <>
+constexpr const char* kSource<Raid> = "raid";
+template <>
+constexpr std::size_t kFlags<Raid> = 11;
+
+template <>
+constexpr const char* kSource<RaidLevelSupport> = "raidlevelsupport";
+template <>
+constexpr std::size_t kFlags<RaidLevelSupport> = 10;
+
+template <>
+constexpr const char* kSource<Version> = "version";
+template <>
+constexpr std::size_t kFlags<Version> = 6;
+
+template <>
+constexpr const char* kSource<Volume> = "volume";
+template <>
+constexpr std::size_t kFlags<Volume> = 19;
+
+struct BySource {
+  template <class Model>
+  static std::string GetName(int) {  // NOLINT(readability-identifier-naming): the framework's name
+    return kSource<Model>;
+  }
+};
+
+template <class Model>
+class AssertingBuilderDeathTest : public testing::Test {};
+
+using AssertingModels = testing::Types<Array, Controller, EndDevice, Port, Raid, RaidLevelSupport, Version>;
+TYPED_TEST_SUITE(AssertingBuilderDeathTest, AssertingModels, BySource);
+
+TYPED_TEST(AssertingBuilderDeathTest, StopsTheProcessForAnyForgottenField) {
+  const std::string source = std::string("src\\common\\") + kSource<TypeParam> + ":";
+  ASSERT_EQ(setters<TypeParam>().size(), kFlags<TypeParam>);
+  for (std::size_t left = 0; left < kFlags<TypeParam>; ++left) {
+    const auto builder = allBut<TypeParam>(left);
+    EXPECT_DEATH(builder.build(), AllOf(HasSubstr(source), HasSubstr("`m_flags.count() == m_flags.size()'")))
+        << "without field " << left;
+  }
+}
+
+TYPED_TEST(AssertingBuilderDeathTest, BuildsWhenEveryFieldIsSetOnceOrTwice) {
+  auto builder = complete<TypeParam>();
+  for (const auto& set : setters<TypeParam>()) set(builder);
+  builder.build();
+  SUCCEED();
+}
+
+template <class Model>
+class ThrowingBuilder : public testing::Test {};
+
+using ThrowingModels = testing::Types<Volume, Controller::Functions>;
+TYPED_TEST_SUITE(ThrowingBuilder, ThrowingModels, BySource);
+
+TYPED_TEST(ThrowingBuilder, RaisesItsExceptionForAnyForgottenField) {
+  ASSERT_EQ(setters<TypeParam>().size(), kFlags<TypeParam>);
+  for (std::size_t left = 0; left < kFlags<TypeParam>; ++left) {
+    try {
+      allBut<TypeParam>(left).build();
+      FAIL() << "built without field " << left;
+    } catch (const typename TypeParam::InitializationException& error) {
+      const std::invalid_argument& asInvalidArgument = error;
+      EXPECT_STREQ(asInvalidArgument.what(), "Not fully initialized");
+    }
+  }
+}
+
+TYPED_TEST(ThrowingBuilder, BuildsWhenEveryFieldIsSetOnceOrTwice) {
+  auto builder = complete<TypeParam>();
+  for (const auto& set : setters<TypeParam>()) set(builder);
+  EXPECT_NO_THROW(builder.build());
+}
+
+TEST(VolumeBuilder, WithEighteenOfNineteenFlagsSaysSo) {
+  ASSERT_EQ(setters<Volume>().size(), 19U);
+  EXPECT_THROW(allBut<Volume>(18).build(), Volume::InitializationException);
+}
+
+TEST(Builder, GivesACopyAndStaysUsable) {
+  auto builder = complete<Array>();
+  const Array first = builder.build();
+  const Array second = builder.name(L"Other").build();
+  EXPECT_EQ(first.name(), L"Array_0");
+  EXPECT_EQ(second.name(), L"Other");
+  EXPECT_EQ(second.id(), first.id());
+}
+
+}  // namespace

@@ -1,0 +1,64 @@
+#ifndef MIRN_LIBRARY_VEX_CONVERTER_H
+#define MIRN_LIBRARY_VEX_CONVERTER_H
+
+#include <boost/optional.hpp>
+#include <cstdint>
+#include <vector>
+
+#include "common/array.h"
+#include "common/controller.h"
+#include "common/enddevice.h"
+#include "common/non_copyable.h"
+#include "common/port.h"
+#include "common/raid.h"
+#include "common/raidlevelsupport.h"
+#include "common/version.h"
+#include "common/volume.h"
+#include "library/VEXL2.h"
+
+/// Turns library records into model objects. Has no state and calls no library, so it is safe from any
+/// thread.
+///
+/// Related objects keep their handles; the ids that belong to them are empty until the session fills them in.
+/// Text that is not UTF-8 raises `std::range_error`.
+class IVexConverter {
+ public:
+  virtual ~IVexConverter() = default;
+
+  /// Of `phys`, the first that names the device gives the phy handle and the link speed. The list may hold
+  /// others.
+  virtual EndDevice toEndDevice(const VEX_END_DEVICE_INFO& record,
+                                const std::vector<VEX_PHY_INFO>& phys) const = 0;
+  /// `level` is the library's code of the level that the record tells of.
+  virtual RaidLevelSupport toRaidLevelSupport(const VEX_RAID_LEVEL_INFO& record,
+                                              std::uint32_t level) const = 0;
+  virtual Raid toRaid(const VEX_RAID_INFO& record) const = 0;
+  virtual Port toPort(const VEX_PORT_INFO& record) const = 0;
+  /// The RAID record is not read: the handle is the link.
+  virtual Controller toController(const VEX_CONTROLLER_INFO& record, std::uint64_t availableDisks,
+                                  std::uint64_t availableDevices,
+                                  const boost::optional<VEX_RAID_INFO>& raid) const = 0;
+  virtual Volume toVolume(const VEX_VOLUME_INFO& record) const = 0;
+  virtual Array toArray(const VEX_ARRAY_INFO& record) const = 0;
+  virtual Version toVersion(const VEX_SYSTEM_INFO& record) const = 0;
+};
+
+class VexConverter : public IVexConverter, private NonCopyable {
+ public:
+  EndDevice toEndDevice(const VEX_END_DEVICE_INFO& record,
+                        const std::vector<VEX_PHY_INFO>& phys) const override;
+  RaidLevelSupport toRaidLevelSupport(const VEX_RAID_LEVEL_INFO& record, std::uint32_t level) const override;
+  Raid toRaid(const VEX_RAID_INFO& record) const override;
+  Port toPort(const VEX_PORT_INFO& record) const override;
+  Controller toController(const VEX_CONTROLLER_INFO& record, std::uint64_t availableDisks,
+                          std::uint64_t availableDevices,
+                          const boost::optional<VEX_RAID_INFO>& raid) const override;
+  Volume toVolume(const VEX_VOLUME_INFO& record) const override;
+  Array toArray(const VEX_ARRAY_INFO& record) const override;
+  Version toVersion(const VEX_SYSTEM_INFO& record) const override;
+
+  virtual Controller::Functions toFunctions(const VEX_CONTROLLER_INFO& record) const;
+  virtual EndDevice::Disk toDisk(const VEX_END_DEVICE_INFO& record) const;
+};
+
+#endif

@@ -1,0 +1,9 @@
+#include "library/vex_exception.h"
+
+#include "library/status_text.h"
+
+VexException::VexException(VEX_STATUS failure) : std::runtime_error(statusToText(failure)), status(failure) {}
+
+void raiseUnlessSuccess(VEX_STATUS status) {
+  if (status != VEX_STATUS_SUCCESS) throw VexException(status);
+}

@@ -1,0 +1,85 @@
+#include <algorithm>
+
+#include "mirn_session.h"
+
+namespace {
+
+/// What one object says of the whole; the worst word counts, and FAILED ends the search.
+ServiceState verdictOf(const Volume& volume) {
+  switch (volume.state()) {
+    case VolumeState::FAILED:
+    case VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK:
+      return ServiceState::FAILED;
+    case VolumeState::UNKNOWN:
+    case VolumeState::DEGRADED:
+      return ServiceState::WARNING;
+    default:
+      return ServiceState::NORMAL;
+  }
+}
+
+/// An offline disk of an array counts as healthy here, and a failed one is a warning: its volume has the say.
+ServiceState verdictOf(const EndDevice& device) {
+  if (device.deviceType() != DeviceType::DISK) return ServiceState::NORMAL;
+  const DiskUsage usage = device.disk().usage;
+  switch (device.disk().state) {
+    case DiskState::UNKNOWN:
+    case DiskState::LOCKED:
+      return ServiceState::NORMAL;
+    case DiskState::OFFLINE:
+    case DiskState::NORMAL:
+      return usage == DiskUsage::UNKNOWN ? ServiceState::WARNING : ServiceState::NORMAL;
+    case DiskState::FAILED:
+      return usage == DiskUsage::UNKNOWN || usage == DiskUsage::PASS_THROUGH ? ServiceState::FAILED
+                                                                             : ServiceState::WARNING;
+    default:
+      return ServiceState::WARNING;
+  }
+}
+
+/// Adds the objects' verdicts to `state`.
+template <class Object>
+ServiceState judged(ServiceState state, const std::vector<Object>& objects) {
+  for (const Object& object : objects) {
+    const ServiceState verdict = verdictOf(object);
+    if (verdict == ServiceState::FAILED) return verdict;
+    if (verdict == ServiceState::WARNING) state = verdict;
+  }
+  return state;
+}
+
+bool isInProgress(const Volume& volume) {
+  switch (volume.state()) {
+    // The second state that reads "REBUILDING" is no operation of its own.
+    case VolumeState::REBUILDING:
+    case VolumeState::INITIALIZING:
+    case VolumeState::VERIFYING:
+    case VolumeState::VERIFYING_AND_FIXING:
+    case VolumeState::GENERAL_MIGRATION:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+std::wstring MirnSession::getServiceState() {
+  std::vector<Volume> volumes;
+  std::vector<EndDevice> devices;
+  {
+    const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
+    volumes = m_snapshot.volumes;
+    devices = m_snapshot.endDevices;
+  }
+  const ServiceState ofVolumes = judged(ServiceState::NORMAL, volumes);
+  return toText(ofVolumes == ServiceState::FAILED ? ofVolumes : judged(ofVolumes, devices));
+}
+
+std::vector<Volume> MirnSession::getVolumesInProgress() {
+  std::vector<Volume> volumes = getVolumes();
+  volumes.erase(std::remove_if(volumes.begin(), volumes.end(),
+                               [](const Volume& volume) { return !isInProgress(volume); }),
+                volumes.end());
+  return volumes;
+}

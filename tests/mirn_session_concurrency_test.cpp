@@ -1,0 +1,220 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <boost/thread/latch.hpp>
+
+#include "support/action_cases.h"
+#include "support/by_name.h"
+#include "support/model_samples.h"
+#include "support/session_fixture.h"
+
+namespace {
+
+using namespace small_machine;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// What runs beside an action or a refresh runs from a hook in the middle of a library call, on a thread of
+/// its own, and is over before that call goes on.
+class SessionConcurrency : public SessionTest {
+ protected:
+  /// Runs `use` on another thread in the middle of the next call of an operation.
+  template <class Use>
+  void during(const std::string& operation, Use use) {
+    m_library.before(onCall(operation), [use](const ScriptedCall&) { onAnotherThread(use); });
+  }
+
+  void setData(std::uint32_t state) {
+    m_library.change([state](ScriptedMachine& machine) { machine.volumes.at(kDataVolume).state = state; });
+  }
+
+  VolumeState stateOfData() { return volume(kDataVolume).state(); }
+
+  /// Reads what a lock guards.
+  std::vector<Failure> failuresOfAllReads() {
+    const std::wstring sata = m_sataId;
+    const std::wstring raid = m_raidId;
+    return {
+        failureOf([&] { m_session.getRaids(); }),
+        failureOf([&] { m_session.getRaidLevels(raid); }),
+        failureOf([&] { m_session.getRaidLevel(raid, RaidLevel::RAID_5); }),
+        failureOf([&] { m_session.getControllers(); }),
+        failureOf([&] { m_session.getControllerArrays(sata); }),
+        failureOf([&] { m_session.getControllerPorts(sata); }),
+        failureOf([&] { m_session.getControllerVolumes(sata); }),
+        failureOf([&] { m_session.getArrays(); }),
+        failureOf([&] { m_session.getEndDevices(); }),
+        failureOf([&] { m_session.getPorts(); }),
+        failureOf([&] { m_session.getVolumes(); }),
+        failureOf([&] { m_session.getVersion(); }),
+        failureOf([&] { m_session.getServiceState(); }),
+        failureOf([&] { m_session.getVolumesInProgress(); }),
+    };
+  }
+
+  void SetUp() override {
+    givenPicture();
+    m_sataId = controller(kSata).id();
+    m_raidId = withHandle(m_session.getRaids(), kSataRaid).id();
+  }
+
+ private:
+  std::wstring m_sataId;
+  std::wstring m_raidId;
+};
+
+// Reads
+
+TEST_F(SessionConcurrency, ReadsGoOnWithTheOldPictureDuringTheLibraryCallOfAnAction) {
+  during("VexRescan", [this] {
+    setData(VEX_VOLUME_STATE_DEGRADED);
+    EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
+    EXPECT_EQ(stateOfData(), VolumeState::NORMAL);
+  });
+  m_session.rescan();
+  EXPECT_EQ(stateOfData(), VolumeState::DEGRADED);
+}
+
+TEST_F(SessionConcurrency, ReadsTimeOutWhileAnActionRenewsThePicture) {
+  during("VexSessionOpen", [this] { EXPECT_THAT(failuresOfAllReads(), Each(kLockTimeout)); });
+  m_session.rescan();
+  EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
+}
+
+TEST_F(SessionConcurrency, TheLocateTimeoutNeedsNoLock) {
+  during("VexSessionOpen", [this] {
+    EXPECT_EQ(m_session.getLocateTimeout(), 12);
+    EXPECT_TRUE(m_session.setLocateTimeout(60));
+  });
+  m_session.rescan();
+}
+
+TEST_F(SessionConcurrency, ReadsGoOnWithTheOldPictureWhileARefreshTakesTheNewOne) {
+  setData(VEX_VOLUME_STATE_DEGRADED);
+  during("VexSessionClose", [this] {
+    EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
+    EXPECT_EQ(stateOfData(), VolumeState::NORMAL);
+  });
+  m_session.refresh(false);
+  EXPECT_EQ(stateOfData(), VolumeState::DEGRADED);
+}
+
+TEST_F(SessionConcurrency, ReadersSeeOnePictureOrTheOther) {
+  constexpr int kReaders = 3;
+  m_session.start();
+  m_library.recordCalls(false);
+  std::atomic<bool> reading{true};
+  boost::latch allReading(kReaders);
+  std::vector<std::thread> readers;
+  readers.reserve(kReaders);
+  for (int i = 0; i < kReaders; ++i) {
+    readers.emplace_back([&] {
+      for (bool first = true; reading; first = false) {
+        const auto volumes = m_session.getVolumes();
+        EXPECT_EQ(volumes.at(0).state(), volumes.at(1).state());
+        if (first) allReading.count_down();
+      }
+    });
+  }
+  allReading.wait();
+  for (int exchange = 0; exchange < 20; ++exchange) {
+    for (const std::uint32_t state : {VEX_VOLUME_STATE_DEGRADED, VEX_VOLUME_STATE_NORMAL}) {
+      m_library.change([state](ScriptedMachine& machine) {
+        machine.volumes.at(kSystemVolume).state = state;
+        machine.volumes.at(kDataVolume).state = state;
+      });
+      m_session.refresh(false);
+    }
+  }
+  reading = false;
+  for (std::thread& reader : readers) reader.join();
+  EXPECT_EQ(m_events.take().size(), 80u) << "every exchange was recorded";
+}
+
+// Actions
+
+TEST_F(SessionConcurrency, AnActionTimesOutWhileARefreshTakesAPicture) {
+  during("VexSessionOpen", [this] { EXPECT_EQ(failureOf([this] { m_session.rescan(); }), kLockTimeout); });
+  m_session.refresh(false);
+  EXPECT_THAT(m_library.actionTexts(), IsEmpty());
+}
+
+class EveryConcurrentAction : public SessionConcurrency, public testing::WithParamInterface<ActionCase> {};
+
+TEST_P(EveryConcurrentAction, TimesOutBesideAnotherWithoutALibraryCall) {
+  during("VexDiskAssignStoragePool",
+         [this] { EXPECT_EQ(failureOf([this] { GetParam().run(m_session); }), kLockTimeout); });
+  m_session.assignStoragePool(kFree2, 1);
+  EXPECT_THAT(m_library.actionTexts(), ElementsAre("VexDiskAssignStoragePool(24, 1)"));
+  EXPECT_EQ(failureOf([this] { GetParam().run(m_session); }), kNoFailure) << "afterwards";
+}
+
+TEST_P(EveryConcurrentAction, KeepsOthersOutUntilItsPictureIsTaken) {
+  std::vector<Failure> failures;
+  const auto rescan = [&] { failures.push_back(failureOf([this] { m_session.rescan(); })); };
+  during(GetParam().operation(), rescan);
+  during("VexSessionOpen", rescan);
+  during("VexSessionClose", rescan);
+  GetParam().run(m_session);
+  EXPECT_THAT(failures, ElementsAre(kLockTimeout, kLockTimeout, kLockTimeout));
+}
+
+INSTANTIATE_TEST_SUITE_P(Actions, EveryConcurrentAction, testing::ValuesIn(actionCases()), ByName());
+
+TEST_F(SessionConcurrency, RefusalsAheadOfTheLockComeWhileItIsHeld) {
+  during("VexSessionOpen", [this] {
+    const EndDevice fixed = complete<EndDevice>().managedHotplug(false).build();
+    EXPECT_EQ(failureOf([&] { m_session.removeDisk(fixed); }).errorId, "NOT_SUPPORTED");
+    const std::wstring tooLong(33, L'p');
+    EXPECT_EQ(failureOf([&] { m_session.unlock(kFree1, UserLevel::kUser, tooLong); }).errorId,
+              "INVALID_PARAMETER");
+  });
+  m_session.rescan();
+}
+
+TEST_F(SessionConcurrency, AnActionWaitsForTheOneBeforeIt) {
+  m_session.waitNoLongerThan(3600);
+  std::thread second;
+  m_library.before(onCall("VexRescan"), [&](const ScriptedCall&) {
+    boost::latch begun(1);
+    second = std::thread([&] {
+      begun.count_down();
+      m_session.resetSmartEvent(kFree1);
+    });
+    begun.wait();
+  });
+  m_session.rescan();
+  second.join();
+  // Whole, one after the other.
+  Texts order;
+  for (const ScriptedCall& call : m_library.calls()) {
+    if (call.kind != OperationKind::READING) order.push_back(call.text());
+  }
+  EXPECT_THAT(order, ElementsAre("VexRescan()", "VexSessionOpen(out)", "VexSessionClose(2)",
+                                 "VexDiskResetSmartEvent(23)", "VexSessionOpen(out)", "VexSessionClose(3)"));
+}
+
+// The event thread
+
+TEST_F(SessionConcurrency, TheEventThreadWaitsForAnActionWithoutALimit) {
+  m_session.start();
+  m_session.waitNoLongerThan(0);
+  m_library.events().waitForEventWaits(1);
+  m_library.clearCalls();
+  m_library.before(onCall("VexRescan"), [this](const ScriptedCall&) { m_library.events().wake(); });
+  m_session.rescan();
+  m_library.events().waitForEventWaits(2);
+  // The picture of the action is closed before that of the event thread is opened.
+  std::vector<bool> byThisThread;
+  for (const ScriptedCall& call : m_library.calls()) {
+    if (call.operation == "VexSessionOpen" || call.operation == "VexSessionClose") {
+      byThisThread.push_back(call.thread == std::this_thread::get_id());
+    }
+  }
+  EXPECT_THAT(byThisThread, ElementsAre(true, true, false, false));
+  EXPECT_THAT(m_log.take(), IsEmpty());
+}
+
+}  // namespace

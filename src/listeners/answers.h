@@ -1,0 +1,85 @@
+#ifndef MIRN_LISTENERS_ANSWERS_H
+#define MIRN_LISTENERS_ANSWERS_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "common/published_form.h"
+#include "mirn_exception.h"
+#include "service_exceptions.h"
+#include "ServiceObject.h"
+
+/// How handlers act and make their answers.
+
+using ovra::data_transfer::ServiceObject;
+
+/// The `form` of each object that `keep` accepts, in the list's order.
+template <class Objects, class Predicate, class Form>
+ServiceObject listOf(const Objects& objects, Predicate keep, Form form) {
+  ServiceObject list = ServiceObject::array();
+  std::size_t count = 0;
+  for (const auto& object : objects) {
+    if (keep(object)) list.at(count++) = form(object);
+  }
+  return list;
+}
+
+/// The `form` of each object, in the list's order.
+template <class Objects, class Form>
+ServiceObject listOf(const Objects& objects, Form form) {
+  return listOf(
+      objects, [](const auto&) { return true; }, form);
+}
+
+/// The published forms of the objects that `keep` accepts.
+template <class Object, class Predicate>
+ServiceObject formsOf(const std::vector<Object>& objects, Predicate keep) {
+  return listOf(objects, keep, [](const Object& object) { return object.toServiceObject(); });
+}
+
+/// The published forms of all objects.
+template <class Object>
+ServiceObject formsOf(const std::vector<Object>& objects) {
+  return listOf(objects, [](const Object& object) { return object.toServiceObject(); });
+}
+
+/// The ids of the objects that `keep` accepts.
+template <class Object, class Predicate>
+ServiceObject idsOf(const std::vector<Object>& objects, Predicate keep) {
+  return listOf(objects, keep, [](const Object& object) { return ServiceObject(object.id()); });
+}
+
+/// Accepts devices and volumes of one array. `arrayId` must live as long as the predicate.
+inline auto inArray(const std::wstring& arrayId) {
+  return [&arrayId](const auto& object) { return object.arrayId() == arrayId; };
+}
+
+/// Builds an answer after an action has happened. It must not fail then: whatever it raises gives the null
+/// value.
+template <class Build>
+ServiceObject answerAfterAction(Build build) {
+  try {
+    return build();
+  } catch (...) {
+    return ServiceObject::null();
+  }
+}
+
+/// Runs an action whose failures clients see under the listener's class, with the same id and text.
+template <class Action>
+void reportingAsListener(Action action) {
+  try {
+    action();
+  } catch (const MirnException& error) {
+    throw ListenerException(error.getErrorId(), error.what());
+  }
+}
+
+/// Writes `now` under `key` in its text form, only when it differs from `before`.
+template <class Value>
+void tellChange(PublishedForm& answer, const wchar_t* key, Value before, Value now) {
+  if (now != before) answer.text(key, toText(now));
+}
+
+#endif

@@ -1,0 +1,105 @@
+#include "listeners/arrays_listener.h"
+
+#include "http_method.h"
+#include "listeners/answers.h"
+#include "listeners/messages.h"
+#include "listeners/requests.h"
+
+using namespace std::placeholders;
+
+namespace {
+
+Array requestedArray(IMirnSession& session, const RouteMatch& match) {
+  return findArray(session, parseIdentifier(match[1].str(), kMsgInvalidArrayId));
+}
+
+ServiceObject getArrays(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+                        const ServiceObject&) {
+  judgeParameters(parameters);
+  return formsOf(session->getArrays());
+}
+
+ServiceObject getArrayEndDevices(IMirnSession* session, const RouteMatch& match,
+                                 const RequestParameters& parameters, const ServiceObject&) {
+  judgeParameters(parameters);
+  const Array array = requestedArray(*session, match);
+  return formsOf(session->getEndDevices(), inArray(array.id()));
+}
+
+ServiceObject getArrayVolumes(IMirnSession* session, const RouteMatch& match,
+                              const RequestParameters& parameters, const ServiceObject&) {
+  judgeParameters(parameters);
+  const Array array = requestedArray(*session, match);
+  return formsOf(session->getVolumes(), inArray(array.id()));
+}
+
+/// An array without volumes has nothing to compare with.
+void requireFitting(const EndDevice& disk, const Array& array, const std::vector<Volume>& volumes) {
+  for (const Volume& volume : volumes) {
+    if (volume.arrayId() != array.id()) continue;
+    requireThat(volume.sectorSize().logical == disk.disk().logicalSectorSize, kErrorNotSupported,
+                kMsgAddDiskSectorSize);
+    requireThat(!isX8Disk(disk) || volume.raidLevel() == RaidLevel::RAID_0, kErrorNotSupported,
+                kMsgAddX8Disk);
+  }
+}
+
+ServiceObject makeArrayDisksResponse(IMirnSession& session, const Array& before) {
+  return answerAfterAction([&] {
+    const Array array = findArray(session, before.id());
+    return PublishedForm()
+        .text(keys::kArrayId, array.id())
+        .part(keys::kDisks, idsOf(session.getEndDevices(), inArray(array.id())))
+        .take();
+  });
+}
+
+ServiceObject makeArrayCacheResponse(IMirnSession& session, const Array& before) {
+  return answerAfterAction([&] {
+    const Array array = findArray(session, before.id());
+    PublishedForm answer;
+    answer.text(keys::kArrayId, array.id());
+    tellChange(answer, keys::kWriteCachePolicy, before.writeCachePolicy(), array.writeCachePolicy());
+    return answer.take();
+  });
+}
+
+ServiceObject addDisks(IMirnSession* session, IMirnArraysActions* actions, const RouteMatch& match,
+                       const RequestParameters& parameters, const ServiceObject& body) {
+  judgeRequest(body, {requiredList(keys::kDisks)}, parameters);
+  const Array array = requestedArray(*session, match);
+  const std::vector<EndDevice> devices = session->getEndDevices();
+  const std::vector<Volume> volumes = session->getVolumes();
+  std::vector<EndDevice> disks;
+  for (const std::wstring& id : textsOf(body, keys::kDisks)) {
+    const EndDevice disk = findEndDevice(devices, id, kMsgInvalidDiskId);
+    requireFitting(disk, array, volumes);
+    disks.push_back(disk);
+  }
+  actions->addDisks(array.handle(), disks);
+  return makeArrayDisksResponse(*session, array);
+}
+
+ServiceObject setWriteCache(IMirnSession* session, IMirnArraysActions* actions, const RouteMatch& match,
+                            const RequestParameters& parameters, const ServiceObject& body) {
+  judgeRequest(body, {requiredText(keys::kState)}, parameters);
+  const Array array = requestedArray(*session, match);
+  requireThat(array.writeCachePolicy() != WriteCacheState::NOT_SUPPORTED, kErrorNotSupported,
+              kMsgNoWriteCache);
+  const EnableState state = requestedState(body);
+  actions->setWriteCacheState(array.handle(), state);
+  return makeArrayCacheResponse(*session, array);
+}
+
+}  // namespace
+
+ArraysListener::ArraysListener(IMirnSession* session, IMirnArraysActions* actions)
+    : m_session(session), m_actions(actions) {
+  addRoute(HttpMethod::kGet, L"", std::bind(getArrays, m_session, _1, _2, _3));
+  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/enddevices",
+           std::bind(getArrayEndDevices, m_session, _1, _2, _3));
+  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/volumes", std::bind(getArrayVolumes, m_session, _1, _2, _3));
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)", std::bind(addDisks, m_session, m_actions, _1, _2, _3));
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/writecache",
+           std::bind(setWriteCache, m_session, m_actions, _1, _2, _3));
+}

@@ -1,0 +1,30 @@
+#ifndef MIRN_LISTENERS_BASE_LISTENER_H
+#define MIRN_LISTENERS_BASE_LISTENER_H
+
+#include "listeners/ilistener.h"
+#include "route_table.h"
+
+/// Finds the handler of a request in a table of routes. A concrete listener does nothing but add its routes
+/// in its constructor; where two patterns match, the one added first wins.
+class BaseListener : public IListener {
+ public:
+  ovra::data_transfer::ServiceObject handleRequest(std::int32_t method, std::vector<std::wstring> segments,
+                                                   std::map<std::wstring, std::wstring> parameters,
+                                                   ovra::data_transfer::ServiceObject body) override;
+
+  /// All routes, for whoever wants to walk them.
+  const RouteTable& routes() const { return m_routes; }
+
+ protected:
+  /// Leaves an empty entry for each method of http_method.h, so that no request with one of them writes the
+  /// table while another reads it.
+  BaseListener();
+
+  /// `pattern` is relative to the listener's path key and has no leading slash.
+  void addRoute(std::int32_t method, std::wstring pattern, RouteHandler handler);
+
+ private:
+  RouteTable m_routes;
+};
+
+#endif

@@ -1,0 +1,19 @@
+#ifndef MIRN_LISTENERS_BASIC_LISTENER_H
+#define MIRN_LISTENERS_BASIC_LISTENER_H
+
+#include "listeners/base_listener.h"
+#include "mirn_session_actions.h"
+#include "mirn_session_reads.h"
+
+/// Health, version, rescan and the one configuration value of the system, on the bare path key. The
+/// constructor is the route table. The pointers are views of one session that outlives the listener.
+class BasicListener : public BaseListener {
+ public:
+  BasicListener(IMirnSession* session, IMirnBasicActions* actions);
+
+ private:
+  IMirnSession* m_session;
+  IMirnBasicActions* m_actions;
+};
+
+#endif

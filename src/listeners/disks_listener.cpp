@@ -1,0 +1,92 @@
+#include "listeners/disks_listener.h"
+
+#include "http_method.h"
+#include "listeners/answers.h"
+#include "listeners/messages.h"
+#include "listeners/requests.h"
+
+using namespace std::placeholders;
+
+namespace {
+
+using DiskAction = void (IMirnDisksActions::*)(VEX_HANDLE);
+
+EndDevice requestedDisk(IMirnSession& session, const RouteMatch& match) {
+  const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidDiskId);
+  return findEndDevice(session.getEndDevices(), id, kMsgDiskNotFound);
+}
+
+ServiceObject makeDiskResponse(IMirnSession& session, const EndDevice& before) {
+  return answerAfterAction([&] {
+    const EndDevice disk = findEndDevice(session.getEndDevices(), before.id(), kMsgInvalidDiskId);
+    PublishedForm answer;
+    answer.text(keys::kDiskId, disk.id());
+    tellChange(answer, keys::kUsage, before.disk().usage, disk.disk().usage);
+    tellChange(answer, keys::kState, before.disk().state, disk.disk().state);
+    return answer.take();
+  });
+}
+
+ServiceObject clearDisk(IMirnSession* session, IMirnDisksActions* actions, const RouteMatch& match,
+                        const RequestParameters& parameters, const ServiceObject& body) {
+  judgeNullRequest(body, parameters);
+  const EndDevice disk = requestedDisk(*session, match);
+  // An unknown type of device passes.
+  requireThat(
+      disk.deviceType() != DeviceType::NON_DISK_STORAGE && disk.deviceType() != DeviceType::NON_STORAGE,
+      kErrorNotSupported, kMsgNotADisk);
+  actions->clearMetadata(disk.handle());
+  return makeDiskResponse(*session, disk);
+}
+
+/// Marks or unmarks; the same words under two error ids.
+void changeSpare(IMirnDisksActions& actions, const EndDevice& disk, const std::wstring& action) {
+  if (action == L"MARK") {
+    requireThat(!isX8Disk(disk), kErrorNotSupported, kMsgSpareX8);
+    actions.markAsSpare(disk.handle(), 0);
+  } else if (action == L"UNMARK") {
+    requireThat(!isX8Disk(disk), kErrorDiskInvalidState, kMsgSpareX8);
+    actions.unmarkAsSpare(disk.handle());
+  } else {
+    refuse(kErrorInvalidParameter, kMsgInvalidAction);
+  }
+}
+
+ServiceObject putSpare(IMirnSession* session, IMirnDisksActions* actions, const RouteMatch& match,
+                       const RequestParameters& parameters, const ServiceObject& body) {
+  judgeRequest(body, {requiredText(keys::kAction)}, parameters);
+  const EndDevice disk = requestedDisk(*session, match);
+  reportingAsListener([&] { changeSpare(*actions, disk, textOf(body, keys::kAction)); });
+  return makeDiskResponse(*session, disk);
+}
+
+/// For the actions that leave all judgement of the device to the library.
+ServiceObject putUnjudged(IMirnSession* session, IMirnDisksActions* actions, DiskAction action,
+                          const RouteMatch& match, const RequestParameters& parameters,
+                          const ServiceObject& body) {
+  judgeNullRequest(body, parameters);
+  const EndDevice disk = requestedDisk(*session, match);
+  (actions->*action)(disk.handle());
+  return makeDiskResponse(*session, disk);
+}
+
+/// Ignores a body.
+ServiceObject deleteDisk(IMirnSession* session, IMirnDisksActions* actions, const RouteMatch& match,
+                         const RequestParameters& parameters, const ServiceObject&) {
+  judgeParameters(parameters);
+  actions->removeDisk(requestedDisk(*session, match));
+  return ServiceObject::null();
+}
+
+}  // namespace
+
+DisksListener::DisksListener(IMirnSession* session, IMirnDisksActions* actions)
+    : m_session(session), m_actions(actions) {
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/clear", std::bind(clearDisk, m_session, m_actions, _1, _2, _3));
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/spare", std::bind(putSpare, m_session, m_actions, _1, _2, _3));
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/marknormal",
+           std::bind(putUnjudged, m_session, m_actions, &IMirnDisksActions::markAsNormal, _1, _2, _3));
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/resetsmart",
+           std::bind(putUnjudged, m_session, m_actions, &IMirnDisksActions::resetSmartEvent, _1, _2, _3));
+  addRoute(HttpMethod::kDelete, L"([[:alnum:]]+)", std::bind(deleteDisk, m_session, m_actions, _1, _2, _3));
+}

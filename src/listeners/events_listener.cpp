@@ -1,0 +1,30 @@
+#include "listeners/events_listener.h"
+
+#include "events/event_journal.h"
+#include "http_method.h"
+#include "listeners/answers.h"
+#include "listeners/messages.h"
+#include "listeners/requests.h"
+
+using namespace std::placeholders;
+
+namespace {
+
+std::wstring requestedTime(const RequestParameters& parameters) {
+  try {
+    return parameters.at(keys::kTime);
+  } catch (const std::out_of_range&) {
+    refuse(kErrorInvalidParameter, kMsgTimeMissing);
+  }
+}
+
+ServiceObject getEvents(const RouteMatch&, const RequestParameters& parameters, const ServiceObject&) {
+  judgeParameters(parameters, {requiredText(keys::kTime)});
+  const auto seconds = parseNumber<std::uint32_t>(requestedTime(parameters), kMsgInvalidTime);
+  return listOf(EventJournal::instance().getRecent(seconds),
+                [](const EventJournal::Event& event) { return event->toServiceObject(); });
+}
+
+}  // namespace
+
+EventsListener::EventsListener() { addRoute(HttpMethod::kGet, L"", std::bind(getEvents, _1, _2, _3)); }

@@ -1,0 +1,35 @@
+#include "listeners/ports_listener.h"
+
+#include "common/find_by_id.h"
+#include "http_method.h"
+#include "listeners/answers.h"
+#include "listeners/messages.h"
+#include "listeners/requests.h"
+
+using namespace std::placeholders;
+
+PortsListener::PortsListener(IMirnSession* session, IMirnPortsActions* actions)
+    : m_session(session), m_actions(actions) {
+  addRoute(HttpMethod::kGet, L"", std::bind(&PortsListener::getPorts, this, _1, _2, _3));
+  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/locate",
+           std::bind(&PortsListener::locatePort, this, _1, _2, _3));
+}
+
+ServiceObject PortsListener::getPorts(const RouteMatch&, const RequestParameters& parameters,
+                                      const ServiceObject&) {
+  judgeParameters(parameters);
+  return formsOf(m_session->getPorts());
+}
+
+ServiceObject PortsListener::locatePort(const RouteMatch& match, const RequestParameters& parameters,
+                                        const ServiceObject& body) {
+  judgeRequest(body, {requiredText(keys::kState)}, parameters);
+  const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidPortId);
+  const std::vector<Port> ports = m_session->getPorts();
+  const Port& port = findById(ports, id, kErrorObjectNotFound, kMsgInvalidPortId);
+  const EnableState state = enableStateFromText(textOf(body, keys::kState));
+  // The LED is only ever switched on: it goes out by the time-out.
+  requireThat(state == EnableState::ENABLED, kErrorInvalidParameter, kMsgInvalidState);
+  m_actions->locate(port, state);
+  return ServiceObject::null();
+}

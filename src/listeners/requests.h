@@ -1,0 +1,63 @@
+#ifndef MIRN_LISTENERS_REQUESTS_H
+#define MIRN_LISTENERS_REQUESTS_H
+
+#include <boost/lexical_cast.hpp>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "common/enumerations.h"
+#include "listeners/keys.h"
+#include "listeners/listener_steps.h"
+#include "route_table.h"
+#include "ServiceObject.h"
+#include "validator/request_validator.h"
+
+/// How handlers judge the shape of a request, and read its fields afterwards.
+
+using ovra::data_transfer::ServiceObject;
+using Rule = ovra::request_validator::ValidatorRule;
+using Rules = std::initializer_list<Rule>;
+
+/// The fields of bodies and queries.
+Rule requiredText(const wchar_t* key);
+Rule optionalText(const wchar_t* key);
+Rule requiredList(const wchar_t* key);
+Rule optionalList(const wchar_t* key);
+Rule optionalFlag(const wchar_t* key);
+Rule optionalUnsigned(const wchar_t* key);
+
+/// Judges the query parameters: those named and no others.
+void judgeParameters(const RequestParameters& parameters, Rules rules = {});
+void judgeBody(const ServiceObject& body, Rules rules);
+/// Judges that there is no body.
+void judgeNullBody(const ServiceObject& body);
+/// Judges a body against rules, then that there are no query parameters.
+void judgeRequest(const ServiceObject& body, Rules rules, const RequestParameters& parameters);
+/// Judges that there is no body, then that there are no query parameters.
+void judgeNullRequest(const ServiceObject& body, const RequestParameters& parameters);
+
+/// A field of a judged body.
+std::wstring textOf(const ServiceObject& body, const wchar_t* key);
+/// The elements of a field, each in its text form; none when the field is not there.
+std::vector<std::wstring> textsOf(const ServiceObject& body, const wchar_t* key);
+/// What "state" of `body` switches to; "INVALID_PARAMETER" for a word that is no state.
+EnableState requestedState(const ServiceObject& body);
+
+/// A decimal number in the range of `Unsigned`, without a negative sign and not above the signed 64-bit
+/// maximum; "INVALID_PARAMETER" with `message` for anything else.
+template <class Unsigned>
+Unsigned parseNumber(const std::wstring& text, const std::wstring& message) {
+  std::int64_t judged = 0;
+  Unsigned number = 0;
+  const bool parsed = boost::conversion::try_lexical_convert(text, judged) && judged >= 0 &&
+                      boost::conversion::try_lexical_convert(text, number);
+  requireThat(parsed, kErrorInvalidParameter, message);
+  return number;
+}
+
+/// The size of a request, as the client gave it.
+std::uint64_t parseSize(const std::wstring& text, const std::wstring& message);
+
+#endif

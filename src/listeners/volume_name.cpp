@@ -1,0 +1,38 @@
+#include "listeners/volume_name.h"
+
+#include <algorithm>
+#include <locale>
+#include <vector>
+
+#include "listeners/listener_steps.h"
+#include "listeners/messages.h"
+#include "mirn_session_actions.h"
+
+namespace {
+
+constexpr wchar_t kFirstPrintable = 32;
+constexpr wchar_t kLastPrintable = 126;
+constexpr wchar_t kBackslash = 92;
+
+bool isForbidden(wchar_t unit) {
+  return unit < kFirstPrintable || unit > kLastPrintable || unit == kBackslash;
+}
+
+bool isInUse(const std::wstring& name, IMirnSession& session) {
+  const std::vector<Volume> volumes = session.getVolumes();
+  return std::any_of(volumes.begin(), volumes.end(),
+                     [&](const Volume& volume) { return volume.name() == name; });
+}
+
+}  // namespace
+
+void validateVolumeName(const std::wstring& name, IMirnSession* session) {
+  const auto require = [](bool condition, const wchar_t* message) {
+    requireThat(condition, kErrorInvalidParameter, message);
+  };
+  require(!name.empty(), kMsgNameEmpty);
+  require(name.size() <= kMaxVolumeNameSize, kMsgNameTooLong);
+  require(!std::isspace(name.front(), std::locale::classic()), kMsgNameStartsWithSpace);
+  require(std::none_of(name.begin(), name.end(), isForbidden), kMsgNameForbiddenCharacter);
+  require(!session || !isInUse(name, *session), kMsgNameInUse);
+}

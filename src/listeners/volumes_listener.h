@@ -1,0 +1,19 @@
+#ifndef MIRN_LISTENERS_VOLUMES_LISTENER_H
+#define MIRN_LISTENERS_VOLUMES_LISTENER_H
+
+#include "listeners/base_listener.h"
+#include "mirn_session_actions.h"
+#include "mirn_session_reads.h"
+
+/// Volumes: the list, creation, deletion and all changes. The constructor is the route table. The pointers
+/// are views of one session that outlives the listener.
+class VolumesListener : public BaseListener {
+ public:
+  VolumesListener(IMirnSession* session, IMirnVolumesActions* actions);
+
+ private:
+  IMirnSession* m_session;
+  IMirnVolumesActions* m_actions;
+};
+
+#endif

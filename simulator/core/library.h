@@ -1,0 +1,102 @@
+#ifndef MIRN_SIMULATOR_CORE_LIBRARY_H
+#define MIRN_SIMULATOR_CORE_LIBRARY_H
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "engine/clock.h"
+#include "faults.h"
+#include "model/machine.h"
+
+namespace simulator {
+
+/// The library behind its C operations: one machine, its sessions and subscriptions, and the lock that guards
+/// them. Every operation may be called from any thread and answers with a status.
+class Library {
+ public:
+  using Read = std::function<void(const Machine&)>;
+  using Change = std::function<void(Machine&)>;
+
+  /// The one that the C operations use. It is never destroyed: a thread may still wait in it when the program
+  /// ends.
+  static Library& instance();
+
+  explicit Library(Clock clock = Clock());
+
+  /// `operation` is the name under which faults are ordered, here and below.
+  Status initialize(const char* operation);
+  Status finalize(const char* operation);
+  Status openSession(const char* operation, Handle* session);
+  Status closeSession(const char* operation, Handle session);
+
+  /// Reads the machine without a session.
+  Status read(const char* operation, const void* out, const Read& body);
+
+  /// Reads the machine in a session. `out` is refused when null.
+  Status read(const char* operation, Handle session, const void* out, const Read& body);
+
+  /// Changes the machine: `body` raises a `Refusal` before it has changed anything, or changes and returns.
+  /// The consequences are drawn, kept and told to the subscribers.
+  Status change(const char* operation, const Change& body);
+
+  Status subscribe(const char* operation, Handle* subscription);
+  Status unsubscribe(const char* operation, Handle subscription);
+
+  /// Blocks until something has changed since the last wait of the subscription, or since it began.
+  Status wait(const char* operation, std::uint32_t timeoutMs, Handle subscription);
+
+  // Controls; they cannot be made to fail by a fault.
+
+  /// The scenario that `initialize` takes instead of VEXL2_SCENARIO and VEXL2_STATE; taken at once when
+  /// initialised.
+  Status loadMachine(Machine machine);
+
+  /// Like `change`, also with a stopped clock, but no operation that a fault could reach.
+  Status control(const Change& body);
+
+  Status inspect(const Read& body);
+
+  Status advanceClock(std::uint64_t milliseconds);
+  Status setClockSpeed(std::uint32_t speed);
+  Status capWait(std::uint32_t milliseconds);
+  Faults& faults() { return m_faults; }
+
+ private:
+  using Lock = std::unique_lock<std::mutex>;
+  using Body = std::function<Status(Lock&)>;
+
+  Status perform(const char* operation, const Body& body);
+  Status changeLocked(const Change& body);
+  void begin();
+  void catchUp();
+  void publish(std::uint64_t changesBefore);
+  void save() const;
+  Handle takeSessionHandle();
+  bool hasChanged(Handle subscription);
+
+  // Guarded by m_mutex.
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  bool m_isInitialized = false;
+  Machine m_machine;
+  std::optional<Machine> m_nextMachine;
+  Clock m_clock;
+  std::optional<std::uint32_t> m_orderedSpeed;  ///< wins over the environment
+  std::string m_statePath;
+  std::set<Handle> m_sessions;
+  std::map<Handle, std::uint64_t> m_subscriptions;  ///< with the changes already told
+  Handle m_nextSession;
+  std::uint32_t m_waitCapMs = 0xFFFFFFFF;
+
+  Faults m_faults;  ///< has its own lock
+};
+
+}  // namespace simulator
+
+#endif

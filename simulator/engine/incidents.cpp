@@ -1,0 +1,66 @@
+#include "incidents.h"
+
+#include "model/disk_role.h"
+#include "settle.h"
+
+namespace simulator {
+namespace {
+
+bool isDisk(const EndDevice& device) { return device.type == DeviceType::DISK; }
+
+/// The device is there from now on.
+void arrive(Machine& machine, EndDevice& device) {
+  device.presence = Presence::PRESENT;
+  settle(machine, device.handle);
+}
+
+}  // namespace
+
+EndDevice& findDevice(Machine& machine, std::string_view name) {
+  for (auto& entry : machine.devices) {
+    EndDevice& device = entry.second;
+    if (device.id == name || device.serialNumber == name) return device;
+  }
+  throw Refusal(VEX_STATUS_INVALID_HANDLE);
+}
+
+void failDisk(Machine&, EndDevice& disk) {
+  require(isDisk(disk), VEX_STATUS_INVALID_DISK);
+  require(disk.presence == Presence::PRESENT && disk.state != DiskState::FAILED, VEX_STATUS_INVALID_STATE);
+  disk.state = DiskState::FAILED;
+}
+
+void pullDevice(Machine&, EndDevice& device) {
+  require(device.presence != Presence::ABSENT, VEX_STATUS_INVALID_STATE);
+  device.presence = Presence::ABSENT;
+}
+
+void insertDevice(Machine& machine, EndDevice& device) {
+  require(device.presence == Presence::ABSENT, VEX_STATUS_INVALID_STATE);
+  if (device.managedHotplug) {
+    arrive(machine, device);
+  } else {
+    device.presence = Presence::UNNOTICED;
+  }
+}
+
+void lockDisk(Machine&, EndDevice& disk) {
+  require(isDisk(disk), VEX_STATUS_INVALID_DISK);
+  require(isUsable(disk), VEX_STATUS_INVALID_STATE);
+  disk.state = DiskState::LOCKED;
+  disk.failedUnlocks = 0;
+}
+
+void raiseSmartEvent(Machine&, EndDevice& disk) {
+  require(isDisk(disk), VEX_STATUS_INVALID_DISK);
+  require(stateOf(disk) == DiskState::NORMAL, VEX_STATUS_INVALID_STATE);
+  disk.state = DiskState::SMART_EVENT_TRIGGERED;
+}
+
+void notice(Machine& machine) {
+  for (auto& entry : machine.devices) {
+    if (entry.second.presence == Presence::UNNOTICED) arrive(machine, entry.second);
+  }
+}
+
+}  // namespace simulator

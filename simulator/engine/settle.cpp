@@ -1,0 +1,123 @@
+#include "settle.h"
+
+#include <algorithm>
+
+#include "model/capability.h"
+#include "model/capacity.h"
+#include "model/disk_role.h"
+#include "model/links.h"
+#include "model/redundancy.h"
+#include "work.h"
+
+namespace simulator {
+namespace {
+
+void markStale(const Machine& machine, Volume& volume) {
+  if (healthOf(machine, volume) == Health::LOST) return;
+  for (const Handle disk : machine.arrays.at(volume.array).disks) {
+    if (!isUsable(machine.devices.at(disk)) && !isStale(volume, disk)) volume.stale.push_back(disk);
+  }
+}
+
+bool hasGround(const Machine& machine, const Volume& volume) {
+  switch (volume.work->kind) {
+    case WorkKind::REBUILD:
+      return healthOf(machine, volume) == Health::REDUCED && isUsable(machine.devices.at(volume.work->disk));
+    case WorkKind::INITIALIZE:
+    case WorkKind::VERIFY:
+    case WorkKind::VERIFY_AND_FIX:
+      return healthOf(machine, volume) == Health::INTACT;
+    case WorkKind::MIGRATE:
+      return true;  // it waits while its source is lost
+  }
+  return false;
+}
+
+bool needsRebuild(const Machine& machine, const Volume& volume) {
+  return !volume.work && healthOf(machine, volume) == Health::REDUCED;
+}
+
+/// A stale member that is there and can be written.
+Handle findReturnedMember(const Machine& machine, const Volume& volume) {
+  for (const Handle disk : volume.stale) {
+    if (isUsable(machine.devices.at(disk))) return disk;
+  }
+  return 0;
+}
+
+bool isSpareFor(const EndDevice& disk, const Array& array) {
+  return disk.spare && stateOf(disk) == DiskState::NORMAL &&
+         (disk.spareFor == 0 || disk.spareFor == array.handle);
+}
+
+bool fits(const Machine& machine, const EndDevice& disk, const Array& array) {
+  const EndDevice& member = machine.devices.at(array.disks.front());
+  return disk.logicalSectorSize == member.logicalSectorSize &&
+         usableSize(disk) >= usedPerDisk(machine, array);
+}
+
+/// Dedicated spares come before global ones, and small ones before large ones.
+EndDevice* findSpare(Machine& machine, const Array& array) {
+  EndDevice* best = nullptr;
+  const auto isBetter = [&](const EndDevice& disk) {
+    if (best == nullptr) return true;
+    if ((disk.spareFor != 0) != (best->spareFor != 0)) return disk.spareFor != 0;
+    return usableSize(disk) < usableSize(*best);
+  };
+  for (const Handle handle : machine.controllers.at(array.controller).devices) {
+    EndDevice& disk = machine.devices.at(handle);
+    if (isSpareFor(disk, array) && fits(machine, disk, array) && isBetter(disk)) best = &disk;
+  }
+  return best;
+}
+
+EndDevice* findArrived(Machine& machine, const Array& array, Handle arrived) {
+  EndDevice* const disk = machine.devices.find(arrived);
+  const Controller& controller = machine.controllers.at(array.controller);
+  if (disk == nullptr || !controller.rohiEnabled || disk->controller != controller.handle) return nullptr;
+  const bool isForeign = engineOf(machine, array).ordanDrivesOnly && !disk->isOrdanNVMe;
+  const bool serves = isFree(*disk) && disk->x8 == X8Role::NONE && !isForeign && fits(machine, *disk, array);
+  return serves ? disk : nullptr;
+}
+
+EndDevice* findUnusableMember(Machine& machine, const Array& array) {
+  for (const Handle handle : array.disks) {
+    EndDevice& disk = machine.devices.at(handle);
+    if (!isUsable(disk) && disk.state != DiskState::LOCKED) return &disk;
+  }
+  return nullptr;
+}
+
+void replaceLostMember(Machine& machine, Array& array, Handle arrived) {
+  EndDevice* const lost = isBusy(machine, array) ? nullptr : findUnusableMember(machine, array);
+  if (lost == nullptr) return;
+  EndDevice* replacement = findSpare(machine, array);
+  if (replacement == nullptr) replacement = findArrived(machine, array, arrived);
+  if (replacement != nullptr) replaceMember(machine, array, *lost, *replacement);
+}
+
+bool isAnyServed(const Machine& machine, const Array& array) {
+  return std::any_of(array.volumes.begin(), array.volumes.end(),
+                     [&](Handle volume) { return needsRebuild(machine, machine.volumes.at(volume)); });
+}
+
+}  // namespace
+
+void settle(Machine& machine, Handle arrived) {
+  for (auto& entry : machine.volumes) {
+    Volume& volume = entry.second;
+    markStale(machine, volume);
+    if (volume.work && !hasGround(machine, volume)) volume.work.reset();
+  }
+  for (auto& entry : machine.arrays) {
+    if (isAnyServed(machine, entry.second)) replaceLostMember(machine, entry.second, arrived);
+  }
+  for (auto& entry : machine.volumes) {
+    Volume& volume = entry.second;
+    if (!needsRebuild(machine, volume)) continue;
+    const Handle disk = findReturnedMember(machine, volume);
+    if (disk != 0) startRebuild(machine, volume, disk);
+  }
+}
+
+}  // namespace simulator

@@ -1,0 +1,153 @@
+#include "work.h"
+
+#include <algorithm>
+
+#include "model/capacity.h"
+#include "model/redundancy.h"
+#include "settle.h"
+
+namespace simulator {
+namespace {
+
+std::uint64_t rateOf(const Rates& rates, WorkKind kind) {
+  switch (kind) {
+    case WorkKind::REBUILD:
+      return rates.rebuild;
+    case WorkKind::INITIALIZE:
+      return rates.initialize;
+    case WorkKind::VERIFY:
+    case WorkKind::VERIFY_AND_FIX:
+      return rates.verify;
+    case WorkKind::MIGRATE:
+      return rates.migrate;
+  }
+  return 1;
+}
+
+void start(Machine& machine, Volume& volume, Work work) {
+  volume.work = std::move(work);
+  volume.work->totalMs = durationOf(machine, volume, volume.work->kind);
+  ++machine.changes;
+}
+
+bool isRunning(const Machine& machine, const Volume& volume) {
+  return volume.work && healthOf(machine, volume) != Health::LOST;
+}
+
+void finishVerify(Volume& volume, bool fix) {
+  volume.verifyErrors = volume.latentErrors;
+  volume.verifyBadBlocks = volume.latentBadBlocks;
+  if (!fix) return;
+  volume.latentErrors = 0;
+  volume.latentBadBlocks = 0;
+}
+
+void finish(Volume& volume) {
+  const Work work = std::move(*volume.work);
+  volume.work.reset();
+  switch (work.kind) {
+    case WorkKind::REBUILD:
+      volume.stale.erase(std::remove(volume.stale.begin(), volume.stale.end(), work.disk),
+                         volume.stale.end());
+      break;
+    case WorkKind::INITIALIZE:
+      volume.initialized = true;
+      break;
+    case WorkKind::VERIFY:
+    case WorkKind::VERIFY_AND_FIX:
+      finishVerify(volume, work.kind == WorkKind::VERIFY_AND_FIX);
+      break;
+    case WorkKind::MIGRATE:
+      volume.size = work.targetSize;
+      break;
+  }
+}
+
+/// Moves on by a time in which no work ends early.
+bool step(Machine& machine, std::uint64_t milliseconds) {
+  bool hasEnded = false;
+  for (auto& entry : machine.volumes) {
+    Volume& volume = entry.second;
+    if (!isRunning(machine, volume)) continue;
+    volume.work->elapsedMs += milliseconds;
+    if (volume.work->elapsedMs < volume.work->totalMs) continue;
+    finish(volume);
+    hasEnded = true;
+  }
+  return hasEnded;
+}
+
+}  // namespace
+
+std::uint64_t durationOf(const Machine& machine, const Volume& volume, WorkKind kind) {
+  const std::uint64_t perSecond = kMiB * std::max<std::uint64_t>(rateOf(machine.rates, kind), 1);
+  const std::uint64_t bytes = footprintOf(machine, volume);
+  return std::max<std::uint64_t>(1, bytes / perSecond * 1000 + bytes % perSecond * 1000 / perSecond);
+}
+
+void startRebuild(Machine& machine, Volume& volume, Handle disk) {
+  Work work;
+  work.kind = WorkKind::REBUILD;
+  work.disk = disk;
+  start(machine, volume, std::move(work));
+}
+
+void startInitialize(Machine& machine, Volume& volume) {
+  Work work;
+  work.kind = WorkKind::INITIALIZE;
+  volume.initialized = false;
+  start(machine, volume, std::move(work));
+}
+
+void startVerify(Machine& machine, Volume& volume, bool fix) {
+  Work work;
+  work.kind = fix ? WorkKind::VERIFY_AND_FIX : WorkKind::VERIFY;
+  volume.verifyErrors = 0;
+  volume.verifyBadBlocks = 0;
+  start(machine, volume, std::move(work));
+}
+
+void startMigration(Machine& machine, Volume& volume, RaidLevel sourceLevel, std::vector<Handle> sourceDisks,
+                    std::uint64_t targetSize) {
+  Work work;
+  work.kind = WorkKind::MIGRATE;
+  work.sourceLevel = sourceLevel;
+  work.sourceDisks = std::move(sourceDisks);
+  work.targetSize = targetSize;
+  start(machine, volume, std::move(work));
+}
+
+void advance(Machine& machine, std::uint64_t milliseconds) {
+  while (milliseconds > 0) {
+    const auto next = timeToNextEnd(machine);
+    if (!next) return;
+    const std::uint64_t length = std::min(*next, milliseconds);
+    milliseconds -= length;
+    if (!step(machine, length)) continue;
+    ++machine.changes;
+    settle(machine);
+  }
+}
+
+std::optional<std::uint64_t> timeToNextEnd(const Machine& machine) {
+  std::optional<std::uint64_t> next;
+  for (const auto& entry : machine.volumes) {
+    if (!isRunning(machine, entry.second)) continue;
+    const std::uint64_t left = entry.second.work->totalMs - entry.second.work->elapsedMs;
+    next = std::min(next.value_or(left), left);
+  }
+  return next;
+}
+
+std::uint32_t progressOf(const Volume& volume) {
+  if (!volume.work) return 0;
+  const Work& work = *volume.work;
+  constexpr std::uint64_t kFull = 0xFFFFFFFF;
+  // The time is shortened until the product fits 64 bits: beyond 2^31 ms nobody sees the difference.
+  std::uint64_t elapsed = work.elapsedMs;
+  std::uint64_t total = work.totalMs;
+  for (; total > 0x7FFFFFFF; total >>= 1) elapsed >>= 1;
+  return static_cast<std::uint32_t>(elapsed * kFull / total);
+}
+
+}  // namespace simulator

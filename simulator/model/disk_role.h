@@ -1,0 +1,33 @@
+#ifndef MIRN_SIMULATOR_MODEL_DISK_ROLE_H
+#define MIRN_SIMULATOR_MODEL_DISK_ROLE_H
+
+#include "machine.h"
+
+/// What a disk is for and whether it can do it. Nothing of this is stored: it follows from the disk's own
+/// facts.
+namespace simulator {
+
+DiskUsage usageOf(const EndDevice& disk);
+
+/// The state that the library reports: MISSING when the disk is not there.
+DiskState stateOf(const EndDevice& disk);
+
+/// There and able to serve data.
+bool isUsable(const EndDevice& disk);
+
+/// Whether the library lists the device: it is there, or something still counts on it.
+bool isListed(const EndDevice& device);
+
+/// A port is listed with the device that it belongs to.
+bool isListed(const Machine& machine, const Port& port);
+
+/// The device or port if it is listed; otherwise the handle is refused.
+const EndDevice& listedDevice(const Machine& machine, Handle device);
+const Port& listedPort(const Machine& machine, Handle port);
+
+/// Free to take a role: a usable disk without a SMART event that nothing uses.
+bool isFree(const EndDevice& disk);
+
+}  // namespace simulator
+
+#endif

@@ -1,0 +1,15 @@
+#ifndef MIRN_SIMULATOR_MODEL_INVARIANTS_H
+#define MIRN_SIMULATOR_MODEL_INVARIANTS_H
+
+#include <string>
+
+#include "machine.h"
+
+namespace simulator {
+
+/// What holds of every machine between two operations. Returns the first rule broken, in words, or nothing.
+std::string findViolation(const Machine& machine);
+
+}  // namespace simulator
+
+#endif

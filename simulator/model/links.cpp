@@ -1,0 +1,91 @@
+#include "links.h"
+
+#include <algorithm>
+
+namespace simulator {
+namespace {
+
+void insertSorted(std::vector<Handle>& handles, Handle handle) {
+  handles.insert(std::lower_bound(handles.begin(), handles.end(), handle), handle);
+}
+
+void erase(std::vector<Handle>& handles, Handle handle) {
+  handles.erase(std::remove(handles.begin(), handles.end(), handle), handles.end());
+}
+
+void claim(EndDevice& disk, Handle array) {
+  disk.array = array;
+  disk.spare = false;
+  disk.spareFor = 0;
+  disk.foreignMetadata = false;
+}
+
+}  // namespace
+
+Handle takeHandle(Machine& machine) { return machine.nextHandle++; }
+
+Array& addArray(Machine& machine, Array array) {
+  const Handle handle = array.handle;
+  Array& added = machine.arrays.add(handle, std::move(array));
+  for (const Handle disk : added.disks) claim(machine.devices.at(disk), handle);
+  added.controller = machine.devices.at(added.disks.front()).controller;
+  insertSorted(machine.controllers.at(added.controller).arrays, handle);
+  return added;
+}
+
+void removeArray(Machine& machine, Handle handle) {
+  const Array& array = machine.arrays.at(handle);
+  for (const Handle disk : array.disks) machine.devices.at(disk).array = 0;
+  erase(machine.controllers.at(array.controller).arrays, handle);
+  for (auto& entry : machine.devices) {
+    EndDevice& disk = entry.second;
+    if (disk.spareFor != handle) continue;
+    disk.spare = false;
+    disk.spareFor = 0;
+  }
+  machine.arrays.remove(handle);
+}
+
+void joinArray(Machine&, Array& array, EndDevice& disk) {
+  array.disks.push_back(disk.handle);
+  claim(disk, array.handle);
+}
+
+void replaceMember(Machine& machine, Array& array, EndDevice& oldDisk, EndDevice& newDisk) {
+  std::replace(array.disks.begin(), array.disks.end(), oldDisk.handle, newDisk.handle);
+  claim(newDisk, array.handle);
+  oldDisk.array = 0;
+  oldDisk.foreignMetadata = true;
+  for (const Handle handle : array.volumes) {
+    Volume& volume = machine.volumes.at(handle);
+    erase(volume.stale, oldDisk.handle);
+    volume.stale.push_back(newDisk.handle);
+  }
+}
+
+Volume& addVolume(Machine& machine, Volume volume) {
+  const Handle handle = volume.handle;
+  const Handle drive = volume.journalingDrive;
+  volume.journalingDrive = 0;
+  Volume& added = machine.volumes.add(handle, std::move(volume));
+  setJournalingDrive(machine, added, drive);
+  auto& volumes = machine.arrays.at(added.array).volumes;
+  const auto isBefore = [&](Handle other) { return machine.volumes.at(other).ordinal < added.ordinal; };
+  volumes.insert(std::partition_point(volumes.begin(), volumes.end(), isBefore), added.handle);
+  return added;
+}
+
+void removeVolume(Machine& machine, Handle handle) {
+  Volume& volume = machine.volumes.at(handle);
+  setJournalingDrive(machine, volume, 0);
+  erase(machine.arrays.at(volume.array).volumes, handle);
+  machine.volumes.remove(handle);
+}
+
+void setJournalingDrive(Machine& machine, Volume& volume, Handle drive) {
+  if (volume.journalingDrive != 0) --machine.devices.at(volume.journalingDrive).journalUsers;
+  volume.journalingDrive = drive;
+  if (drive != 0) ++machine.devices.at(drive).journalUsers;
+}
+
+}  // namespace simulator

@@ -1,0 +1,31 @@
+#ifndef MIRN_SIMULATOR_MODEL_LINKS_H
+#define MIRN_SIMULATOR_MODEL_LINKS_H
+
+#include "machine.h"
+
+/// The only code that makes and breaks links between objects, so that both ends always agree.
+namespace simulator {
+
+Handle takeHandle(Machine& machine);
+
+/// Adds the array and claims its disks.
+Array& addArray(Machine& machine, Array array);
+
+/// Releases the disks and the dedicated spares and removes the array, which has no volume left.
+void removeArray(Machine& machine, Handle array);
+
+void joinArray(Machine& machine, Array& array, EndDevice& disk);
+
+/// Puts `newDisk` into the place of `oldDisk`, which keeps the metadata of the array that goes on without it.
+void replaceMember(Machine& machine, Array& array, EndDevice& oldDisk, EndDevice& newDisk);
+
+Volume& addVolume(Machine& machine, Volume volume);
+
+void removeVolume(Machine& machine, Handle volume);
+
+/// 0 takes the journal from the volume.
+void setJournalingDrive(Machine& machine, Volume& volume, Handle drive);
+
+}  // namespace simulator
+
+#endif

@@ -1,0 +1,104 @@
+#include "redundancy.h"
+
+#include <algorithm>
+
+#include "disk_role.h"
+
+namespace simulator {
+namespace {
+
+bool isMigrating(const Volume& volume) { return volume.work && volume.work->kind == WorkKind::MIGRATE; }
+
+RaidLevel levelOfData(const Volume& volume) {
+  return isMigrating(volume) ? volume.work->sourceLevel : volume.level;
+}
+
+const std::vector<Handle>& disksOfData(const Machine& machine, const Volume& volume) {
+  return isMigrating(volume) ? volume.work->sourceDisks : machine.arrays.at(volume.array).disks;
+}
+
+/// The health of a volume when `holdsData` tells which members have its data.
+template <class HoldsData>
+Health healthBy(const Machine& machine, const Volume& volume, HoldsData holdsData) {
+  const auto& disks = disksOfData(machine, volume);
+  std::vector<bool> held;
+  held.reserve(disks.size());
+  for (const Handle disk : disks) held.push_back(holdsData(machine.devices.at(disk)));
+  const auto lost = std::count(held.begin(), held.end(), false);
+  if (lost == 0) return Health::INTACT;
+  switch (levelOfData(volume)) {
+    case RaidLevel::RAID_0:
+      return Health::LOST;
+    case RaidLevel::RAID_1:
+      return lost == static_cast<std::ptrdiff_t>(held.size()) ? Health::LOST : Health::REDUCED;
+    case RaidLevel::RAID_5:
+      return lost > 1 ? Health::LOST : Health::REDUCED;
+    case RaidLevel::RAID_10:
+      for (std::size_t i = 0; i + 1 < held.size(); i += 2) {
+        if (!held[i] && !held[i + 1]) return Health::LOST;
+      }
+      return Health::REDUCED;
+  }
+  return Health::LOST;
+}
+
+/// Would the volume serve if its locked disks were unlocked?
+bool isLockedOnly(const Machine& machine, const Volume& volume) {
+  return healthBy(machine, volume, [&](const EndDevice& disk) {
+           return (isUsable(disk) || stateOf(disk) == DiskState::LOCKED) && !isStale(volume, disk.handle);
+         }) != Health::LOST;
+}
+
+/// A failed disk that is still there may be marked as normal again.
+bool isLostToFailedDisksOnly(const Machine& machine, const Volume& volume) {
+  return healthBy(machine, volume, [&](const EndDevice& disk) {
+           return (isUsable(disk) || stateOf(disk) == DiskState::FAILED) && !isStale(volume, disk.handle);
+         }) != Health::LOST;
+}
+
+VolumeState stateOfLost(const Machine& machine, const Volume& volume) {
+  if (isLockedOnly(machine, volume)) return VolumeState::LOCKED;
+  const bool mayComeBack = !isRedundant(levelOfData(volume)) && isLostToFailedDisksOnly(machine, volume);
+  return mayComeBack ? VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK : VolumeState::FAILED;
+}
+
+VolumeState stateAtWork(WorkKind kind) {
+  switch (kind) {
+    case WorkKind::REBUILD:
+      return VolumeState::REBUILDING;
+    case WorkKind::INITIALIZE:
+      return VolumeState::INITIALIZING;
+    case WorkKind::VERIFY:
+      return VolumeState::VERIFYING;
+    case WorkKind::VERIFY_AND_FIX:
+      return VolumeState::VERIFYING_AND_FIXING;
+    case WorkKind::MIGRATE:
+      return VolumeState::GENERAL_MIGRATION;
+  }
+  return VolumeState::NORMAL;
+}
+
+}  // namespace
+
+bool isStale(const Volume& volume, Handle disk) {
+  return std::find(volume.stale.begin(), volume.stale.end(), disk) != volume.stale.end();
+}
+
+Health healthOf(const Machine& machine, const Volume& volume) {
+  return healthBy(machine, volume,
+                  [&](const EndDevice& disk) { return isUsable(disk) && !isStale(volume, disk.handle); });
+}
+
+VolumeState stateOf(const Machine& machine, const Volume& volume) {
+  const Health health = healthOf(machine, volume);
+  if (health == Health::LOST) return stateOfLost(machine, volume);
+  if (volume.work) return stateAtWork(volume.work->kind);
+  return health == Health::INTACT ? VolumeState::NORMAL : VolumeState::DEGRADED;
+}
+
+bool isBusy(const Machine& machine, const Array& array) {
+  return std::any_of(array.volumes.begin(), array.volumes.end(),
+                     [&](Handle volume) { return machine.volumes.at(volume).work.has_value(); });
+}
+
+}  // namespace simulator

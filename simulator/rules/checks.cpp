@@ -1,0 +1,139 @@
+#include "checks.h"
+
+#include <algorithm>
+#include <set>
+
+#include "model/capacity.h"
+#include "model/disk_role.h"
+#include "model/names.h"
+
+namespace simulator {
+namespace {
+
+constexpr std::uint64_t kTwoTb = std::uint64_t{1} << 41;
+constexpr std::uint64_t kMaxSizeMiB = std::uint64_t{1} << 40;
+
+bool isOneLevel(std::uint32_t code) {
+  return code == VEX_RAID_LEVEL_0 || code == VEX_RAID_LEVEL_1 || code == VEX_RAID_LEVEL_5 ||
+         code == VEX_RAID_LEVEL_10;
+}
+
+bool isOneBit(std::uint32_t code) { return code != 0 && (code & (code - 1)) == 0; }
+
+/// Spares may become members, and so may free disks; a source disk may hold the system.
+bool mayJoin(const EndDevice& disk, Handle sourceDisk) {
+  if (stateOf(disk) != DiskState::NORMAL) return false;
+  const DiskUsage usage = usageOf(disk);
+  const bool isSource = disk.handle == sourceDisk;
+  return usage == DiskUsage::SPARE || (usage == DiskUsage::PASS_THROUGH && (isSource || !disk.systemDisk));
+}
+
+void requireJournalingDrive(const EndDevice& drive, const EndDevice& member) {
+  require(drive.controller == member.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
+  require(isSupported(drive) && drive.x8 == X8Role::NONE, VEX_STATUS_UNSUPPORTED_DISK);
+  require(drive.logicalSectorSize == member.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
+  const bool isJournal = usageOf(drive) == DiskUsage::JOURNALING_DRIVE && isUsable(drive);
+  require(isFree(drive) || isJournal, VEX_STATUS_INVALID_STATE);
+  require(usableSize(drive) >= kJournalSize, VEX_STATUS_DISK_TOO_SMALL);
+}
+
+}  // namespace
+
+bool parseSwitch(std::uint32_t enable) {
+  require(enable <= 1, VEX_STATUS_INVALID_PARAMETER);
+  return enable == 1;
+}
+
+EndDevice& diskAt(Machine& machine, Handle handle) {
+  EndDevice& disk = machine.devices.at(handle);
+  require(isListed(disk), VEX_STATUS_INVALID_HANDLE);
+  require(disk.type == DeviceType::DISK, VEX_STATUS_INVALID_DISK);
+  return disk;
+}
+
+Controller& controllerOf(Machine& machine, const Volume& volume) {
+  return machine.controllers.at(machine.arrays.at(volume.array).controller);
+}
+
+bool isSupported(const EndDevice& disk) {
+  return disk.state != DiskState::UNSUPPORTED && disk.state != DiskState::INCOMPATIBLE;
+}
+
+void requireCandidate(const Machine& machine, const EndDevice& disk, const Membership& membership) {
+  const Controller& controller = machine.controllers.at(membership.controller);
+  const RaidEngine& engine = machine.engines.at(controller.engine);
+  const bool isTooLarge = disk.totalSize > kTwoTb && !controller.twoTbDiskSupport;
+  const bool isX8Misused = disk.x8 != X8Role::NONE && !membership.isRaid0Only;
+  require(disk.controller == membership.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
+  require(isSupported(disk) && !isTooLarge && !isX8Misused, VEX_STATUS_UNSUPPORTED_DISK);
+  require(disk.isOrdanNVMe || !engine.ordanDrivesOnly, VEX_STATUS_FOREIGN_DRIVE_NOT_SUPPORTED);
+  require(disk.logicalSectorSize == membership.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
+  require(mayJoin(disk, membership.sourceDisk), VEX_STATUS_INVALID_STATE);
+  require(usableSize(disk) >= membership.minUsableSize, VEX_STATUS_DISK_TOO_SMALL);
+}
+
+void requireDisks(Machine& machine, const std::vector<Handle>& disks) {
+  require(!disks.empty(), VEX_STATUS_NOT_ENOUGH_ITEMS);
+  for (const Handle disk : disks) diskAt(machine, disk);
+  const std::set<Handle> different(disks.begin(), disks.end());
+  require(different.size() == disks.size(), VEX_STATUS_INVALID_DISK);
+}
+
+void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, std::size_t more) {
+  const auto isRaidDisk = [&](const auto& entry) {
+    const EndDevice& disk = entry.second;
+    return machine.controllers.at(disk.controller).engine == engine.handle && (disk.array != 0 || disk.spare);
+  };
+  const auto present = std::count_if(machine.devices.begin(), machine.devices.end(), isRaidDisk);
+  require(static_cast<std::size_t>(present) + more <= engine.maxRaidDisksSupported,
+          VEX_STATUS_TOO_MANY_ITEMS);
+}
+
+const RaidEngine& requireEngine(const Machine& machine, const Controller& controller) {
+  const RaidEngine* const engine = machine.engines.find(controller.engine);
+  require(engine != nullptr && engine->raidEnabled, VEX_STATUS_NOT_SUPPORTED);
+  return *engine;
+}
+
+const LevelCapability& requireLevel(const RaidEngine& engine, std::uint32_t code) {
+  require(isOneLevel(code), VEX_STATUS_INVALID_RAID_LEVEL);
+  const LevelCapability* const level = findLevel(engine, static_cast<RaidLevel>(code));
+  require(level != nullptr, VEX_STATUS_RAID_LEVEL_NOT_SUPPORTED);
+  return *level;
+}
+
+StripSize requireStripSize(const LevelCapability& level, std::uint32_t code) {
+  if (level.level == RaidLevel::RAID_1) return level.defaultStripSize;
+  require(isOneBit(code) && (level.stripSizes & code) != 0, VEX_STATUS_INVALID_STRIP_SIZE);
+  return static_cast<StripSize>(code);
+}
+
+void requireName(const Machine& machine, std::string_view name, Handle self) {
+  require(isVolumeName(name), VEX_STATUS_INVALID_VOLUME_NAME);
+  const Volume* const bearer = findVolumeByName(machine, name);
+  require(bearer == nullptr || bearer->handle == self, VEX_STATUS_DUPLICATE_VOLUME_NAME);
+}
+
+std::uint64_t requireSize(const Controller& controller, RaidLevel level, std::size_t disks,
+                          std::uint64_t sizeMiB, std::uint64_t freePerDisk) {
+  require(sizeMiB <= kMaxSizeMiB && freePerDisk > 0, VEX_STATUS_INVALID_VOLUME_SIZE);
+  const std::uint64_t size = sizeMiB == 0 ? freePerDisk * dataDisks(level, disks) : sizeMiB * kMiB;
+  require(shareOf(level, disks, size) <= freePerDisk, VEX_STATUS_INVALID_VOLUME_SIZE);
+  require(size <= kTwoTb || controller.twoTbVolumeSupport, VEX_STATUS_VOLUME_OVER_2TB);
+  return size;
+}
+
+RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level, std::uint32_t code,
+                     Handle drive, const std::vector<Handle>& members) {
+  require(code <= VEX_RWH_POLICY_JOURNALING_DRIVE, VEX_STATUS_INVALID_RWH_MODE);
+  const auto policy = static_cast<RwhPolicy>(code);
+  if (policy == RwhPolicy::RWH_OFF) return {};
+  require((engine.rwhPolicies & bitOf(policy)) != 0, VEX_STATUS_INVALID_RWH_MODE);
+  require(level == RaidLevel::RAID_5, VEX_STATUS_RAID_LEVEL_NOT_SUPPORTED);
+  if (policy == RwhPolicy::RWH_DISTRIBUTED) return {policy, 0};
+  require(drive != 0 && std::count(members.begin(), members.end(), drive) == 0, VEX_STATUS_INVALID_DISK);
+  requireJournalingDrive(diskAt(machine, drive), machine.devices.at(members.front()));
+  return {policy, drive};
+}
+
+}  // namespace simulator

@@ -1,0 +1,122 @@
+#include "checks.h"
+#include "model/capacity.h"
+#include "model/disk_role.h"
+#include "model/redundancy.h"
+#include "rules.h"
+
+namespace simulator {
+namespace {
+
+constexpr std::uint32_t kMaxFailedUnlocks = 5;
+
+/// Metadata are cleared of a disk that can be written and that nothing uses.
+bool isClearable(const EndDevice& disk) {
+  const DiskState state = stateOf(disk);
+  const bool isWritable =
+      isUsable(disk) || state == DiskState::OFFLINE || state == DiskState::CONFIG_IS_UPREV;
+  const DiskUsage usage = usageOf(disk);
+  const bool isUnused =
+      usage == DiskUsage::PASS_THROUGH || usage == DiskUsage::SPARE || usage == DiskUsage::OFFLINE_ARRAY;
+  return isWritable && isUnused && !disk.systemDisk;
+}
+
+void dropSpareRole(EndDevice& disk) {
+  disk.spare = false;
+  disk.spareFor = 0;
+}
+
+void requireSpareOf(Machine& machine, const EndDevice& disk, Handle arrayHandle) {
+  const Array& array = machine.arrays.at(arrayHandle);
+  require(disk.controller == array.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
+  const EndDevice& member = machine.devices.at(array.disks.front());
+  require(disk.logicalSectorSize == member.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
+  require(usableSize(disk) >= usedPerDisk(machine, array), VEX_STATUS_DISK_TOO_SMALL);
+}
+
+/// A volume that runs the system must not be lost, and must not lose what it still has.
+bool holdsUpSystem(const Machine& machine, const EndDevice& device) {
+  if (device.array == 0) return device.systemDisk;
+  for (const Handle handle : machine.arrays.at(device.array).volumes) {
+    const Volume& volume = machine.volumes.at(handle);
+    const bool isSafe = isRedundant(volume.level) && stateOf(machine, volume) == VolumeState::NORMAL;
+    if (volume.systemVolume && !isSafe) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void clearMetadata(Machine& machine, Handle handle) {
+  EndDevice& disk = diskAt(machine, handle);
+  require(isClearable(disk), VEX_STATUS_INVALID_STATE);
+  dropSpareRole(disk);
+  disk.foreignMetadata = false;
+  if (!isUsable(disk)) disk.state = DiskState::NORMAL;
+}
+
+void markDiskAsNormal(Machine& machine, Handle handle) {
+  EndDevice& disk = diskAt(machine, handle);
+  require(machine.controllers.at(disk.controller).supportsMarkAsNormal, VEX_STATUS_NOT_SUPPORTED);
+  const DiskState state = stateOf(disk);
+  require(state == DiskState::FAILED || state == DiskState::OFFLINE || state == DiskState::MANUAL_OFFLINE,
+          VEX_STATUS_INVALID_STATE);
+  disk.state = DiskState::NORMAL;
+}
+
+void markAsSpare(Machine& machine, Handle handle, Handle array) {
+  EndDevice& disk = diskAt(machine, handle);
+  const Controller& controller = machine.controllers.at(disk.controller);
+  require(controller.supportsMarkAsSpare, VEX_STATUS_NOT_SUPPORTED);
+  const RaidEngine& engine = requireEngine(machine, controller);
+  require(array == 0 ? engine.globalSpareSupport : engine.dedicatedSpareSupport, VEX_STATUS_NOT_SUPPORTED);
+  require(isSupported(disk) && disk.x8 == X8Role::NONE, VEX_STATUS_UNSUPPORTED_DISK);
+  require(disk.isOrdanNVMe || !engine.ordanDrivesOnly, VEX_STATUS_FOREIGN_DRIVE_NOT_SUPPORTED);
+  require(isFree(disk), VEX_STATUS_INVALID_STATE);
+  if (array != 0) requireSpareOf(machine, disk, array);
+  requireRaidDiskRoom(machine, engine, 1);
+  disk.spare = true;
+  disk.spareFor = array;
+}
+
+void unmarkAsSpare(Machine& machine, Handle handle) {
+  EndDevice& disk = diskAt(machine, handle);
+  require(usageOf(disk) == DiskUsage::SPARE, VEX_STATUS_INVALID_STATE);
+  dropSpareRole(disk);
+}
+
+void assignStoragePool(Machine& machine, Handle handle, std::uint8_t pool) {
+  EndDevice& disk = diskAt(machine, handle);
+  require(isFree(disk), VEX_STATUS_INVALID_STATE);
+  disk.storagePool = pool;
+}
+
+void unlockDisk(Machine& machine, Handle handle, std::string_view password, bool isMaster) {
+  EndDevice& disk = diskAt(machine, handle);
+  require(stateOf(disk) == DiskState::LOCKED, VEX_STATUS_INVALID_STATE);
+  require(disk.failedUnlocks < kMaxFailedUnlocks, VEX_STATUS_UNLOCK_LIMIT_REACHED);
+  const std::string& wanted = isMaster ? disk.masterPassword : disk.userPassword;
+  if (wanted.empty() || password != wanted) {
+    ++disk.failedUnlocks;
+    ++machine.changes;
+    throw Refusal(VEX_STATUS_WRONG_PASSWORD);
+  }
+  disk.failedUnlocks = 0;
+  disk.state = DiskState::NORMAL;
+}
+
+void resetSmartEvent(Machine& machine, Handle handle) {
+  EndDevice& disk = diskAt(machine, handle);
+  require(stateOf(disk) == DiskState::SMART_EVENT_TRIGGERED, VEX_STATUS_INVALID_STATE);
+  disk.state = DiskState::NORMAL;
+}
+
+void removePhy(Machine& machine, Handle phy, std::uint32_t one) {
+  require(one == 1, VEX_STATUS_INVALID_PARAMETER);
+  EndDevice& device = machine.devices.at(machine.phyOwner.at(phy));
+  require(device.presence == Presence::PRESENT, VEX_STATUS_INVALID_STATE);
+  require(device.managedHotplug, VEX_STATUS_NOT_SUPPORTED);
+  require(!holdsUpSystem(machine, device), VEX_STATUS_INVALID_STATE);
+  device.presence = Presence::ABSENT;
+}
+
+}  // namespace simulator

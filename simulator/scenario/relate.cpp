@@ -1,0 +1,260 @@
+#include "relate.h"
+
+#include <algorithm>
+#include <set>
+
+#include "engine/settle.h"
+#include "engine/work.h"
+#include "model/capability.h"
+#include "model/capacity.h"
+#include "model/disk_role.h"
+#include "model/links.h"
+#include "model/names.h"
+#include "model/redundancy.h"
+#include "scenario.h"
+
+namespace simulator {
+namespace {
+
+std::string indexed(const std::string& path, const char* key, std::size_t index) {
+  return path + "." + key + "[" + std::to_string(index) + "]";
+}
+
+class Relating {
+ public:
+  Relating(Machine& machine, const Loading& loading) : m_machine(machine), m_loading(loading) {}
+
+  void run() {
+    for (auto& entry : m_machine.engines) checkEngine(entry.second);
+    for (auto& entry : m_machine.controllers) checkController(entry.second);
+    for (auto& entry : m_machine.devices) relateDevice(entry.second);
+    for (auto& entry : m_machine.ports) relatePort(entry.second);
+    relateArrays();
+    relateVolumes();
+    for (const auto& entry : m_machine.devices) checkRole(entry.second);
+    for (auto& entry : m_machine.volumes) relateWork(entry.second);
+    settle(m_machine);
+  }
+
+ private:
+  /// `object` is any object of the file; the message names its place and `key`.
+  template <class T>
+  void demand(bool condition, const T& object, const char* key, const std::string& text) const {
+    if (!condition) throw ScenarioError(m_loading.pathOf(object.handle) + "." + key + ": " + text);
+  }
+
+  static void demandAt(bool condition, const std::string& path, const std::string& text) {
+    if (!condition) throw ScenarioError(path + ": " + text);
+  }
+
+  void checkEngine(const RaidEngine& engine) const {
+    const std::string path = m_loading.pathOf(engine.handle);
+    for (std::size_t i = 0; i < engine.levels.size(); ++i) {
+      const LevelCapability& level = engine.levels[i];
+      const std::string at = indexed(path, "levels", i);
+      demandAt(findLevel(engine, level.level) == &level, at + ".level", "stands twice");
+      demandAt(1 < level.minDisks && level.minDisks <= level.maxDisks, at + ".minDisks",
+               "must be 2 at least and maxDisks at most");
+      demandAt((level.stripSizes & bitOf(level.defaultStripSize)) != 0, at + ".defaultStripSize",
+               "is not one of stripSizes");
+      demandAt((level.migrationRequiresDisk & ~level.migrationTargets) == 0, at + ".migrationRequiresDisk",
+               "holds a level that migrationTargets does not hold");
+    }
+  }
+
+  void checkController(const Controller& controller) const {
+    demand(!controller.xorEnabled || controller.xorSupported, controller, "xorEnabled", "needs xorSupported");
+    demand(!controller.readPatrolEnabled || controller.readPatrolSupported, controller, "readPatrolEnabled",
+           "needs readPatrolSupported");
+    demand(!controller.rohiEnabled || controller.rohiSupported, controller, "rohiEnabled",
+           "needs rohiSupported");
+  }
+
+  void relateDevice(EndDevice& device) {
+    m_machine.controllers.at(device.controller).devices.push_back(device.handle);
+    for (const Phy& phy : device.phys) m_machine.phyOwner.add(phy.handle, device.handle);
+    if (device.type != DeviceType::DISK) return;
+    demand(usableSize(device) > 0, device, "totalSize", "a disk needs more than 8 MiB");
+    demand(device.logicalSectorSize > 0 && device.logicalSectorSize <= UINT32_MAX, device,
+           "logicalSectorSize", "must be from 1 to 4294967295");
+    demand(device.physicalSectorSize > 0 && device.physicalSectorSize <= UINT32_MAX, device,
+           "physicalSectorSize", "must be from 1 to 4294967295");
+  }
+
+  void relatePort(Port& port) {
+    Controller* const controller = m_machine.controllers.find(port.device);
+    if (controller != nullptr) controller->ports.push_back(port.handle);
+    if (port.connectedTo == 0) return;
+    Port& farPort = m_machine.ports.at(port.connectedTo);
+    demand(farPort.handle != port.handle, port, "connectedTo", "a port cannot be connected to itself");
+    demand(farPort.connectedTo == 0 || farPort.connectedTo == port.handle, port, "connectedTo",
+           "the far port is connected to another");
+    farPort.connectedTo = port.handle;
+  }
+
+  void relateArrays() {
+    Table<Array> read;
+    std::swap(read, m_machine.arrays);
+    for (auto& entry : read) {
+      checkArray(entry.second);
+      addArray(m_machine, std::move(entry.second));
+    }
+  }
+
+  void checkArray(const Array& array) const {
+    demand(!array.disks.empty(), array, "disks", "an array needs a disk");
+    const EndDevice& first = m_machine.devices.at(array.disks.front());
+    for (std::size_t i = 0; i < array.disks.size(); ++i) {
+      const EndDevice& disk = m_machine.devices.at(array.disks[i]);
+      const std::string at = indexed(m_loading.pathOf(array.handle), "disks", i);
+      demandAt(disk.type == DeviceType::DISK, at, "is not a disk");
+      demandAt(std::count(array.disks.begin(), array.disks.end(), disk.handle) == 1, at, "stands twice");
+      demandAt(disk.array == 0, at, "is a member of another array");
+      demandAt(disk.controller == first.controller, at, "is on another controller than the first disk");
+      demandAt(disk.logicalSectorSize == first.logicalSectorSize, at,
+               "has another logical sector size than the first disk");
+      demandAt(!disk.spare && !disk.foreignMetadata, at, "a spare or a disk with foreign metadata");
+    }
+    const Controller& controller = m_machine.controllers.at(first.controller);
+    demand(controller.engine != 0, array, "disks", "their controller has no RAID engine");
+    demand(array.disks.size() <= m_machine.engines.at(controller.engine).maxDisksPerArray, array, "disks",
+           "are more than the engine's maxDisksPerArray");
+  }
+
+  void relateVolumes() {
+    Table<Volume> read;
+    std::swap(read, m_machine.volumes);
+    for (auto& entry : read) {
+      Volume& volume = entry.second;
+      chooseOrdinal(volume);
+      checkVolume(volume);
+      completeMigration(volume);
+      const Handle handle = volume.handle;
+      addVolume(m_machine, std::move(volume));
+      fit(m_machine.volumes.at(handle));
+    }
+  }
+
+  /// Volumes of one array that all leave their ordinal out are numbered in the order of the file.
+  void chooseOrdinal(Volume& volume) const {
+    const auto isTaken = [&](std::uint32_t ordinal) {
+      const auto& volumes = m_machine.arrays.at(volume.array).volumes;
+      return std::any_of(volumes.begin(), volumes.end(),
+                         [&](Handle other) { return m_machine.volumes.at(other).ordinal == ordinal; });
+    };
+    if (volume.ordinal == 0) {
+      while (isTaken(volume.ordinal)) ++volume.ordinal;
+    }
+    demand(!isTaken(volume.ordinal), volume, "arrayOrdinal", "is taken in its array");
+  }
+
+  void checkVolume(const Volume& volume) {
+    const Array& array = m_machine.arrays.at(volume.array);
+    const RaidEngine& engine = engineOf(m_machine, array);
+    demand(isVolumeName(volume.name), volume, "name", "is no volume name");
+    demand(m_volumeNames.insert(volume.name).second, volume, "name", "is taken by another volume");
+    demand(array.volumes.size() < engine.maxVolumesPerArray, volume, "array",
+           "has the engine's maxVolumesPerArray already");
+    const LevelCapability* const level = findLevel(engine, volume.level);
+    demand(level != nullptr, volume, "raidLevel", "the engine has no such level");
+    demand(takesDiskCount(*level, array.disks.size()), volume, "raidLevel",
+           "does not go with " + std::to_string(array.disks.size()) + " disks on this engine");
+    demand(volume.level == RaidLevel::RAID_1 || takesStripSize(*level, volume.stripSize), volume, "stripSize",
+           "the engine does not have it at this level");
+    for (std::size_t i = 0; i < volume.stale.size(); ++i) {
+      const bool isMember = m_machine.devices.at(volume.stale[i]).array == volume.array;
+      demandAt(isMember, indexed(m_loading.pathOf(volume.handle), "stale", i),
+               "is not a disk of the volume's array");
+    }
+    checkJournal(volume, engine);
+  }
+
+  void checkJournal(const Volume& volume, const RaidEngine& engine) const {
+    demand((engine.rwhPolicies & bitOf(volume.rwhPolicy)) != 0 || volume.rwhPolicy == RwhPolicy::RWH_OFF,
+           volume, "rwhPolicy", "the engine does not have it");
+    demand(volume.level == RaidLevel::RAID_5 || volume.rwhPolicy == RwhPolicy::RWH_OFF, volume, "rwhPolicy",
+           "is for RAID_5 only");
+    const bool needsDrive = volume.rwhPolicy == RwhPolicy::RWH_JOURNALING_DRIVE;
+    demand(needsDrive == (volume.journalingDrive != 0), volume, "journalingDrive",
+           "goes with the policy RWH_JOURNALING_DRIVE and no other");
+    if (!needsDrive) return;
+    const EndDevice& drive = m_machine.devices.at(volume.journalingDrive);
+    const Array& array = m_machine.arrays.at(volume.array);
+    demand(drive.type == DeviceType::DISK && drive.array == 0 && !drive.spare, volume, "journalingDrive",
+           "is a member, a spare or not a disk");
+    demand(drive.controller == array.controller, volume, "journalingDrive", "is on another controller");
+    demand(usableSize(drive) >= kJournalSize, volume, "journalingDrive", "is smaller than 1 GiB");
+  }
+
+  /// What a migration leaves out is as the volume is.
+  void completeMigration(Volume& volume) const {
+    if (!volume.work || volume.work->kind != WorkKind::MIGRATE) return;
+    Work& work = *volume.work;
+    const std::string at = m_loading.pathOf(volume.handle) + ".work";
+    demand(volume.size > 0, volume, "size", "a volume that migrates needs one");
+    if (work.sourceDisks.empty()) work.sourceDisks = m_machine.arrays.at(volume.array).disks;
+    if (work.targetSize == 0) work.targetSize = volume.size;
+    for (std::size_t i = 0; i < work.sourceDisks.size(); ++i) {
+      const bool isMember = m_machine.devices.at(work.sourceDisks[i]).array == volume.array;
+      demandAt(isMember, indexed(at, "sourceDisks", i), "is not a disk of the volume's array");
+    }
+    demandAt(dataDisks(work.sourceLevel, work.sourceDisks.size()) > 0, at + ".sourceLevel",
+             "does not go with the number of source disks");
+  }
+
+  /// A size of 0 is all that is free when the volume's turn comes.
+  void fit(Volume& volume) const {
+    const Array& array = m_machine.arrays.at(volume.array);
+    if (volume.size == 0) {
+      volume.size = freePerDisk(m_machine, array) * dataDisks(volume.level, array.disks.size());
+      demand(volume.size > 0, volume, "size", "nothing is free in the array");
+    }
+    demand(volume.size % m_machine.devices.at(array.disks.front()).logicalSectorSize == 0, volume, "size",
+           "is no whole number of sectors");
+    demand(volume.work || isWithinCapacity(array), volume, "size", capacityText(array));
+  }
+
+  bool isWithinCapacity(const Array& array) const {
+    return usedPerDisk(m_machine, array) <= memberSize(m_machine, array);
+  }
+
+  std::string capacityText(const Array& array) const {
+    return "the volumes of the array take " + std::to_string(usedPerDisk(m_machine, array)) +
+           " bytes of each disk, and a disk has " + std::to_string(memberSize(m_machine, array));
+  }
+
+  void checkRole(const EndDevice& device) const {
+    demand(device.state != DiskState::MISSING, device, "state", "MISSING follows from \"presence\"");
+    demand(device.spareFor == 0 || device.spare, device, "spareFor", "needs \"spare\"");
+    if (device.type == DeviceType::DISK) return;
+    demand(!device.spare && !device.foreignMetadata && device.x8 == X8Role::NONE, device, "deviceType",
+           "only a disk has a role");
+  }
+
+  void relateWork(Volume& volume) {
+    if (!volume.work) return;
+    Work& work = *volume.work;
+    const std::string at = m_loading.pathOf(volume.handle) + ".work";
+    const Array& array = m_machine.arrays.at(volume.array);
+    if (work.kind == WorkKind::REBUILD) {
+      const bool isMember = work.disk != 0 && m_machine.devices.at(work.disk).array == volume.array;
+      demandAt(isMember, at + ".disk", "is not a disk of the volume's array");
+      if (!isStale(volume, work.disk)) volume.stale.push_back(work.disk);
+    } else if (work.kind != WorkKind::MIGRATE) {
+      demandAt(isRedundant(volume.level), at + ".kind", "is for redundant levels only");
+    }
+    demandAt(isWithinCapacity(array), at, capacityText(array));
+    if (work.totalMs == 0) work.totalMs = durationOf(m_machine, volume, work.kind);
+    demandAt(work.elapsedMs < work.totalMs, at + ".elapsedMs", "must be less than totalMs");
+  }
+
+  Machine& m_machine;
+  const Loading& m_loading;
+  std::set<std::string> m_volumeNames;
+};
+
+}  // namespace
+
+void relate(Machine& machine, const Loading& loading) { Relating(machine, loading).run(); }
+
+}  // namespace simulator

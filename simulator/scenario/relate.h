@@ -1,0 +1,15 @@
+#ifndef MIRN_SIMULATOR_SCENARIO_RELATE_H
+#define MIRN_SIMULATOR_SCENARIO_RELATE_H
+
+#include "loading.h"
+#include "model/machine.h"
+
+namespace simulator {
+
+/// Computes the derived members of a machine that was read and checks that its objects agree with one
+/// another: memberships, roles, capacity, capabilities. Raises `ScenarioError` at the first that do not.
+void relate(Machine& machine, const Loading& loading);
+
+}  // namespace simulator
+
+#endif

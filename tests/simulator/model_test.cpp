@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "engine/work.h"
+#include "model/capacity.h"
+#include "model/names.h"
+#include "records/text_field.h"
+#include "support/by_name.h"
+
+namespace simulator {
+namespace {
+
+struct ShareRow {
+  std::string name;
+  RaidLevel level;
+  std::size_t disks;
+  std::uint64_t sizeMiB;
+  std::uint64_t shareMiB;
+};
+
+void PrintTo(const ShareRow& row, std::ostream* stream) { *stream << row.name; }
+
+class Share : public testing::TestWithParam<ShareRow> {};
+
+TEST_P(Share, IsWhatTheLevelTakesOfEachDisk) {
+  EXPECT_EQ(shareOf(GetParam().level, GetParam().disks, GetParam().sizeMiB * kMiB),
+            GetParam().shareMiB * kMiB);
+}
+
+INSTANTIATE_TEST_SUITE_P(Levels, Share,
+                         testing::Values(ShareRow{"Raid0", RaidLevel::RAID_0, 4, 1000, 250},
+                                         ShareRow{"Raid0Rounded", RaidLevel::RAID_0, 3, 1000, 334},
+                                         ShareRow{"Raid1", RaidLevel::RAID_1, 2, 1000, 1000},
+                                         ShareRow{"Raid10", RaidLevel::RAID_10, 4, 1000, 500},
+                                         ShareRow{"Raid5", RaidLevel::RAID_5, 3, 1000, 500},
+                                         ShareRow{"Raid5OfFive", RaidLevel::RAID_5, 5, 1001, 251},
+                                         ShareRow{"Petabytes", RaidLevel::RAID_5, 5, 1ULL << 40, 1ULL << 38}),
+                         ByName());
+
+TEST(UsableSize, IsWholeMebibytesWithoutTheMetadata) {
+  EndDevice disk;
+  disk.totalSize = 1008 * kMiB + 12345;
+  EXPECT_EQ(usableSize(disk), 1000 * kMiB);
+  disk.totalSize = 8 * kMiB - 1;
+  EXPECT_EQ(usableSize(disk), 0U);
+  disk.totalSize = 1008 * kMiB;
+  disk.type = DeviceType::NON_DISK_STORAGE;
+  EXPECT_EQ(usableSize(disk), 0U);
+}
+
+TEST(TextField, IsFilledToItsEnd) {
+  char field[6];
+  std::memset(field, 'x', sizeof(field));
+  putText(field, "ab");
+  EXPECT_EQ(std::string(field, 6), std::string("ab\0\0\0\0", 6));
+  EXPECT_EQ(textOf(field), "ab");
+}
+
+TEST(TextField, EndsInANulHoweverLongTheText) {
+  char field[4];
+  putText(field, "abcdef");
+  EXPECT_STREQ(field, "abc");
+}
+
+TEST(TextField, CutsNoCharacterInTwo) {
+  char field[4];
+  putText(field, "ab\xC3\xA4");
+  EXPECT_STREQ(field, "ab");
+  putText(field,
+          "a\xC3\xA4"
+          "b");
+  EXPECT_STREQ(field, "a\xC3\xA4");
+  putText(field, "\xF0\x9F\x90\xA7");
+  EXPECT_STREQ(field, "");
+}
+
+TEST(TextField, MayBeFullWithoutANul) {
+  const char field[4] = {'a', 'b', 'c', 'd'};
+  EXPECT_EQ(textOf(field), "abcd");
+}
+
+struct NameRow {
+  std::string name;
+  std::string text;
+  bool isTaken;
+};
+
+void PrintTo(const NameRow& row, std::ostream* stream) { *stream << row.name; }
+
+class VolumeName : public testing::TestWithParam<NameRow> {};
+
+TEST_P(VolumeName, IsPlain) { EXPECT_EQ(isVolumeName(GetParam().text), GetParam().isTaken); }
+
+INSTANTIATE_TEST_SUITE_P(Texts, VolumeName,
+                         testing::Values(NameRow{"Short", "a", true},
+                                         NameRow{"Longest", "1234567890123456", true},
+                                         NameRow{"TooLong", "12345678901234567", false},
+                                         NameRow{"Empty", "", false}, NameRow{"BlankFirst", " a", false},
+                                         NameRow{"BlankInside", "a b", true},
+                                         NameRow{"BlankLast", "a ", true}, NameRow{"Backslash", "a\\", false},
+                                         NameRow{"Tab", "a\t", false}, NameRow{"Delete", "a\x7F", false},
+                                         NameRow{"Tilde", "~", true}, NameRow{"NotAscii", "\xC3\xA4", false}),
+                         ByName());
+
+TEST(Progress, IsAFractionOf32Bits) {
+  Volume volume;
+  EXPECT_EQ(progressOf(volume), 0U);
+  volume.work.emplace();
+  volume.work->totalMs = 1000;
+  volume.work->elapsedMs = 500;
+  EXPECT_EQ(progressOf(volume), 0x7FFFFFFFU);
+  volume.work->elapsedMs = 1000;
+  EXPECT_EQ(progressOf(volume), 0xFFFFFFFFU);
+  volume.work->totalMs = std::uint64_t{1} << 60;
+  volume.work->elapsedMs = std::uint64_t{1} << 59;
+  EXPECT_EQ(progressOf(volume), 0x7FFFFFFFU);
+}
+
+}  // namespace
+}  // namespace simulator

@@ -1,0 +1,163 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "workbench_fixture.h"
+
+// What outlives the library: the state file, and what the environment says.
+
+namespace {
+
+constexpr VEX_STATUS kOk = VEX_STATUS_SUCCESS;
+
+/// The library started by its environment, with files in a folder of the test's own.
+class Kept : public Workbench {
+ protected:
+  void SetUp() override {
+    char folder[] = "/tmp/vexl2_state_XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    m_folder = folder;
+    write("scenario.json", kWorkbench);
+    setenv("VEXL2_SCENARIO", path("scenario.json").c_str(), 1);
+    setenv("VEXL2_STATE", path("state.json").c_str(), 1);
+    ASSERT_EQ(VexSimSetClockSpeed(0), kOk);
+    begin();
+  }
+
+  void TearDown() override {
+    Workbench::TearDown();
+    unsetenv("VEXL2_SCENARIO");
+    unsetenv("VEXL2_STATE");
+    unsetenv("VEXL2_CLOCK_SPEED");
+    std::filesystem::remove_all(m_folder);
+  }
+
+  std::string path(const std::string& name) const { return m_folder + "/" + name; }
+
+  void write(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
+
+  std::string read(const std::string& name) const {
+    std::ifstream file(path(name));
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  }
+
+  void begin() {
+    ASSERT_EQ(VexInitialize(), kOk);
+    openSession();
+  }
+
+  void restart() {
+    ASSERT_EQ(VexFinalize(), kOk);
+    begin();
+  }
+
+ private:
+  std::string m_folder;
+};
+
+TEST_F(Kept, AChangeOutlivesTheLibrary) {
+  ASSERT_EQ(VexVolumeRename(volumeHandle("five"), "renamed"), kOk);
+  const VEX_HANDLE handle = volumeHandle("five");
+  restart();
+  EXPECT_STREQ(volume("volume five").name, "renamed");
+  EXPECT_EQ(volumeHandle("five"), handle);
+}
+
+TEST_F(Kept, TheWholeMachineOutlivesTheLibrary) {
+  ASSERT_EQ(VexSimPullDisk("a2"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("a2"), kOk);
+  pass(1000);
+  const std::string before = machine();
+  restart();
+  EXPECT_EQ(machine(), before);
+}
+
+TEST_F(Kept, WorkGoesOnWhereItStood) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), kOk);
+  pass(2000);
+  restart();
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_VERIFYING);
+  pass(2999);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_VERIFYING);
+  pass(1);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
+}
+
+TEST_F(Kept, WrongPasswordsAreRemembered) {
+  VEX_UNLOCK_PARAMS params = {};
+  std::strcpy(params.password, "guess");
+  for (int attempt = 0; attempt < 5; ++attempt) {
+    EXPECT_EQ(VexDiskUnlock(diskHandle("locked"), &params), VEX_STATUS_WRONG_PASSWORD);
+  }
+  restart();
+  EXPECT_EQ(VexDiskUnlock(diskHandle("locked"), &params), VEX_STATUS_UNLOCK_LIMIT_REACHED);
+}
+
+TEST_F(Kept, AChangeIsThereThoughTheProcessDied) {
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    VexVolumeRename(volumeHandle("five"), "renamed");
+    _exit(0);  // without VexFinalize
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_NE(read("state.json").find("\"renamed\""), std::string::npos);
+}
+
+TEST_F(Kept, AScenarioLoadedByHandIsKept) {
+  ASSERT_EQ(VexSimLoadText(R"({"engines": [{"id": "mine"}]})"), kOk);
+  EXPECT_NE(read("state.json").find("\"mine\""), std::string::npos);
+}
+
+TEST_F(Kept, AStateFileThatIsBrokenStopsTheStart) {
+  ASSERT_EQ(VexFinalize(), kOk);
+  write("state.json", "{\"colour\": 1}");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(VexInitialize(), VEX_STATUS_FAILED);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "VEXL2: " + path("state.json") + ": colour: unknown key\n");
+  EXPECT_EQ(read("state.json"), "{\"colour\": 1}") << "it may be mended";
+  std::filesystem::remove(path("state.json"));
+  begin();
+}
+
+TEST_F(Kept, AScenarioThatIsNotThereStopsTheStart) {
+  ASSERT_EQ(VexFinalize(), kOk);
+  setenv("VEXL2_SCENARIO", "/no/such/file.json", 1);
+  unsetenv("VEXL2_STATE");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(VexInitialize(), VEX_STATUS_FAILED);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "VEXL2: /no/such/file.json: cannot be read\n");
+  unsetenv("VEXL2_SCENARIO");
+  begin();
+  EXPECT_EQ(handles(VexGetControllerHandles).size(), 4U) << "the embedded scenario";
+}
+
+TEST_F(Kept, AClockSpeedThatIsNoneStopsTheStart) {
+  ASSERT_EQ(VexFinalize(), kOk);
+  setenv("VEXL2_CLOCK_SPEED", "fast", 1);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(VexInitialize(), VEX_STATUS_FAILED);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "VEXL2: VEXL2_CLOCK_SPEED: \"fast\" is no whole number up to 999999\n");
+  unsetenv("VEXL2_CLOCK_SPEED");
+  begin();
+}
+
+TEST_F(Kept, AFolderThatCannotBeWrittenIsSaidAndBorne) {
+  ASSERT_EQ(VexFinalize(), kOk);
+  setenv("VEXL2_STATE", "/no/such/folder/state.json", 1);
+  testing::internal::CaptureStderr();
+  begin();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "VEXL2: /no/such/folder/state.json: cannot be written\n");
+  unsetenv("VEXL2_STATE");
+  restart();
+}
+
+}  // namespace

@@ -1,0 +1,41 @@
+#ifndef MIRN_HOST_HOSTED_PLUGIN_H
+#define MIRN_HOST_HOSTED_PLUGIN_H
+
+#include <memory>
+#include <string>
+
+#include "host/module_loader.h"
+#include "plugin_interface.h"
+
+/// A plug-in on its way through the calling order: the constructor loads the module, discovers and registers;
+/// `initialize`; any number of requests; `finish`; the destructor releases the plug-in and unloads the
+/// module. An initialised plug-in is never released unfinished.
+class HostedPlugin : private PluginRegistrar {
+ public:
+  /// @throws std::runtime_error when the file is no module, or the module gives no plug-in
+  explicit HostedPlugin(const std::string& modulePath);
+  HostedPlugin(const HostedPlugin&) = delete;
+  HostedPlugin& operator=(const HostedPlugin&) = delete;
+  virtual ~HostedPlugin();
+
+  const PluginDescription& description() const { return m_description; }
+  ovra::service_plugin_interface& plugin() { return *m_plugin; }
+  const LoadedModule& module() const { return m_module; }
+
+  /// @throws std::runtime_error when the plug-in says that it is not ready, or raises
+  void initialize();
+
+  /// With no request under way. Does something after a successful `initialize` only, and once; a failure of
+  /// the plug-in passes. The destructor does it too, and keeps such a failure to itself.
+  void finish();
+
+ private:
+  bool addPlugin(std::shared_ptr<ovra::plugin_interface> plugin) override;
+
+  LoadedModule m_module;  // first: its code is needed until the plug-in is gone
+  PluginDescription m_description{};
+  std::shared_ptr<ovra::service_plugin_interface> m_plugin;
+  bool m_initialized = false;
+};
+
+#endif

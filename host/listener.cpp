@@ -1,0 +1,62 @@
+#include "host/listener.h"
+
+#include <boost/asio/post.hpp>
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "host/report.h"
+#include "host/session.h"
+
+namespace {
+
+namespace asio = boost::asio;
+using asio::ip::tcp;
+using boost::system::error_code;
+
+constexpr std::chrono::milliseconds kPauseAfterFailure{100};
+
+}  // namespace
+
+Listener::Listener(asio::io_context& io, const tcp::endpoint& endpoint)
+    : m_io(io),
+      m_strand(asio::make_strand(io)),
+      m_acceptor(m_strand, endpoint),
+      m_pause(m_strand),
+      m_endpoint(m_acceptor.local_endpoint()) {}
+
+void Listener::start(SharedState& state) {
+  asio::post(m_strand, [this, &state] { accept(state); });
+}
+
+void Listener::stop() {
+  asio::post(m_strand, [this] {
+    error_code error;
+    m_acceptor.close(error);
+    m_pause.cancel();
+  });
+}
+
+void Listener::accept(SharedState& state) {
+  m_acceptor.async_accept(asio::make_strand(m_io), [this, &state](error_code error, tcp::socket socket) {
+    onAccept(state, error, std::move(socket));
+  });
+}
+
+void Listener::onAccept(SharedState& state, error_code error, tcp::socket socket) {
+  if (!m_acceptor.is_open()) return;
+  if (error) return pause(state);
+  error_code ignored;
+  socket.set_option(tcp::no_delay(true), ignored);
+  const auto session = std::make_shared<Session>(std::move(socket), state);
+  if (state.connections.add(session)) session->start();
+  accept(state);
+}
+
+/// A failure that is not the connection's own, such as no descriptors left, would come again at once.
+void Listener::pause(SharedState& state) {
+  m_pause.expires_after(kPauseAfterFailure);
+  m_pause.async_wait([this, &state](error_code) {
+    if (m_acceptor.is_open()) accept(state);
+  });
+}

@@ -1,0 +1,94 @@
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+
+#include "host/api_service.h"
+#include "host/hosted_plugin.h"
+#include "host/options.h"
+#include "host/report.h"
+#include "host/server.h"
+#include "host/token_file.h"
+#include "text.h"
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+constexpr int kUsage = 2;
+
+/// SIGINT and SIGTERM wait for `wait` from the construction on; a second one ends the process at once.
+class StopSignal {
+ public:
+  void wait() {
+    m_signals.async_wait([this](const boost::system::error_code&, int) { m_signals.clear(); });
+    m_io.run();
+  }
+
+ private:
+  boost::asio::io_context m_io;
+  boost::asio::signal_set m_signals{m_io, SIGINT, SIGTERM};
+};
+
+void announceStart(const HostedPlugin& hosted, const std::string& url, const std::string& tokenFile,
+                   const std::string& token) {
+  const PluginDescription& description = hosted.description();
+  announce("Serving " + wideToUtf8(description.name) + " on " + url);
+  announce("Token file: " + tokenFile);
+  announce("Try: " + url + "/api/" + wideToUtf8(description.apiVersion) + "?access_token=" + token);
+}
+
+SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
+  if (!areWanted) return {};
+  SimulatorControls controls([&](const char* name) { return module.findAnywhere(name); });
+  if (controls.isEmpty()) report("the module brought no simulated library: there are no simulator controls");
+  return controls;
+}
+
+int serve(const Options& options) {
+  const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
+  const std::string token = loadOrCreateToken(tokenFile);
+  HostedPlugin hosted(options.module);
+  StopSignal stopSignal;
+  Server server(options);
+  hosted.initialize();
+  const ApiService service(hosted.plugin(), token, options.limits.bodyDepth,
+                           controlsOf(hosted.module(), options.simulatorControls));
+  server.start(service);
+  announceStart(hosted, server.url(), tokenFile, token);
+  stopSignal.wait();
+  if (!server.drain()) {
+    // The plug-in cannot be taken down under a request that is still inside it.
+    report("requests were still under way after the drain time: leaving them and the plug-in unfinished");
+    std::_Exit(kFailure);
+  }
+  hosted.finish();
+  return kSuccess;
+}
+
+int run(int argc, const char* const* argv) {
+  const Options options = parseOptions(argc, argv);
+  if (options.help) std::cout << helpText() << std::flush;
+  if (options.version && !options.help) announce(versionText());
+  return options.help || options.version ? kSuccess : serve(options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // The plug-in logs to the wide streams: unsynchronised, they and the narrow ones do not share a C stream,
+  // which would take either kind of character and drop the other.
+  std::ios::sync_with_stdio(false);
+  std::wcout << std::unitbuf;
+  try {
+    return run(argc, argv);
+  } catch (const UsageError& error) {
+    report(std::string(error.what()) + " (--help tells more)");
+    return kUsage;
+  } catch (const std::exception& failure) {
+    report(failure.what());
+    return kFailure;
+  }
+}

@@ -1,0 +1,40 @@
+#ifndef MIRN_HOST_OPTIONS_H
+#define MIRN_HOST_OPTIONS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+#include "host/limits.h"
+
+/// What the command line says.
+struct Options {
+  std::string module;
+  std::string address = "127.0.0.1";
+  std::uint16_t port = 8080;  ///< 0: any free one.
+  std::string tokenFile;      ///< Empty: the default one.
+  bool insecure = false;
+  bool logRequests = false;
+  bool simulatorControls = false;
+  std::size_t threads = 0;  ///< Of input and output; 0: one a core.
+  std::size_t workers = 16;
+  Limits limits;
+
+  bool help = false;  ///< Nothing else is judged then, nor with `version`.
+  bool version = false;
+};
+
+/// A command line that makes no sense; the text says why.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// @throws UsageError
+Options parseOptions(int argc, const char* const* argv);
+
+std::string helpText();
+std::string versionText();
+
+#endif

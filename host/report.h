@@ -1,0 +1,14 @@
+#ifndef MIRN_HOST_REPORT_H
+#define MIRN_HOST_REPORT_H
+
+#include <string>
+
+/// What the host has to say to who started it: whole lines, from any thread. `line` has no line end.
+
+/// To standard output: what a script reads.
+void announce(const std::string& line);
+
+/// To standard error, after the program's name.
+void report(const std::string& line);
+
+#endif

@@ -1,0 +1,115 @@
+#include "host/options.h"
+
+#include <gtest/gtest.h>
+
+#include "support/by_name.h"
+
+namespace {
+
+Options parse(std::vector<const char*> words) {
+  words.insert(words.begin(), "mirn-host");
+  return parseOptions(static_cast<int>(words.size()), words.data());
+}
+
+TEST(Options, AreSafeByDefault) {
+  const Options options = parse({"--module", "m.so"});
+  EXPECT_EQ(options.module, "m.so");
+  EXPECT_EQ(options.address, "127.0.0.1");
+  EXPECT_EQ(options.port, 8080);
+  EXPECT_FALSE(options.insecure);
+  EXPECT_FALSE(options.logRequests);
+  EXPECT_GE(options.threads, 1U);
+  EXPECT_EQ(options.limits.bodyBytes, 262144U);
+}
+
+TEST(Options, AreTakenFromTheCommandLine) {
+  const Options options = parse({"--module=m.so",
+                                 "--address",
+                                 "::1",
+                                 "--port=0",
+                                 "--threads",
+                                 "3",
+                                 "--workers",
+                                 "5",
+                                 "--max-waiting",
+                                 "0",
+                                 "--max-connections",
+                                 "9",
+                                 "--max-header",
+                                 "256",
+                                 "--max-body",
+                                 "0",
+                                 "--max-depth",
+                                 "1",
+                                 "--header-timeout",
+                                 "0.25",
+                                 "--body-timeout",
+                                 "2",
+                                 "--write-timeout",
+                                 "3",
+                                 "--idle-timeout",
+                                 "4",
+                                 "--drain-timeout",
+                                 "0.0001",
+                                 "--token-file",
+                                 "t",
+                                 "--log-requests"});
+  EXPECT_EQ(options.address, "::1");
+  EXPECT_EQ(options.port, 0);
+  EXPECT_EQ(options.threads, 3U);
+  EXPECT_EQ(options.workers, 5U);
+  EXPECT_EQ(options.limits.waitingCalls, 0U);
+  EXPECT_EQ(options.limits.connections, 9U);
+  EXPECT_EQ(options.limits.headerBytes, 256U);
+  EXPECT_EQ(options.limits.bodyBytes, 0U);
+  EXPECT_EQ(options.limits.bodyDepth, 1U);
+  EXPECT_EQ(options.limits.headerTime.count(), 250);
+  EXPECT_EQ(options.limits.bodyTime.count(), 2000);
+  EXPECT_EQ(options.limits.writeTime.count(), 3000);
+  EXPECT_EQ(options.limits.idleTime.count(), 4000);
+  EXPECT_EQ(options.limits.drainTime.count(), 1);
+  EXPECT_EQ(options.tokenFile, "t");
+  EXPECT_TRUE(options.logRequests);
+}
+
+TEST(Options, HelpTellsOfEveryOption) {
+  const std::string help = helpText();
+  for (const char* option :
+       {"module",       "address",      "port",      "insecure",       "token-file",   "log-requests",
+        "help",         "version",      "threads",   "workers",        "max-waiting",  "max-connections",
+        "max-header",   "max-body",     "max-depth", "header-timeout", "body-timeout", "write-timeout",
+        "idle-timeout", "drain-timeout"}) {
+    EXPECT_NE(help.find(std::string("--") + option + ' '), std::string::npos) << option;
+  }
+}
+
+struct UsageRow {
+  std::string name;
+  std::vector<const char*> words;
+};
+
+class OptionsUsageTest : public testing::TestWithParam<UsageRow> {};
+
+TEST_P(OptionsUsageTest, MakesNoSense) { EXPECT_THROW(parse(GetParam().words), UsageError); }
+
+INSTANTIATE_TEST_SUITE_P(
+    Words, OptionsUsageTest,
+    testing::Values(UsageRow{"NoModule", {}}, UsageRow{"NoValue", {"--module"}},
+                    UsageRow{"Unknown", {"--module", "m", "--colour", "blue"}},
+                    UsageRow{"Abbreviated", {"--mod", "m"}},
+                    UsageRow{"Positional", {"--module", "m", "extra"}},
+                    UsageRow{"Twice", {"--module", "m", "--module", "n"}},
+                    UsageRow{"PortTooLarge", {"--module", "m", "--port", "65536"}},
+                    UsageRow{"PortNegative", {"--module", "m", "--port", "-1"}},
+                    UsageRow{"PortNoNumber", {"--module", "m", "--port", "http"}},
+                    UsageRow{"NoWorkers", {"--module", "m", "--workers", "0"}},
+                    UsageRow{"NegativeBody", {"--module", "m", "--max-body", "-1"}},
+                    UsageRow{"HugeHeader", {"--module", "m", "--max-header", "5000000000"}},
+                    UsageRow{"NoTime", {"--module", "m", "--idle-timeout", "0"}},
+                    UsageRow{"TimeIsNoNumber", {"--module", "m", "--idle-timeout", "nan"}},
+                    UsageRow{"AddressIsAName", {"--module", "m", "--address", "localhost"}},
+                    UsageRow{"OpenAddress", {"--module", "m", "--address", "192.0.2.1"}},
+                    UsageRow{"OpenAddressOfSix", {"--module", "m", "--address", "::"}}),
+    ByName());
+
+}  // namespace

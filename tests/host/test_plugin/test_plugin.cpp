@@ -1,0 +1,61 @@
+#include "test_plugin.h"
+
+#include <stdexcept>
+
+#include "trace.h"
+
+using ovra::data_transfer::ServiceObject;
+
+const wchar_t* const kTestPluginName = L"Test plug-in";
+
+TestPlugin::TestPlugin() { trace("construct"); }
+
+TestPlugin::~TestPlugin() { trace("destroy"); }
+
+bool TestPlugin::initialize() {
+  trace("initialize");
+  const std::string outcome = setting("TEST_PLUGIN_INITIALIZE");
+  if (outcome == "throw") throw std::runtime_error("no storage today");
+  return outcome != "false";
+}
+
+void TestPlugin::finish() {
+  trace("finish");
+  if (setting("TEST_PLUGIN_FINISH") == "throw") throw std::runtime_error("no end today");
+}
+
+std::int32_t TestPlugin::getStatus() {
+  const std::string status = setting("TEST_PLUGIN_STATUS");
+  return status.empty() ? 0 : std::stoi(status);
+}
+
+std::vector<std::wstring> TestPlugin::getHandledPaths() {
+  trace("getHandledPaths");
+  return {L"test", L"test/things", L"test/things/deep"};
+}
+
+namespace {
+
+ServiceObject echo(const std::wstring& path, std::int32_t method, const std::vector<std::wstring>& segments,
+                   const std::map<std::wstring, std::wstring>& parameters, const ServiceObject& body) {
+  ServiceObject echoed;
+  echoed.member(L"path") = path;
+  echoed.member(L"method") = std::int64_t{method};
+  echoed.member(L"segments") = ServiceObject::array();
+  for (std::size_t i = 0; i < segments.size(); ++i) echoed.member(L"segments").at(i) = segments[i];
+  echoed.member(L"parameters") = ServiceObject::object();
+  for (const auto& [name, value] : parameters) echoed.member(L"parameters").member(name) = value;
+  echoed.member(L"body") = body;
+  echoed.member(L"bodyAlternative") = std::int64_t{body.which()};
+  return echoed;
+}
+
+}  // namespace
+
+ServiceObject TestPlugin::handleRequest(std::wstring path, std::int32_t method,
+                                        std::vector<std::wstring> segments,
+                                        std::map<std::wstring, std::wstring> parameters, ServiceObject body) {
+  if (path == L"test" && m_commands.knows(segments)) return m_commands.run(segments, parameters);
+  trace("handleRequest");
+  return echo(path, method, segments, parameters, body);
+}

@@ -1,0 +1,12 @@
+#ifndef MIRN_TESTS_HOST_TEST_PLUGIN_TRACE_H
+#define MIRN_TESTS_HOST_TEST_PLUGIN_TRACE_H
+
+#include <string>
+
+/// Appends a line to the file that TEST_PLUGIN_TRACE names, if it names one.
+void trace(const std::string& line);
+
+/// The value of an environment variable; empty when it is not set.
+std::string setting(const char* name);
+
+#endif

@@ -1,0 +1,88 @@
+#include <benchmark/benchmark.h>
+
+#include <boost/chrono/system_clocks.hpp>
+#include <cstdlib>
+#include <ctime>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "bench/running_plugin.h"
+#include "bench/side_by_side.h"
+#include "host/api_service.h"
+#include "host/json_writer.h"
+#include "host/options.h"
+#include "host/server.h"
+#include "scripted_library/large_machine.h"
+#include "support/http_connection.h"
+
+namespace {
+
+constexpr std::size_t kVolumes = 24;
+constexpr std::size_t kBodyDepth = 32;
+constexpr char kToken[] = "token-of-the-benchmark";
+constexpr unsigned kOk = 200;
+
+Options optionsOfServer() {
+  const char* const arguments[] = {"mirn-host", "--module", "none", "--port", "0"};
+  return parseOptions(static_cast<int>(std::size(arguments)), arguments);
+}
+
+/// A server around a plug-in, and a client with a connection that stays open.
+class ServedPlugin {
+ public:
+  ServedPlugin() { m_server.start(m_service); }
+  ServedPlugin(const ServedPlugin&) = delete;
+  ServedPlugin& operator=(const ServedPlugin&) = delete;
+  ~ServedPlugin() {
+    m_connection->close();
+    m_server.drain();
+  }
+
+  void getByHttp() {
+    const HttpConnection::Response response = m_connection->get("/api/v1/mirn/volumes", kToken);
+    if (response.result_int() == kOk) return;
+    std::cerr << "The server refused.\n" << response.body() << '\n';
+    std::exit(EXIT_FAILURE);
+  }
+
+  RunningPlugin running{large_machine::makeWithVolumes(kVolumes)};
+
+ private:
+  ApiService m_service{running.plugin, kToken, kBodyDepth};
+  Server m_server{optionsOfServer()};
+  std::unique_ptr<HttpConnection> m_connection = std::make_unique<HttpConnection>(
+      static_cast<std::uint16_t>(std::stoi(m_server.url().substr(m_server.url().rfind(':') + 1))));
+};
+
+/// Processor time of all threads.
+struct ProcessClock {
+  using Seconds = boost::chrono::duration<double>;
+  static Seconds now() { return Seconds(static_cast<double>(std::clock()) / CLOCKS_PER_SEC); }
+};
+
+/// Floor: the same request, asked of the plug-in.
+template <class Clock>
+void getVolumes(benchmark::State& state) {
+  ServedPlugin served;
+  runBesideFloor<Clock>(
+      state, [&] { served.getByHttp(); },
+      [&] { benchmark::DoNotOptimize(served.running.get(L"mirn/volumes")); });
+}
+
+/// Floor: as above; what is added is the writing of the answer alone.
+void getVolumesAndWriteJson(benchmark::State& state) {
+  RunningPlugin running(large_machine::makeWithVolumes(kVolumes));
+  runBesideFloor(
+      state, [&] { benchmark::DoNotOptimize(writeJson(running.get(L"mirn/volumes"))); },
+      [&] { benchmark::DoNotOptimize(running.get(L"mirn/volumes")); });
+}
+
+BENCHMARK_TEMPLATE(getVolumes, boost::chrono::steady_clock)->UseManualTime();
+BENCHMARK_TEMPLATE(getVolumes, ProcessClock)->UseManualTime();
+BENCHMARK(getVolumesAndWriteJson)->UseManualTime();
+
+}  // namespace
+
+BENCHMARK_MAIN();

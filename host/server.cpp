@@ -57,8 +57,9 @@ void Server::start(const ApiService& service) {
 }
 
 void Server::requestStop() {
-  m_listener.stop();
+  // In this order: who sees the port closed may rely on no connection being kept after its answer.
   if (m_state) m_state->connections.stop();
+  m_listener.stop();
 }
 
 bool Server::drain() {

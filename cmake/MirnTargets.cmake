@@ -19,10 +19,11 @@ function(mirn_layer name)
   mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS} Boost::headers Threads::Threads)
 endfunction()
 
-# A loadable module that shows the symbols of EXPORTS (a linker version script) and no others.
+# A loadable module that shows the symbols of EXPORTS (a linker version script) and no others. On Windows, where
+# nothing is shown that its source does not mark, RESOURCES (a resource script) goes in, too.
 function(mirn_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORTS" "SOURCES;DEPENDS")
-  add_library(${name} MODULE ${arg_SOURCES})
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORTS;RESOURCES" "SOURCES;DEPENDS")
+  add_library(${name} MODULE ${arg_SOURCES} $<$<BOOL:${WIN32}>:${arg_RESOURCES}>)
   mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS})
   set_target_properties(${name} PROPERTIES PREFIX "" LINK_DEPENDS ${arg_EXPORTS})
   if(NOT WIN32)
@@ -37,7 +38,7 @@ function(mirn_program name)
   mirn_configure(${name} DEPENDS ${arg_DEPENDS} Threads::Threads)
 endfunction()
 
-# A test program: every TEST of it becomes a test of ctest. LABELS choose what a sanitizer preset runs
+# A test program: every TEST of it becomes a test of ctest, or the whole program one when it runs under an emulator. LABELS choose what a sanitizer preset runs
 # ("threads" for the tests that use threads); ENVIRONMENT holds NAME=value pairs.
 function(mirn_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_MAIN" "TIMEOUT" "SOURCES;DEPENDS;LABELS;ENVIRONMENT")
@@ -59,6 +60,12 @@ function(mirn_test name)
   endif()
   if("threads" IN_LIST arg_LABELS)
     add_dependencies(mirn_thread_tests ${name})
+  endif()
+  if(CMAKE_CROSSCOMPILING)
+    # Starting a program costs more there than most tests: all of them in one go.
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES ${properties})
+    return()
   endif()
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})
 endfunction()

@@ -1,0 +1,23 @@
+# What the build for Windows needs beside the rest.
+enable_language(RC)
+
+# Tests have more sections than the older object format counts.
+add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-Wa,-mbig-obj>)
+
+# Which library named VEXL2 stands under the layers that call it is settled above them: the linker goes through the
+# libraries until nothing is missing, in whatever order they come.
+foreach(rule LINK_EXECUTABLE CREATE_SHARED_LIBRARY CREATE_SHARED_MODULE)
+  string(REPLACE "<LINK_LIBRARIES>" "-Wl,--start-group <LINK_LIBRARIES> -Wl,--end-group"
+         CMAKE_CXX_${rule} "${CMAKE_CXX_${rule}}")
+endforeach()
+
+# The compiler's own libraries are DLLs, shared by all images of a process, since exceptions cross their borders.
+set(MIRN_RUNTIME_DLLS libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
+function(mirn_provide_runtime folder)
+  foreach(dll IN LISTS MIRN_RUNTIME_DLLS)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
+                    OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    file(COPY ${path} DESTINATION ${folder})
+  endforeach()
+endfunction()
+mirn_provide_runtime(${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

@@ -1,0 +1,6 @@
+include(${CMAKE_CURRENT_LIST_DIR}/boost-targets.cmake)
+foreach(component IN LISTS Boost_FIND_COMPONENTS)
+  if(TARGET Boost::${component})
+    set(Boost_${component}_FOUND TRUE)
+  endif()
+endforeach()

@@ -1,7 +1,6 @@
 #include "module/action_requests.h"
 
-#include "library/identifiers.h"
-#include "support/body.h"
+#include "module/object_ids.h"
 
 namespace {
 
@@ -23,17 +22,11 @@ constexpr RefusalRule kOfSpare{"ListenerException", 18, "Mirn_DISK_INVALID_STATE
 constexpr RefusalRule kOfVolume{"MirnException", 18, "Mirn_VOLUME_INVALID_STATE"};
 constexpr RefusalRule kOfAddDisks{"MirnException", 16, "Mirn_ARRAY_INVALID_STATE"};
 
-std::wstring id(const char* kind, VEX_HANDLE handle) {
-  return idFromUniqueId(kind + ("-" + std::to_string(handle)));
-}
-
-std::wstring controllerId() { return id("controller", kController); }
-std::wstring diskId(VEX_HANDLE disk) { return id("disk", disk); }
-std::wstring arrayId() { return id("array", kArray); }
-std::wstring volumeId() { return id("volume", kVolume); }
-std::wstring portId() { return id("port", kPort); }
-
-BodyField text(const char* key, const std::wstring& value) { return {key, ServiceObject(value)}; }
+std::wstring controllerId() { return idOf("controller", kController); }
+std::wstring diskId(VEX_HANDLE disk) { return idOf("disk", disk); }
+std::wstring arrayId() { return idOf("array", kArray); }
+std::wstring volumeId() { return idOf("volume", kVolume); }
+std::wstring portId() { return idOf("port", kPort); }
 
 const auto kNoEffect = [](ScriptedMachine&) {};
 const ServiceObject kNull = ServiceObject::null();
@@ -57,9 +50,9 @@ auto onVolume(Field VEX_VOLUME_INFO::*field, Value value) {
 std::vector<ActionRequest> diskRequests() {
   const std::wstring path = L"mirn/disks";
   const std::wstring disk = diskId(kFree);
-  const ServiceObject stale = body({text("diskId", disk)});
-  const ServiceObject spare = body({text("diskId", disk), {"usage", "SPARE"}});
-  const ServiceObject normal = body({text("diskId", disk), {"state", "NORMAL"}});
+  const ServiceObject stale = body({idField("diskId", disk)});
+  const ServiceObject spare = body({idField("diskId", disk), {"usage", "SPARE"}});
+  const ServiceObject normal = body({idField("diskId", disk), {"state", "NORMAL"}});
   const auto toSpare = onFreeDisk(&VEX_END_DEVICE_INFO::diskUsage, VEX_DISK_USAGE_SPARE);
   const auto toNormal = onFreeDisk(&VEX_END_DEVICE_INFO::diskState, VEX_DISK_STATE_NORMAL);
   return {
@@ -78,30 +71,26 @@ std::vector<ActionRequest> diskRequests() {
 
 std::vector<ActionRequest> arrayRequests() {
   const std::wstring path = L"mirn/arrays";
-  const auto idsOf = [](const std::vector<VEX_HANDLE>& disks) {
-    ServiceObject ids = ServiceObject::array();
-    for (std::size_t i = 0; i < disks.size(); ++i) ids.at(i) = diskId(disks[i]);
-    return ids;
-  };
   const auto members = [&](const std::vector<VEX_HANDLE>& disks) {
-    return body({text("arrayId", arrayId()), {"disks", idsOf(disks)}});
+    return body({idField("arrayId", arrayId()), {"disks", diskIds(disks)}});
   };
   return {
-      {"ArrayAddDisks", put(path, {arrayId()}, body({{"disks", idsOf({kFree})}})), "VexAddDisksToArray",
+      {"ArrayAddDisks", put(path, {arrayId()}, body({{"disks", diskIds({kFree})}})), "VexAddDisksToArray",
        kOfAddDisks, onFreeDisk(&VEX_END_DEVICE_INFO::arrayHandle, kArray),
        members({kMember, kOtherMember, kFree}), members({kMember, kOtherMember})},
       {"ArrayWriteCache", put(path, {arrayId(), L"writecache"}, body({{"state", "DISABLED"}})),
        "VexArraySetWriteCacheState", kPlain,
        [](ScriptedMachine& machine) { machine.arrays.at(kArray).writeCacheState = VEX_WRITE_CACHE_OFF; },
-       body({text("arrayId", arrayId()), {"writeCachePolicy", "OFF"}}), body({text("arrayId", arrayId())})},
+       body({idField("arrayId", arrayId()), {"writeCachePolicy", "OFF"}}),
+       body({idField("arrayId", arrayId())})},
   };
 }
 
 std::vector<ActionRequest> controllerAndPortRequests() {
   const std::wstring path = L"mirn/controllers";
   const ServiceObject on = body({{"state", "ENABLED"}});
-  const ServiceObject enabled = body({text("controllerId", controllerId()), {"state", "ENABLED"}});
-  const ServiceObject stale = body({text("controllerId", controllerId())});
+  const ServiceObject enabled = body({idField("controllerId", controllerId()), {"state", "ENABLED"}});
+  const ServiceObject stale = body({idField("controllerId", controllerId())});
   return {
       {"ControllerReadPatrol", put(path, {controllerId(), L"readpatrol"}, on), "VexReadPatrolSetState",
        kOfSwitch, onController(&VEX_CONTROLLER_INFO::readPatrolEnabled, 1u), enabled, stale},
@@ -115,9 +104,9 @@ std::vector<ActionRequest> controllerAndPortRequests() {
 const std::wstring kVolumes = L"mirn/volumes";
 
 /// The answer of a volume route, with what has changed.
-ServiceObject volumeAnswer() { return body({text("volumeId", volumeId())}); }
+ServiceObject volumeAnswer() { return body({idField("volumeId", volumeId())}); }
 ServiceObject volumeAnswer(const char* key, const char* now) {
-  return body({text("volumeId", volumeId()), {key, now}});
+  return body({idField("volumeId", volumeId()), {key, now}});
 }
 
 std::vector<ActionRequest> volumeStateRequests() {
@@ -129,7 +118,7 @@ std::vector<ActionRequest> volumeStateRequests() {
   return {
       {"VolumeMarkAsNormal", volume(L"marknormal"), "VexVolumeMarkAsNormal", kOfVolume,
        to(VEX_VOLUME_STATE_NORMAL), volumeAnswer("state", "NORMAL"), stale},
-      {"VolumeRebuild", volume(L"rebuild", body({text("diskId", diskId(kFree))})), "VexVolumeRebuild",
+      {"VolumeRebuild", volume(L"rebuild", body({idField("diskId", diskId(kFree))})), "VexVolumeRebuild",
        kOfVolume, to(VEX_VOLUME_STATE_REBUILDING), volumeAnswer("state", "REBUILDING"), stale},
       {"VolumeInitialize", volume(L"init"), "VexVolumeInitialize", kOfVolume,
        to(VEX_VOLUME_STATE_INITIALIZING), volumeAnswer("state", "INITIALIZING"), stale},
@@ -173,14 +162,15 @@ std::vector<ActionRequest> volumeChangeRequests() {
 /// takes the order and creates nothing.
 std::vector<ActionRequest> volumeCreationRequests() {
   const ServiceObject ofArray = body({{"source", "ARRAY"},
-                                      text("arrayId", arrayId()),
+                                      idField("arrayId", arrayId()),
                                       {"name", "Fotos"},
                                       {"raidLevel", "RAID_1"},
                                       {"size", "0"}});
-  ServiceObject disks = ServiceObject::array();
-  disks.at(0) = diskId(kFree);
-  const ServiceObject ofDisks =
-      body({{"source", "DISK"}, {"disks", disks}, {"name", "Fotos"}, {"raidLevel", "RAID_0"}, {"size", "0"}});
+  const ServiceObject ofDisks = body({{"source", "DISK"},
+                                      {"disks", diskIds({kFree})},
+                                      {"name", "Fotos"},
+                                      {"raidLevel", "RAID_0"},
+                                      {"size", "0"}});
   return {
       {"VolumeFromArray", post(kVolumes, {}, ofArray), "VexVolumeCreate", kPlain, kNoEffect, kNull, kNull},
       {"VolumeFromDisks", post(kVolumes, {}, ofDisks), "VexVolumeCreateFromDisks", kPlain, kNoEffect, kNull,

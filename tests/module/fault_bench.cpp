@@ -1,13 +1,6 @@
 #include "module/fault_bench.h"
 
-#include <syslog.h>
-
 #include <iostream>
-
-// In the place of the system's: none of the many failures here reaches the log of the machine.
-extern "C" void openlog(const char*, int, int) {}
-extern "C" void closelog() {}
-extern "C" void syslog(int, const char*, ...) {}
 
 namespace {
 

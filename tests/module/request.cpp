@@ -7,6 +7,7 @@
 #include "mirn_exception.h"
 #include "service_exceptions.h"
 #include "support/text_form.h"
+#include "validator/request_error.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -16,6 +17,7 @@ std::string classOf(const std::exception& error) {
   if (typeid(error) == typeid(MirnException)) return "MirnException";
   if (typeid(error) == typeid(ListenerException)) return "ListenerException";
   if (typeid(error) == typeid(VexException)) return "VexException";
+  if (typeid(error) == typeid(ovra::request_validator::RequestError)) return "RequestError";
   return typeid(error).name();
 }
 

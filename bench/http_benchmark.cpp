@@ -24,10 +24,7 @@ constexpr std::size_t kBodyDepth = 32;
 constexpr char kToken[] = "token-of-the-benchmark";
 constexpr unsigned kOk = 200;
 
-Options optionsOfServer() {
-  const char* const arguments[] = {"mirn-host", "--module", "none", "--port", "0"};
-  return parseOptions(static_cast<int>(std::size(arguments)), arguments);
-}
+Options optionsOfServer() { return parseOptions({"--module", "none", "--port", "0"}); }
 
 /// A server around a plug-in, and a client with a connection that stays open.
 class ServedPlugin {

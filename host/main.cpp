@@ -1,15 +1,13 @@
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/signal_set.hpp>
-#include <csignal>
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 
 #include "host/api_service.h"
 #include "host/hosted_plugin.h"
 #include "host/options.h"
+#include "host/process.h"
 #include "host/report.h"
 #include "host/server.h"
+#include "host/stop_signal.h"
 #include "host/token_file.h"
 #include "text.h"
 
@@ -18,19 +16,6 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 constexpr int kUsage = 2;
-
-/// SIGINT and SIGTERM wait for `wait` from the construction on; a second one ends the process at once.
-class StopSignal {
- public:
-  void wait() {
-    m_signals.async_wait([this](const boost::system::error_code&, int) { m_signals.clear(); });
-    m_io.run();
-  }
-
- private:
-  boost::asio::io_context m_io;
-  boost::asio::signal_set m_signals{m_io, SIGINT, SIGTERM};
-};
 
 void announceStart(const HostedPlugin& hosted, const std::string& url, const std::string& tokenFile,
                    const std::string& token) {
@@ -51,25 +36,25 @@ int serve(const Options& options) {
   const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
   const std::string token = loadOrCreateToken(tokenFile);
   HostedPlugin hosted(options.module);
-  StopSignal stopSignal;
+  const auto stopSignal = makeStopSignal();
   Server server(options);
   hosted.initialize();
   const ApiService service(hosted.plugin(), token, options.limits.bodyDepth,
                            controlsOf(hosted.module(), options.simulatorControls));
   server.start(service);
   announceStart(hosted, server.url(), tokenFile, token);
-  stopSignal.wait();
+  stopSignal->wait();
   if (!server.drain()) {
     // The plug-in cannot be taken down under a request that is still inside it.
     report("requests were still under way after the drain time: leaving them and the plug-in unfinished");
-    std::_Exit(kFailure);
+    leaveProcess(kFailure);
   }
   hosted.finish();
   return kSuccess;
 }
 
-int run(int argc, const char* const* argv) {
-  const Options options = parseOptions(argc, argv);
+int run(const std::vector<std::string>& arguments) {
+  const Options options = parseOptions(arguments);
   if (options.help) std::cout << helpText() << std::flush;
   if (options.version && !options.help) announce(versionText());
   return options.help || options.version ? kSuccess : serve(options);
@@ -83,7 +68,7 @@ int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   std::wcout << std::unitbuf;
   try {
-    return run(argc, argv);
+    return run(programArguments(argc, argv));
   } catch (const UsageError& error) {
     report(std::string(error.what()) + " (--help tells more)");
     return kUsage;

@@ -8,6 +8,8 @@
 #include <sstream>
 #include <thread>
 
+#include "host/stop_signal.h"
+#include "host/token_file.h"
 #include "plugin_version.h"
 
 namespace {
@@ -64,8 +66,7 @@ po::options_description describe(Options& options) {
       ("port", port(options.port), "where to listen; 0 takes any free port")                                //
       ("insecure", po::bool_switch(&options.insecure), "listen on any address, without encryption")         //
       ("token-file", po::value(&options.tokenFile)->value_name("FILE"),                                     //
-       "where the token is kept, made at the first start; otherwise mirn/token in $XDG_STATE_HOME or "      //
-       "~/.local/state")                                                                                    //
+       ("where the token is kept, made at the first start; otherwise " + defaultTokenFileText()).c_str())   //
       ("log-requests", po::bool_switch(&options.logRequests), "a line on standard error for each request")  //
       ("simulator-controls", po::bool_switch(&options.simulatorControls),                                   //
        "let clients break disks and move the clock of a simulated library")                                 //
@@ -104,7 +105,7 @@ void judge(Options& options) {
 
 }  // namespace
 
-Options parseOptions(int argc, const char* const* argv) {
+Options parseOptions(const std::vector<std::string>& arguments) {
   Options options;
   try {
     // Long options only, and in full: what a script says today means the same when an option is added.
@@ -112,7 +113,7 @@ Options parseOptions(int argc, const char* const* argv) {
                             po::command_line_style::long_allow_next;
     po::variables_map values;
     po::store(
-        po::command_line_parser(argc, argv).options(describe(options)).positional({}).style(kStyle).run(),
+        po::command_line_parser(arguments).options(describe(options)).positional({}).style(kStyle).run(),
         values);
     po::notify(values);
   } catch (const po::error& error) {
@@ -126,7 +127,8 @@ std::string helpText() {
   Options defaults;
   std::ostringstream text;
   text << "Usage: mirn-host --module FILE [options]\n"
-          "Serves a plug-in module over HTTP until it gets SIGTERM or SIGINT.\n\n"
+          "Serves a plug-in module over HTTP until it gets "
+       << stopSignalNames() << ".\n\n"
        << describe(defaults)
        << "\nExit status: 0 after an orderly stop, 1 when it could not start or stop, 2 for a wrong command "
           "line.\n";

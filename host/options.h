@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "host/limits.h"
 
@@ -31,8 +32,10 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// @param arguments  what stands behind the program's name
+///
 /// @throws UsageError
-Options parseOptions(int argc, const char* const* argv);
+Options parseOptions(const std::vector<std::string>& arguments);
 
 std::string helpText();
 std::string versionText();

@@ -1,12 +1,10 @@
 #include "host/token.h"
 
-#include <openssl/crypto.h>
-#include <openssl/rand.h>
-
 #include <array>
 #include <boost/algorithm/hex.hpp>
 #include <iterator>
-#include <stdexcept>
+
+#include "host/secrets.h"
 
 namespace {
 
@@ -19,9 +17,7 @@ constexpr char kTokenCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopq
 
 std::string makeToken() {
   std::array<unsigned char, kRandomBytes> bytes{};
-  if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1) {
-    throw std::runtime_error("the system gives no random bytes for a token");
-  }
+  fillWithRandomBytes(bytes.data(), bytes.size());
   std::string token;
   boost::algorithm::hex_lower(bytes.begin(), bytes.end(), std::back_inserter(token));
   return token;
@@ -33,6 +29,5 @@ bool isToken(std::string_view text) {
 }
 
 bool sameToken(std::string_view given, std::string_view expected) {
-  return given.size() == expected.size() &&
-         CRYPTO_memcmp(given.data(), expected.data(), expected.size()) == 0;
+  return given.size() == expected.size() && sameBytes(given.data(), expected.data(), expected.size());
 }

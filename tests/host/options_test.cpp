@@ -6,13 +6,8 @@
 
 namespace {
 
-Options parse(std::vector<const char*> words) {
-  words.insert(words.begin(), "mirn-host");
-  return parseOptions(static_cast<int>(words.size()), words.data());
-}
-
 TEST(Options, AreSafeByDefault) {
-  const Options options = parse({"--module", "m.so"});
+  const Options options = parseOptions({"--module", "m.so"});
   EXPECT_EQ(options.module, "m.so");
   EXPECT_EQ(options.address, "127.0.0.1");
   EXPECT_EQ(options.port, 8080);
@@ -23,37 +18,37 @@ TEST(Options, AreSafeByDefault) {
 }
 
 TEST(Options, AreTakenFromTheCommandLine) {
-  const Options options = parse({"--module=m.so",
-                                 "--address",
-                                 "::1",
-                                 "--port=0",
-                                 "--threads",
-                                 "3",
-                                 "--workers",
-                                 "5",
-                                 "--max-waiting",
-                                 "0",
-                                 "--max-connections",
-                                 "9",
-                                 "--max-header",
-                                 "256",
-                                 "--max-body",
-                                 "0",
-                                 "--max-depth",
-                                 "1",
-                                 "--header-timeout",
-                                 "0.25",
-                                 "--body-timeout",
-                                 "2",
-                                 "--write-timeout",
-                                 "3",
-                                 "--idle-timeout",
-                                 "4",
-                                 "--drain-timeout",
-                                 "0.0001",
-                                 "--token-file",
-                                 "t",
-                                 "--log-requests"});
+  const Options options = parseOptions({"--module=m.so",
+                                        "--address",
+                                        "::1",
+                                        "--port=0",
+                                        "--threads",
+                                        "3",
+                                        "--workers",
+                                        "5",
+                                        "--max-waiting",
+                                        "0",
+                                        "--max-connections",
+                                        "9",
+                                        "--max-header",
+                                        "256",
+                                        "--max-body",
+                                        "0",
+                                        "--max-depth",
+                                        "1",
+                                        "--header-timeout",
+                                        "0.25",
+                                        "--body-timeout",
+                                        "2",
+                                        "--write-timeout",
+                                        "3",
+                                        "--idle-timeout",
+                                        "4",
+                                        "--drain-timeout",
+                                        "0.0001",
+                                        "--token-file",
+                                        "t",
+                                        "--log-requests"});
   EXPECT_EQ(options.address, "::1");
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.threads, 3U);
@@ -85,12 +80,12 @@ TEST(Options, HelpTellsOfEveryOption) {
 
 struct UsageRow {
   std::string name;
-  std::vector<const char*> words;
+  std::vector<std::string> words;
 };
 
 class OptionsUsageTest : public testing::TestWithParam<UsageRow> {};
 
-TEST_P(OptionsUsageTest, MakesNoSense) { EXPECT_THROW(parse(GetParam().words), UsageError); }
+TEST_P(OptionsUsageTest, MakesNoSense) { EXPECT_THROW(parseOptions(GetParam().words), UsageError); }
 
 INSTANTIATE_TEST_SUITE_P(
     Words, OptionsUsageTest,

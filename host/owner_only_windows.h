@@ -1,0 +1,37 @@
+#ifndef MIRN_HOST_OWNER_ONLY_WINDOWS_H
+#define MIRN_HOST_OWNER_ONLY_WINDOWS_H
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+/// Memory that the system hands out and takes back by LocalFree.
+struct LocalMemory {
+  void operator()(void* memory) const { ::LocalFree(memory); }
+};
+
+/// What a new file or folder is made with so that it belongs to the user of this process, who alone has
+/// access: nothing is inherited from the folder above.
+class OwnerOnly {
+ public:
+  enum class Kind { kFile, kDirectory };
+
+  /// @throws std::runtime_error with the system's reason
+  explicit OwnerOnly(Kind kind);
+
+  /// Valid as long as this is.
+  SECURITY_ATTRIBUTES* attributes() { return &m_attributes; }
+
+ private:
+  std::unique_ptr<void, LocalMemory> m_descriptor;
+  SECURITY_ATTRIBUTES m_attributes{};
+};
+
+/// Whether the file's access list lets anyone in beside its owner, the user of this process, the system and
+/// the administrators.
+///
+/// @throws std::runtime_error with the system's reason
+bool letsOthersIn(const std::wstring& file);
+
+#endif

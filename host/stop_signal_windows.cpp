@@ -1,0 +1,53 @@
+#include <windows.h>
+
+#include <atomic>
+
+#include "host/process.h"
+#include "host/stop_signal.h"
+#include "host/system_reason.h"
+
+namespace {
+
+/// What the shell sees of a program that Ctrl+C ended.
+constexpr int kEndedByCtrlC = static_cast<int>(STATUS_CONTROL_C_EXIT);
+
+/// More than the system grants after the close of a console or at a shutdown.
+constexpr DWORD kLongestStop = 60000;
+
+/// Stays set from the first event on. The system calls a plain function, therefore one for all.
+HANDLE received() {
+  static const HANDLE kEvent = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  return kEvent;
+}
+
+std::atomic<bool> isStopping{false};
+
+/// On a thread of the system's own.
+BOOL WINAPI onConsoleEvent(DWORD event) {
+  const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+  const bool endsTheProcess = event == CTRL_CLOSE_EVENT || event == CTRL_SHUTDOWN_EVENT;
+  if (!isKey && !endsTheProcess) return FALSE;
+  const bool isFirst = !isStopping.exchange(true);
+  if (isKey && !isFirst) leaveProcess(kEndedByCtrlC);
+  ::SetEvent(received());
+  // The system ends the process as soon as this returns; the orderly end of the process ends this thread,
+  // too.
+  if (endsTheProcess) ::Sleep(kLongestStop);
+  return TRUE;
+}
+
+/// The receiver is never taken back: that would wait for an event that is just being handled.
+class StopSignal final : public IStopSignal {
+ public:
+  StopSignal() {
+    if (!received() || !::SetConsoleCtrlHandler(onConsoleEvent, TRUE)) throw lastSystemFailure();
+  }
+
+  void wait() override { ::WaitForSingleObject(received(), INFINITE); }
+};
+
+}  // namespace
+
+std::unique_ptr<IStopSignal> makeStopSignal() { return std::make_unique<StopSignal>(); }
+
+std::string stopSignalNames() { return "Ctrl+C, Ctrl+Break, or the close of its console"; }

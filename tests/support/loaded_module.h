@@ -7,7 +7,7 @@
 #include "plugin_interface.h"
 
 /// A module as a host sees it: loaded by path, reached through its two exports alone, and unloaded at the
-/// end. What it handed over must be gone by then.
+/// end. What it handed over must be gone by then. Paths are UTF-8.
 class LoadedModule {
  public:
   /// Raises `std::runtime_error` when there is no such module or it lacks an export.
@@ -26,6 +26,11 @@ class LoadedModule {
   static bool isLoaded(const std::string& path);
 
  private:
+  // The system's part.
+  static void* load(const std::string& path);
+  static void* exportOf(void* handle, const char* name);
+  static void unload(void* handle);
+
   void* m_handle;
   DiscoverPluginFunction m_discover;
   RegisterPluginFunction m_register;

@@ -38,16 +38,23 @@ function(mirn_program name)
   mirn_configure(${name} DEPENDS ${arg_DEPENDS} Threads::Threads)
 endfunction()
 
+# Where the tests' library named VEXL2 lies, apart from the simulated one.
+set(MIRN_SCRIPTED_FOLDER ${CMAKE_BINARY_DIR}/bin/scripted)
+
 # A test program: every TEST of it becomes a test of ctest, or the whole program one when it runs under an emulator. LABELS choose what a sanitizer preset runs
 # ("threads" for the tests that use threads); ENVIRONMENT holds NAME=value pairs.
 function(mirn_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_MAIN" "TIMEOUT" "SOURCES;DEPENDS;LABELS;ENVIRONMENT")
   add_executable(${name} ${arg_SOURCES})
-  mirn_configure(${name} PCH mirn_test_pch DEPENDS ${arg_DEPENDS} GTest::gmock Threads::Threads)
+  mirn_configure(${name} PCH mirn_test_pch DEPENDS ${arg_DEPENDS} mirn_test_support GTest::gmock Threads::Threads)
   if(NOT arg_NO_MAIN)
     target_link_libraries(${name} PRIVATE GTest::gmock_main)
   endif()
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  if(WIN32 AND "scripted_library" IN_LIST arg_DEPENDS)
+    # The loader looks for a library beside the program first, and there is another one of the name.
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MIRN_SCRIPTED_FOLDER})
+  endif()
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()

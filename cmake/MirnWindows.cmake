@@ -1,6 +1,9 @@
 # What the build for Windows needs beside the rest.
 enable_language(RC)
 
+# The system's headers, the same for all: without the macros that break Boost and the standard library.
+add_compile_definitions(_WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX BOOST_ALL_NO_LIB)
+
 # Tests have more sections than the older object format counts.
 add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-Wa,-mbig-obj>)
 

@@ -6,6 +6,7 @@
 #include "http_method.h"
 #include "scripted_library/scripted_library.h"
 #include "service_exceptions.h"
+#include "support/machine_settings.h"
 
 using ovra::data_transfer::ServiceObject;
 using testing::AllOf;
@@ -48,6 +49,7 @@ class Plugin : public testing::Test {
     plugin.finish();
   }
 
+  const MachineSettings settings{12};
   ScriptedLibrary& library = ScriptedLibrary::fresh();
   mirn_plugin plugin;
 };

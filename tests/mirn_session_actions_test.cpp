@@ -4,6 +4,7 @@
 #include "library/status_text.h"
 #include "library/vex_exception.h"
 #include "support/action_cases.h"
+#include "support/assertion_output.h"
 #include "support/by_name.h"
 #include "support/model_samples.h"
 #include "support/session_fixture.h"
@@ -247,9 +248,9 @@ TEST_F(ActionTest, UnlockRefusesAPasswordThatIsNoText) {
 }
 
 TEST_F(ActionTest, UnlockDemandsOneOfTwoLevels) {
-  EXPECT_DEATH(m_session.unlock(kFree1, UserLevel(2), L"secret"),
-               "src\\\\mirn_session:.*"
-               "`UserLevel::kMaster == level \\|\\| UserLevel::kUser == level' failed");
+  EXPECT_DEATH(
+      m_session.unlock(kFree1, UserLevel(2), L"secret"),
+      failedAssertion("UserLevel::kMaster == level || UserLevel::kUser == level", "src\\mirn_session"));
 }
 
 }  // namespace

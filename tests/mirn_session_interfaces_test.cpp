@@ -4,7 +4,7 @@
 
 #include "mirn_session.h"
 #include "support/log_lines.h"
-#include "support/settings_file.h"
+#include "support/machine_settings.h"
 #include "support/virtual_slot.h"
 
 namespace {
@@ -44,7 +44,7 @@ std::ptrdiff_t placeOf(MirnSession& session) {
 }
 
 TEST(SessionInterfaces, StandInTheirOrderInTheSession) {
-  const SettingsFile settings;
+  const MachineSettings settings;
   const LogLines log;
   MirnSession session;
   EXPECT_EQ(placeOf<IMirnSession>(session), 0);

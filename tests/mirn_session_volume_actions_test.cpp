@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "support/action_cases.h"
+#include "support/assertion_output.h"
 #include "support/by_name.h"
 #include "support/model_samples.h"
 #include "support/session_fixture.h"
@@ -74,7 +75,7 @@ TEST_F(VolumeActionTest, RenameSendsAnEmptyName) {
 
 TEST_F(VolumeActionTest, RenameDemandsAShortName) {
   EXPECT_DEATH(m_session.rename(m_volume, L"ABCDEFGHIJKLMNOPQ"),
-               "src\\\\mirn_session:.*`name\\.size\\(\\) <= kMaxVolumeNameSize' failed");
+               failedAssertion("name.size() <= kMaxVolumeNameSize", "src\\mirn_session"));
 }
 
 TEST_F(VolumeActionTest, ANameThatIsNoTextReachesNoLibrary) {

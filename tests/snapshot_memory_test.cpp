@@ -6,6 +6,7 @@
 #include "mirn_session.h"
 #include "scripted_library/large_machine.h"
 #include "scripted_library/scripted_library.h"
+#include "support/machine_settings.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ std::size_t bytesInUse() {
 }
 
 TEST(SnapshotMemory, TenThousandDevicesStayBelowFortyMegabytes) {
+  const MachineSettings settings{12};
   ScriptedLibrary& library = ScriptedLibrary::fresh();
   library.recordCalls(false);
   library.setMachine(large_machine::make(kDevices));

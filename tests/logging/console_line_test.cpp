@@ -92,7 +92,7 @@ TEST(ConsoleLine, IsWrittenToAStreamThatSomeoneLeftFailed) {
 TEST(ConsoleLine, DoesNotStopUpAFileWhoseLocaleCannotExpressIt) {
   const TemporaryFolder folder;
   const auto path = folder / "console";
-  std::wofstream stream(path.c_str());
+  std::wofstream stream(path.c_str(), std::ios::binary);
   stream.imbue(std::locale::classic());
   writeConsoleLine(stream, L"1 \x20AC");
   writeConsoleLine(stream, L"");

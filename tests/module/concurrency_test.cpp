@@ -10,7 +10,7 @@
 #include "support/body.h"
 #include "support/loaded_module.h"
 #include "support/log_lines.h"
-#include "support/settings_file.h"
+#include "support/machine_settings.h"
 #include "vexl2_simulator.h"
 
 // Many clients of the module at once, over the simulated library.
@@ -179,8 +179,7 @@ class ManyClients : public testing::Test {
     }
   }
 
-  SettingsFile settings{
-      "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"};
+  MachineSettings settings{12};
   LogLines log;
   const LoadedModule module{MIRN_TEST_MODULE};
   std::shared_ptr<ovra::service_plugin_interface> plugin = module.registerPlugin();

@@ -12,7 +12,7 @@
 #include "scripted_library/scripted_library.h"
 #include "support/loaded_module.h"
 #include "support/log_lines.h"
-#include "support/settings_file.h"
+#include "support/machine_settings.h"
 
 /// A loaded module over a tiny machine, whose library fails one call at a time: every call, with every
 /// status.
@@ -49,8 +49,7 @@ class FaultBench : public testing::Test {
   unsigned faults() const { return m_faults; }
 
   ScriptedLibrary& library = ScriptedLibrary::fresh();
-  SettingsFile settings{
-      "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"};
+  MachineSettings settings{12};
   const LoadedModule module{MIRN_TEST_MODULE};
   LogLines log;
 

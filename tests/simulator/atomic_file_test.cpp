@@ -1,37 +1,21 @@
 #include "core/atomic_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
+
+#include "support/temporary_folder.h"
 
 namespace simulator {
 namespace {
 
 class AtomicFile : public testing::Test {
  protected:
-  void SetUp() override {
-    char folder[] = "/tmp/vexl2_file_XXXXXX";
-    ASSERT_NE(mkdtemp(folder), nullptr);
-    m_folder = folder;
-  }
-  void TearDown() override { std::filesystem::remove_all(m_folder); }
-
-  std::string path() const { return m_folder + "/state.json"; }
-
-  std::string content() const {
-    std::ifstream file(path());
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  }
+  std::string path() const { return (m_folder / "state.json").string(); }
+  std::string content() const { return readText(path()); }
 
  private:
-  std::string m_folder;
+  const TemporaryFolder m_folder;
 };
 
 TEST_F(AtomicFile, IsMadeAndReplaced) {
@@ -43,39 +27,9 @@ TEST_F(AtomicFile, IsMadeAndReplaced) {
 
 TEST_F(AtomicFile, StaysWhenItCannotBeReplaced) {
   ASSERT_TRUE(replaceFile(path(), "one"));
-  ASSERT_TRUE(std::filesystem::create_directory(path() + ".new"));  // in the way of the temporary file
+  ASSERT_TRUE(boost::filesystem::create_directory(path() + ".new"));  // in the way of the temporary file
   EXPECT_FALSE(replaceFile(path(), "other"));
   EXPECT_EQ(content(), "one");
-}
-
-/// Writes two contents in turns for ever, and a byte to the pipe after each.
-[[noreturn]] void writeForEver(const std::string& path, int pipe, const std::string& even,
-                               const std::string& odd) {
-  for (int turn = 0;; ++turn) {
-    const bool isWritten = replaceFile(path, turn % 2 == 0 ? even : odd);
-    if (!isWritten || write(pipe, "x", 1) != 1) _exit(1);
-  }
-}
-
-TEST_F(AtomicFile, IsTheOldOneOrTheNewOneWhenItsWriterIsKilled) {
-  const std::string even(300000, 'e');
-  const std::string odd(400000, 'o');
-  for (int round = 0; round < 20; ++round) {
-    int ends[2] = {};
-    ASSERT_EQ(pipe(ends), 0);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) writeForEver(path(), ends[1], even, odd);
-    char byte = 0;
-    for (int written = 0; written <= round % 5; ++written) ASSERT_EQ(read(ends[0], &byte, 1), 1);
-    ASSERT_EQ(kill(child, SIGKILL), 0);
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    close(ends[0]);
-    close(ends[1]);
-    const std::string found = content();
-    EXPECT_TRUE(found == even || found == odd) << "round " << round << ", " << found.size() << " bytes";
-  }
 }
 
 }  // namespace

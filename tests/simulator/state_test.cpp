@@ -1,12 +1,5 @@
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
+#include "support/environment.h"
+#include "support/temporary_folder.h"
 #include "workbench_fixture.h"
 
 // What outlives the library: the state file, and what the environment says.
@@ -19,32 +12,25 @@ constexpr VEX_STATUS kOk = VEX_STATUS_SUCCESS;
 class Kept : public Workbench {
  protected:
   void SetUp() override {
-    char folder[] = "/tmp/vexl2_state_XXXXXX";
-    ASSERT_NE(mkdtemp(folder), nullptr);
-    m_folder = folder;
     write("scenario.json", kWorkbench);
-    setenv("VEXL2_SCENARIO", path("scenario.json").c_str(), 1);
-    setenv("VEXL2_STATE", path("state.json").c_str(), 1);
+    setVariable("VEXL2_SCENARIO", path("scenario.json"));
+    setVariable("VEXL2_STATE", path("state.json"));
     ASSERT_EQ(VexSimSetClockSpeed(0), kOk);
     begin();
   }
 
   void TearDown() override {
     Workbench::TearDown();
-    unsetenv("VEXL2_SCENARIO");
-    unsetenv("VEXL2_STATE");
-    unsetenv("VEXL2_CLOCK_SPEED");
-    std::filesystem::remove_all(m_folder);
+    unsetVariable("VEXL2_SCENARIO");
+    unsetVariable("VEXL2_STATE");
+    unsetVariable("VEXL2_CLOCK_SPEED");
   }
 
-  std::string path(const std::string& name) const { return m_folder + "/" + name; }
+  std::string path(const std::string& name) const { return (m_folder / name).string(); }
 
-  void write(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
+  void write(const std::string& name, const std::string& text) const { writeText(path(name), text); }
 
-  std::string read(const std::string& name) const {
-    std::ifstream file(path(name));
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  }
+  std::string read(const std::string& name) const { return readText(path(name)); }
 
   void begin() {
     ASSERT_EQ(VexInitialize(), kOk);
@@ -57,7 +43,7 @@ class Kept : public Workbench {
   }
 
  private:
-  std::string m_folder;
+  TemporaryFolder m_folder;
 };
 
 TEST_F(Kept, AChangeOutlivesTheLibrary) {
@@ -98,15 +84,8 @@ TEST_F(Kept, WrongPasswordsAreRemembered) {
   EXPECT_EQ(VexDiskUnlock(diskHandle("locked"), &params), VEX_STATUS_UNLOCK_LIMIT_REACHED);
 }
 
-TEST_F(Kept, AChangeIsThereThoughTheProcessDied) {
-  const pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    VexVolumeRename(volumeHandle("five"), "renamed");
-    _exit(0);  // without VexFinalize
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
+TEST_F(Kept, AChangeIsInTheFileBeforeItIsAnswered) {
+  ASSERT_EQ(VexVolumeRename(volumeHandle("five"), "renamed"), kOk);
   EXPECT_NE(read("state.json").find("\"renamed\""), std::string::npos);
 }
 
@@ -123,40 +102,40 @@ TEST_F(Kept, AStateFileThatIsBrokenStopsTheStart) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "VEXL2: " + path("state.json") + ": colour: unknown key\n");
   EXPECT_EQ(read("state.json"), "{\"colour\": 1}") << "it may be mended";
-  std::filesystem::remove(path("state.json"));
+  boost::filesystem::remove(path("state.json"));
   begin();
 }
 
 TEST_F(Kept, AScenarioThatIsNotThereStopsTheStart) {
   ASSERT_EQ(VexFinalize(), kOk);
-  setenv("VEXL2_SCENARIO", "/no/such/file.json", 1);
-  unsetenv("VEXL2_STATE");
+  setVariable("VEXL2_SCENARIO", "/no/such/file.json");
+  unsetVariable("VEXL2_STATE");
   testing::internal::CaptureStderr();
   EXPECT_EQ(VexInitialize(), VEX_STATUS_FAILED);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "VEXL2: /no/such/file.json: cannot be read\n");
-  unsetenv("VEXL2_SCENARIO");
+  unsetVariable("VEXL2_SCENARIO");
   begin();
   EXPECT_EQ(handles(VexGetControllerHandles).size(), 4U) << "the embedded scenario";
 }
 
 TEST_F(Kept, AClockSpeedThatIsNoneStopsTheStart) {
   ASSERT_EQ(VexFinalize(), kOk);
-  setenv("VEXL2_CLOCK_SPEED", "fast", 1);
+  setVariable("VEXL2_CLOCK_SPEED", "fast");
   testing::internal::CaptureStderr();
   EXPECT_EQ(VexInitialize(), VEX_STATUS_FAILED);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "VEXL2: VEXL2_CLOCK_SPEED: \"fast\" is no whole number up to 999999\n");
-  unsetenv("VEXL2_CLOCK_SPEED");
+  unsetVariable("VEXL2_CLOCK_SPEED");
   begin();
 }
 
 TEST_F(Kept, AFolderThatCannotBeWrittenIsSaidAndBorne) {
   ASSERT_EQ(VexFinalize(), kOk);
-  setenv("VEXL2_STATE", "/no/such/folder/state.json", 1);
+  setVariable("VEXL2_STATE", "/no/such/folder/state.json");
   testing::internal::CaptureStderr();
   begin();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "VEXL2: /no/such/folder/state.json: cannot be written\n");
-  unsetenv("VEXL2_STATE");
+  unsetVariable("VEXL2_STATE");
   restart();
 }
 

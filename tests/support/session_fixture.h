@@ -14,8 +14,8 @@
 #include "scripted_library/scripted_library.h"
 #include "support/failure_of.h"
 #include "support/log_lines.h"
+#include "support/machine_settings.h"
 #include "support/new_events.h"
-#include "support/settings_file.h"
 
 /// A session whose patience with its own lock a test can end.
 class ImpatientSession : public MirnSession {
@@ -69,8 +69,7 @@ class SessionTest : public testing::Test {
   Controller controller(VEX_HANDLE handle) { return withHandle(m_session.getControllers(), handle); }
 
   ScriptedLibrary& m_library = ScriptedLibrary::fresh();
-  SettingsFile m_settings{
-      "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"};
+  MachineSettings m_settings{12};
   LogLines m_log;
   NewEvents m_events;
   ImpatientSession m_session;

@@ -1,19 +1,19 @@
 #ifndef MIRN_TESTS_SUPPORT_SETTINGS_FILE_H
 #define MIRN_TESTS_SUPPORT_SETTINGS_FILE_H
 
-#include <cstdlib>
 #include <string>
 
+#include "support/environment.h"
 #include "support/temporary_folder.h"
 
 /// While it lives, the machine's settings are in a file of their own. There is none until it is written.
 class SettingsFile {
  public:
-  SettingsFile() { ::setenv("MIRN_REGISTRY", m_path.c_str(), 1); }
+  SettingsFile() { setVariable("MIRN_REGISTRY", m_path.string()); }
   explicit SettingsFile(const std::string& text) : SettingsFile() { write(text); }
   SettingsFile(const SettingsFile&) = delete;
   SettingsFile& operator=(const SettingsFile&) = delete;
-  ~SettingsFile() { ::unsetenv("MIRN_REGISTRY"); }
+  ~SettingsFile() { unsetVariable("MIRN_REGISTRY"); }
 
   void write(const std::string& text) { writeText(m_path, text); }
   std::string text() const { return readText(m_path); }

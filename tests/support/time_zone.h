@@ -2,8 +2,9 @@
 #define MIRN_TESTS_SUPPORT_TIME_ZONE_H
 
 #include <cstdlib>
-#include <ctime>
 #include <string>
+
+#include "support/environment.h"
 
 /// While it lives, the machine stands in this time zone, given in the form of the variable TZ.
 class TimeZone {
@@ -13,18 +14,18 @@ class TimeZone {
       m_wasSet = true;
       m_before = before;
     }
-    ::setenv("TZ", zone, 1);
-    ::tzset();
+    setVariable("TZ", zone);
+    applyTimeZone();
   }
   TimeZone(const TimeZone&) = delete;
   TimeZone& operator=(const TimeZone&) = delete;
   ~TimeZone() {
     if (m_wasSet) {
-      ::setenv("TZ", m_before.c_str(), 1);
+      setVariable("TZ", m_before);
     } else {
-      ::unsetenv("TZ");
+      unsetVariable("TZ");
     }
-    ::tzset();
+    applyTimeZone();
   }
 
  private:

@@ -1,18 +1,19 @@
 #include <gtest/gtest.h>
 
 #include <boost/optional/optional_io.hpp>
-#include <cstdlib>
+
 #include <thread>
 #include <vector>
 
 #include "platform/settings_store.h"
+#include "support/environment.h"
 #include "support/temporary_folder.h"
 
 namespace {
 
 TEST(SettingsStoreThreads, WriteValuesOfTheirOwnWithoutLosingAny) {
   const TemporaryFolder folder;
-  ::setenv("MIRN_REGISTRY", (folder / "registry.ini").c_str(), 1);
+  setVariable("MIRN_REGISTRY", (folder / "registry.ini").string());
   const auto store = makeSettingsStore();
 
   std::vector<std::thread> writers;

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <boost/optional/optional_io.hpp>
-#include <cstdlib>
 
 #include "support/by_name.h"
+#include "support/environment.h"
 #include "support/file_size_limit.h"
 #include "support/ordinary_user.h"
 #include "support/temporary_folder.h"
@@ -19,8 +19,8 @@ constexpr wchar_t kName[] = L"Time.Out";
 
 class SettingsStore : public testing::Test {
  protected:
-  SettingsStore() { ::setenv("MIRN_REGISTRY", m_path.c_str(), 1); }
-  ~SettingsStore() override { ::unsetenv("MIRN_REGISTRY"); }
+  SettingsStore() { setVariable("MIRN_REGISTRY", m_path.string()); }
+  ~SettingsStore() override { unsetVariable("MIRN_REGISTRY"); }
 
   void givenFile(const std::string& text) { writeText(m_path, text); }
   std::string file() const { return readText(m_path); }
@@ -143,7 +143,7 @@ TEST_F(SettingsStore, RefusesToWriteThroughAKeyOpenForReading) {
 }
 
 TEST_F(SettingsStore, DoesNotMakeAMissingFolder) {
-  ::setenv("MIRN_REGISTRY", (m_folder / "missing" / "registry.ini").c_str(), 1);
+  setVariable("MIRN_REGISTRY", (m_folder / "missing" / "registry.ini").string());
   EXPECT_FALSE(opensForWriting());
   EXPECT_EQ(m_folder.entries(), 0u);
 }

@@ -1,0 +1,6 @@
+#include "support/assertion_output.h"
+
+std::vector<std::string> partsOfFailedAssertion(const std::string& text, const std::string& path,
+                                                unsigned line) {
+  return {path + ":" + (line == 0 ? "" : std::to_string(line) + ":"), "`" + text + "' failed"};
+}

@@ -12,9 +12,8 @@ class EventLogApi final : public IEventLogApi {
  public:
   std::uint32_t createKey(const std::wstring& path, Key& key) override {
     HKEY created = nullptr;
-    const auto error =
-        ::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                          KEY_SET_VALUE, nullptr, &created, nullptr);
+    const auto error = ::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr,
+                                         REG_OPTION_NON_VOLATILE, KEY_SET_VALUE, nullptr, &created, nullptr);
     if (error == ERROR_SUCCESS) key = created;
     return static_cast<std::uint32_t>(error);
   }

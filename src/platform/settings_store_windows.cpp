@@ -14,8 +14,7 @@ class RegistryKey final : public ISettingsKey {
   boost::optional<std::uint32_t> read(const std::wstring& name) const override {
     DWORD value = 0;
     DWORD size = sizeof value;
-    const auto error =
-        ::RegGetValueW(m_key, nullptr, name.c_str(), RRF_RT_REG_DWORD, nullptr, &value, &size);
+    const auto error = ::RegGetValueW(m_key, nullptr, name.c_str(), RRF_RT_REG_DWORD, nullptr, &value, &size);
     if (error != ERROR_SUCCESS) return boost::none;
     return static_cast<std::uint32_t>(value);
   }

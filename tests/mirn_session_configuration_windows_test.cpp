@@ -8,6 +8,7 @@
 #include "support/locate_timeout_logs.h"
 #include "support/log_lines.h"
 #include "support/private_registry_windows.h"
+#include "support/restricted_key_windows.h"
 
 // What only a registry can hold.
 
@@ -51,6 +52,30 @@ TEST(LocateTimeoutInTheRegistry, IsNotMadeWithoutTheDriversKey) {
   const LogLines log;
   EXPECT_FALSE(MirnSession().setLocateTimeout(60));
   EXPECT_EQ(registry.image(), "");
+}
+
+TEST(LocateTimeoutInTheRegistry, IsRefusedToACallerWithoutRightsToWrite) {
+  PrivateRegistry registry;
+  const DWORD stored = 30;
+  registry.store(kDriverKey, kName, REG_DWORD, &stored, sizeof stored);
+  const std::string before = registry.image();
+  {
+    const RestrictedKey restricted(kDriverKey, RestrictedKey::Rights::kRead);
+    MirnSession session;
+    EXPECT_EQ(session.getLocateTimeout(), 30);
+    EXPECT_FALSE(session.setLocateTimeout(60));
+  }
+  EXPECT_EQ(registry.image(), before);
+}
+
+TEST(LocateTimeoutInTheRegistry, IsTwelveSecondsForACallerWithoutRightsToRead) {
+  PrivateRegistry registry;
+  const DWORD stored = 30;
+  registry.store(kDriverKey, kName, REG_DWORD, &stored, sizeof stored);
+  LogLines log;
+  const RestrictedKey restricted(kDriverKey, RestrictedKey::Rights::kNone);
+  EXPECT_EQ(MirnSession().getLocateTimeout(), 12);
+  EXPECT_THAT(log.take(), ElementsAre(kUnreadable));
 }
 
 }  // namespace

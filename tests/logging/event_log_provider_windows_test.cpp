@@ -7,6 +7,7 @@
 #include <boost/filesystem.hpp>
 
 #include "logging/logger.h"
+#include "support/restricted_key_windows.h"
 
 // On the system's own registry and event log.
 
@@ -70,6 +71,17 @@ TEST_F(EventSource, IsRegisteredOverWhatWasThere) {
       ERROR_SUCCESS);
   const ovra::log::LoggerEventLogProvider provider;
   EXPECT_EQ(numberOf(L"TypesSupported"), 7U);
+}
+
+TEST_F(EventSource, IsNotRegisteredByWhoMayOnlyRead) {
+  const RestrictedKey restricted(kKey, RestrictedKey::Rights::kRead);
+  try {
+    const ovra::log::LoggerEventLogProvider provider;
+    FAIL() << "registered";
+  } catch (const ovra::LoggerException& failure) {
+    EXPECT_EQ(failure.code(), 0);
+    EXPECT_STREQ(failure.what(), "The application must be run with administrator privileges");
+  }
 }
 
 TEST_F(EventSource, TakesAMessageOfEachLevel) {

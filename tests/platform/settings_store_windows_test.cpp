@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "support/by_name.h"
+#include "support/restricted_key_windows.h"
 
 // On the machine-wide hive itself, under a key of the tests' own.
 
@@ -105,6 +106,20 @@ TEST_F(SettingsStore, RefusesToWriteThroughAKeyOpenForReading) {
   given(5);
   EXPECT_FALSE(open(SettingsAccess::kRead)->write(kName, 60));
   EXPECT_EQ(found(), 5U);
+}
+
+TEST_F(SettingsStore, IsReadButNotWrittenByWhoMayOnlyRead) {
+  given(5);
+  const RestrictedKey restricted(kKey, RestrictedKey::Rights::kRead);
+  EXPECT_FALSE(open(SettingsAccess::kWrite));
+  EXPECT_EQ(read(), 5U);
+}
+
+TEST_F(SettingsStore, IsNotOpenedByWhoMayDoNothing) {
+  given(5);
+  const RestrictedKey restricted(kKey, RestrictedKey::Rights::kNone);
+  EXPECT_FALSE(open(SettingsAccess::kWrite));
+  EXPECT_FALSE(open(SettingsAccess::kRead));
 }
 
 TEST_F(SettingsStore, RefusesToReadThroughAKeyOpenForWriting) {

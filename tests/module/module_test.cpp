@@ -1,16 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <malloc.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "http_method.h"
 #include "scripted_library/scripted_library.h"
 #include "service_exceptions.h"
 #include "support/loaded_module.h"
+#include "support/process_resources.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -102,10 +99,6 @@ TEST_F(Module, StatusesCrossTheBoundary) {
   plugin->finish();
 }
 
-std::ptrdiff_t entriesOf(const char* folder) {
-  return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
-}
-
 /// One life of the module, from load to unload.
 void live() {
   ScriptedLibrary& library = ScriptedLibrary::fresh();
@@ -127,19 +120,15 @@ void live() {
 TEST(ModuleLife, AThousandLivesLeaveNothingBehind) {
   constexpr int kWarmUp = 100;
   constexpr int kLives = 1000;
-  std::ptrdiff_t threads = 0;
-  std::ptrdiff_t descriptors = 0;
-  std::size_t bytes = 0;
+  ProcessResources warm = {};
   for (int round = 0; round < kLives; ++round) {
     ASSERT_NO_FATAL_FAILURE(live());
-    if (round != kWarmUp) continue;
-    threads = entriesOf("/proc/self/task");
-    descriptors = entriesOf("/proc/self/fd");
-    bytes = mallinfo2().uordblks;
+    if (round == kWarmUp) warm = processResources();
   }
-  EXPECT_EQ(entriesOf("/proc/self/task"), threads);
-  EXPECT_EQ(entriesOf("/proc/self/fd"), descriptors);
-  EXPECT_LT(mallinfo2().uordblks, bytes + kLives - kWarmUp);
+  const ProcessResources now = processResources();
+  EXPECT_EQ(now.threads, warm.threads);
+  EXPECT_EQ(now.handles, warm.handles);
+  EXPECT_LT(now.bytes, warm.bytes + kLives - kWarmUp);
 }
 
 }  // namespace

@@ -1,31 +1,19 @@
-#include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <link.h>
-
-#include <string>
 
 #include "http_method.h"
+#include "support/library_in_process.h"
 #include "support/loaded_module.h"
 
 using ovra::data_transfer::ServiceObject;
 
 namespace {
 
-/// Where the loader took the library named VEXL2 from.
-std::string pathOfLibrary() {
-  void* const handle = dlopen("libVEXL2.so", RTLD_NOW | RTLD_NOLOAD);
-  if (!handle) return {};
-  link_map* map = nullptr;
-  dlinfo(handle, RTLD_DI_LINKMAP, &map);
-  const std::string path = map->l_name;
-  dlclose(handle);
-  return path;
-}
-
-// This program links no library of that name; its environment puts another one in front of the module's own.
+// This program links no library of that name. What the loader searches ahead of the module's own folder has
+// another one: a folder of the environment, or, on Windows, the one that this program lies in.
 TEST(SearchPath, PutsAnotherLibraryUnderTheUnchangedModule) {
+  ASSERT_EQ(pathOfLibrary("VEXL2"), "");
   const LoadedModule module(MIRN_TEST_MODULE);
-  EXPECT_NE(pathOfLibrary().find("/scripted/"), std::string::npos) << pathOfLibrary();
+  EXPECT_EQ(pathOfLibrary("VEXL2").parent_path().filename(), "scripted");
 
   const auto plugin = module.registerPlugin();
   ASSERT_TRUE(plugin->initialize());
@@ -33,12 +21,11 @@ TEST(SearchPath, PutsAnotherLibraryUnderTheUnchangedModule) {
       plugin->handleRequest(L"mirn", HttpMethod::kGet, {L"version"}, {}, ServiceObject::null());
   EXPECT_FALSE(version.member(L"vexVersion").toString().empty());
 
-  void* const library = dlopen("libVEXL2.so", RTLD_NOW | RTLD_NOLOAD);
-  const auto release = reinterpret_cast<void (*)()>(dlsym(library, "scripted_library_release_events"));
+  const auto release =
+      reinterpret_cast<void (*)()>(exportOfLibrary("VEXL2", "scripted_library_release_events"));
   ASSERT_NE(release, nullptr);
   release();
   plugin->finish();
-  dlclose(library);
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+#ifndef MIRN_TESTS_SUPPORT_PROCESS_RESOURCES_H
+#define MIRN_TESTS_SUPPORT_PROCESS_RESOURCES_H
+
+#include <cstddef>
+
+/// What this process holds at a moment.
+struct ProcessResources {
+  std::size_t threads;
+  std::size_t handles;  ///< Of the system: file descriptors, where they are all there is.
+  std::size_t bytes;    ///< Allocated and not freed.
+};
+
+ProcessResources processResources();
+
+#endif

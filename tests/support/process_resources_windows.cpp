@@ -1,0 +1,62 @@
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include "support/process_resources.h"
+
+namespace {
+
+void require(bool condition, const char* what) {
+  if (!condition) throw std::runtime_error(what);
+}
+
+/// The system lists the threads of all processes.
+std::size_t threads() {
+  const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  require(snapshot != INVALID_HANDLE_VALUE, "no list of threads");
+  std::size_t count = 0;
+  THREADENTRY32 thread = {};
+  thread.dwSize = sizeof thread;
+  for (BOOL found = ::Thread32First(snapshot, &thread); found; found = ::Thread32Next(snapshot, &thread)) {
+    if (thread.th32OwnerProcessID == ::GetCurrentProcessId()) ++count;
+  }
+  ::CloseHandle(snapshot);
+  return count;
+}
+
+std::size_t handles() {
+  DWORD count = 0;
+  require(::GetProcessHandleCount(::GetCurrentProcess(), &count), "no count of handles");
+  return count;
+}
+
+std::size_t bytesOf(HANDLE heap) {
+  require(::HeapLock(heap), "no lock of a heap");
+  std::size_t bytes = 0;
+  PROCESS_HEAP_ENTRY entry = {};
+  while (::HeapWalk(heap, &entry)) {
+    if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
+  }
+  const bool whole = ::GetLastError() == ERROR_NO_MORE_ITEMS;
+  ::HeapUnlock(heap);
+  require(whole, "no walk through a heap");
+  return bytes;
+}
+
+/// Every library may have a heap of its own.
+std::size_t bytes() {
+  std::vector<HANDLE> heaps(256);
+  const DWORD count = ::GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
+  require(count > 0 && count <= heaps.size(), "no list of heaps");
+  heaps.resize(count);
+  std::size_t sum = 0;
+  for (const HANDLE heap : heaps) sum += bytesOf(heap);
+  return sum;
+}
+
+}  // namespace
+
+ProcessResources processResources() { return {threads(), handles(), bytes()}; }

@@ -120,6 +120,7 @@ void live() {
 TEST(ModuleLife, AThousandLivesLeaveNothingBehind) {
   constexpr int kWarmUp = 100;
   constexpr int kLives = 1000;
+  keepSystemLibraries();
   ProcessResources warm = {};
   for (int round = 0; round < kLives; ++round) {
     ASSERT_NO_FATAL_FAILURE(live());

@@ -12,7 +12,7 @@
 #include "module/recorded_lives.h"
 #include "support/expected_file.h"
 #include "support/log_lines.h"
-#include "support/settings_file.h"
+#include "support/machine_settings.h"
 
 namespace {
 
@@ -40,8 +40,7 @@ std::string recordedCalls() {
 
 class RecordedCalls : public testing::Test {
  protected:
-  SettingsFile m_settings{
-      "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"};
+  MachineSettings m_settings{12};
   LogLines m_log;
 };
 

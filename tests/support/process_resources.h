@@ -12,4 +12,8 @@ struct ProcessResources {
 
 ProcessResources processResources();
 
+/// From now on the system's own libraries stay in the process that would come and go with a module: what they
+/// leave behind is none of the module's.
+void keepSystemLibraries();
+
 #endif

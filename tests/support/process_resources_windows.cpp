@@ -1,7 +1,8 @@
 #include <windows.h>
 
-#include <tlhelp32.h>
+#include <winternl.h>
 
+#include <cstdint>
 #include <stdexcept>
 #include <vector>
 
@@ -9,28 +10,34 @@
 
 namespace {
 
+constexpr auto kListTooLong = static_cast<NTSTATUS>(0xC0000004);
+
 void require(bool condition, const char* what) {
   if (!condition) throw std::runtime_error(what);
 }
 
-/// The system lists the threads of all processes.
-std::size_t threads() {
-  const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-  require(snapshot != INVALID_HANDLE_VALUE, "no list of threads");
-  std::size_t count = 0;
-  THREADENTRY32 thread = {};
-  thread.dwSize = sizeof thread;
-  for (BOOL found = ::Thread32First(snapshot, &thread); found; found = ::Thread32Next(snapshot, &thread)) {
-    if (thread.th32OwnerProcessID == ::GetCurrentProcessId()) ++count;
+/// The system's list of all processes.
+std::vector<char> processList() {
+  std::vector<char> list(1 << 16);
+  NTSTATUS status = kListTooLong;
+  while (status == kListTooLong) {
+    list.resize(2 * list.size());
+    status = ::NtQuerySystemInformation(SystemProcessInformation, list.data(),
+                                        static_cast<ULONG>(list.size()), nullptr);
   }
-  ::CloseHandle(snapshot);
-  return count;
+  require(status == 0, "no list of processes");
+  return list;
 }
 
-std::size_t handles() {
-  DWORD count = 0;
-  require(::GetProcessHandleCount(::GetCurrentProcess(), &count), "no count of handles");
-  return count;
+/// What that list says of this one: with its threads and handles.
+SYSTEM_PROCESS_INFORMATION thisProcess() {
+  const std::vector<char> list = processList();
+  for (std::size_t place = 0;;) {
+    const auto& process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION&>(list[place]);
+    if (reinterpret_cast<std::uintptr_t>(process.UniqueProcessId) == ::GetCurrentProcessId()) return process;
+    require(process.NextEntryOffset != 0, "this process is not in the list");
+    place += process.NextEntryOffset;
+  }
 }
 
 std::size_t bytesOf(HANDLE heap) {
@@ -59,4 +66,11 @@ std::size_t bytes() {
 
 }  // namespace
 
-ProcessResources processResources() { return {threads(), handles(), bytes()}; }
+ProcessResources processResources() {
+  const SYSTEM_PROCESS_INFORMATION process = thisProcess();
+  return {process.NumberOfThreads, process.HandleCount, bytes()};
+}
+
+/// The one beside those that every program has. It brings the C runtime with it, of which Wine's keeps a list
+/// of the program's arguments each time it goes.
+void keepSystemLibraries() { require(::LoadLibraryW(L"advapi32.dll") != nullptr, "no advapi32.dll"); }

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include <winternl.h>
+#include <tlhelp32.h>
 
 #include <cstdint>
 #include <stdexcept>
@@ -10,34 +10,35 @@
 
 namespace {
 
-constexpr auto kListTooLong = static_cast<NTSTATUS>(0xC0000004);
-
 void require(bool condition, const char* what) {
   if (!condition) throw std::runtime_error(what);
 }
 
-/// The system's list of all processes.
-std::vector<char> processList() {
-  std::vector<char> list(1 << 16);
-  NTSTATUS status = kListTooLong;
-  while (status == kListTooLong) {
-    list.resize(2 * list.size());
-    status = ::NtQuerySystemInformation(SystemProcessInformation, list.data(),
-                                        static_cast<ULONG>(list.size()), nullptr);
+/// The system lists the threads of all processes.
+std::size_t threads() {
+  const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  require(snapshot != INVALID_HANDLE_VALUE, "no list of threads");
+  std::size_t count = 0;
+  THREADENTRY32 thread = {};
+  thread.dwSize = sizeof thread;
+  for (BOOL found = ::Thread32First(snapshot, &thread); found; found = ::Thread32Next(snapshot, &thread)) {
+    if (thread.th32OwnerProcessID == ::GetCurrentProcessId()) ++count;
   }
-  require(status == 0, "no list of processes");
-  return list;
+  ::CloseHandle(snapshot);
+  return count;
 }
 
-/// What that list says of this one: with its threads and handles.
-SYSTEM_PROCESS_INFORMATION thisProcess() {
-  const std::vector<char> list = processList();
-  for (std::size_t place = 0;;) {
-    const auto& process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION&>(list[place]);
-    if (reinterpret_cast<std::uintptr_t>(process.UniqueProcessId) == ::GetCurrentProcessId()) return process;
-    require(process.NextEntryOffset != 0, "this process is not in the list");
-    place += process.NextEntryOffset;
+/// Handles are multiples of four, the lowest that is free each time. Each is asked for: what the system
+/// counts itself is, with Wine, the room that it keeps for them.
+std::size_t handles() {
+  constexpr std::uintptr_t kRange = 1 << 16;
+  std::size_t count = 0;
+  for (std::uintptr_t value = 4; value < kRange; value += 4) {
+    DWORD flags = 0;
+    if (::GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) ++count;
   }
+  require(count > 0, "no handles");
+  return count;
 }
 
 std::size_t bytesOf(HANDLE heap) {
@@ -66,10 +67,7 @@ std::size_t bytes() {
 
 }  // namespace
 
-ProcessResources processResources() {
-  const SYSTEM_PROCESS_INFORMATION process = thisProcess();
-  return {process.NumberOfThreads, process.HandleCount, bytes()};
-}
+ProcessResources processResources() { return {threads(), handles(), bytes()}; }
 
 /// The one beside those that every program has. It brings the C runtime with it, of which Wine's keeps a list
 /// of the program's arguments each time it goes.

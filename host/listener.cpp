@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "host/port_claim.h"
 #include "host/report.h"
 #include "host/session.h"
 
@@ -16,14 +17,23 @@ using boost::system::error_code;
 
 constexpr std::chrono::milliseconds kPauseAfterFailure{100};
 
+/// The endpoint that the acceptor listens on now, its port told even where any would do.
+tcp::endpoint taken(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
+  acceptor.open(endpoint.protocol());
+  claimPort(acceptor);
+  acceptor.bind(endpoint);
+  acceptor.listen();
+  return acceptor.local_endpoint();
+}
+
 }  // namespace
 
 Listener::Listener(asio::io_context& io, const tcp::endpoint& endpoint)
     : m_io(io),
       m_strand(asio::make_strand(io)),
-      m_acceptor(m_strand, endpoint),
+      m_acceptor(m_strand),
       m_pause(m_strand),
-      m_endpoint(m_acceptor.local_endpoint()) {}
+      m_endpoint(taken(m_acceptor, endpoint)) {}
 
 void Listener::start(SharedState& state) {
   asio::post(m_strand, [this, &state] { accept(state); });

@@ -19,23 +19,34 @@ function(mirn_layer name)
   mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS} Boost::headers Threads::Threads)
 endfunction()
 
+# Puts resource scripts into a program or module where there is such a thing.
+function(mirn_resources target)
+  if(WIN32)
+    target_sources(${target} PRIVATE ${ARGN})
+    set_source_files_properties(${ARGN} PROPERTIES OBJECT_DEPENDS
+      "${PROJECT_SOURCE_DIR}/src/version_resource.rc;${PROJECT_SOURCE_DIR}/src/plugin_version.h")
+  endif()
+endfunction()
+
 # A loadable module that shows the symbols of EXPORTS (a linker version script) and no others. On Windows, where
 # nothing is shown that its source does not mark, RESOURCES (a resource script) goes in, too.
 function(mirn_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXPORTS;RESOURCES" "SOURCES;DEPENDS")
-  add_library(${name} MODULE ${arg_SOURCES} $<$<BOOL:${WIN32}>:${arg_RESOURCES}>)
+  add_library(${name} MODULE ${arg_SOURCES})
   mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS})
+  mirn_resources(${name} ${arg_RESOURCES})
   set_target_properties(${name} PROPERTIES PREFIX "" LINK_DEPENDS ${arg_EXPORTS})
   if(NOT WIN32)
     target_link_options(${name} PRIVATE -Wl,--version-script=${arg_EXPORTS} -Wl,--no-undefined-version)
   endif()
 endfunction()
 
-# A program.
+# A program; RESOURCES (resource scripts) go in on Windows.
 function(mirn_program name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;RESOURCES;DEPENDS")
   add_executable(${name} ${arg_SOURCES})
   mirn_configure(${name} DEPENDS ${arg_DEPENDS} Threads::Threads)
+  mirn_resources(${name} ${arg_RESOURCES})
 endfunction()
 
 # Where the tests' library named VEXL2 lies, apart from the simulated one.

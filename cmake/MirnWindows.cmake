@@ -24,3 +24,16 @@ function(mirn_provide_runtime folder)
   endforeach()
 endfunction()
 mirn_provide_runtime(${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+
+# The resource script of a message table, made of `source` (.mc), by its path in the variable `result`.
+find_program(MIRN_MESSAGE_COMPILER x86_64-w64-mingw32-windmc REQUIRED)
+function(mirn_message_table source result)
+  get_filename_component(name ${source} NAME_WE)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/${name})
+  file(MAKE_DIRECTORY ${folder})
+  add_custom_command(OUTPUT ${folder}/${name}.rc
+    COMMAND ${MIRN_MESSAGE_COMPILER} -r ${folder} -h ${folder} ${CMAKE_CURRENT_SOURCE_DIR}/${source}
+    DEPENDS ${source} VERBATIM)
+  set_source_files_properties(${folder}/${name}.rc PROPERTIES COMPILE_OPTIONS -I${folder})
+  set(${result} ${folder}/${name}.rc PARENT_SCOPE)
+endfunction()

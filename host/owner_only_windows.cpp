@@ -52,8 +52,8 @@ std::wstring describe(OwnerOnly::Kind kind) {
 }
 
 bool isTrusted(PSID sid, PSID owner, PSID user) {
-  return ::EqualSid(sid, owner) || ::EqualSid(sid, user) || ::IsWellKnownSid(sid, WinLocalSystemSid) ||
-         ::IsWellKnownSid(sid, WinBuiltinAdministratorsSid) ||
+  return (owner && ::EqualSid(sid, owner)) || ::EqualSid(sid, user) ||
+         ::IsWellKnownSid(sid, WinLocalSystemSid) || ::IsWellKnownSid(sid, WinBuiltinAdministratorsSid) ||
          ::IsWellKnownSid(sid, WinCreatorOwnerRightsSid);
 }
 
@@ -78,19 +78,16 @@ OwnerOnly::OwnerOnly(Kind kind) {
   m_attributes = {sizeof m_attributes, descriptor, FALSE};
 }
 
-bool letsOthersIn(const std::wstring& file) {
+bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor) {
   PSID owner = nullptr;
   PACL list = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  const DWORD error = ::GetNamedSecurityInfoW(file.c_str(), SE_FILE_OBJECT,
-                                              OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION, &owner,
-                                              nullptr, &list, nullptr, &descriptor);
-  if (error != ERROR_SUCCESS) {
-    ::SetLastError(error);
+  BOOL isThere = FALSE;
+  BOOL isDefault = FALSE;
+  if (!::GetSecurityDescriptorOwner(descriptor, &owner, &isDefault) ||
+      !::GetSecurityDescriptorDacl(descriptor, &isThere, &list, &isDefault)) {
     throw lastSystemFailure();
   }
-  const std::unique_ptr<void, LocalMemory> owned(descriptor);
-  if (!list) return true;  // no list is access for everyone
+  if (!isThere || !list) return true;  // no list is access for everyone
   const ProcessUser user;
   for (DWORD i = 0; i < list->AceCount; ++i) {
     void* entry = nullptr;
@@ -98,4 +95,15 @@ bool letsOthersIn(const std::wstring& file) {
     if (letsOthersIn(*static_cast<const ACE_HEADER*>(entry), owner, user.sid())) return true;
   }
   return false;
+}
+
+bool letsOthersIn(const std::wstring& path) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  const DWORD error = ::GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT,
+                                              OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION, nullptr,
+                                              nullptr, nullptr, nullptr, &descriptor);
+  ::SetLastError(error);
+  if (error != ERROR_SUCCESS) throw lastSystemFailure();
+  const std::unique_ptr<void, LocalMemory> owned(descriptor);
+  return letsOthersIn(descriptor);
 }

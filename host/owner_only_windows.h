@@ -28,10 +28,13 @@ class OwnerOnly {
   SECURITY_ATTRIBUTES m_attributes{};
 };
 
-/// Whether the file's access list lets anyone in beside its owner, the user of this process, the system and
-/// the administrators.
+/// Whether a file's owner and access list let anyone in beside that owner, the user of this process, the
+/// system and the administrators.
 ///
 /// @throws std::runtime_error with the system's reason
-bool letsOthersIn(const std::wstring& file);
+bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor);
+
+/// The same of the file `path`, as it is now.
+bool letsOthersIn(const std::wstring& path);
 
 #endif

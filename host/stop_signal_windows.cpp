@@ -1,3 +1,5 @@
+#include "host/stop_signal_windows.h"
+
 #include <windows.h>
 
 #include <atomic>
@@ -22,20 +24,6 @@ HANDLE received() {
 
 std::atomic<bool> isStopping{false};
 
-/// On a thread of the system's own.
-BOOL WINAPI onConsoleEvent(DWORD event) {
-  const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
-  const bool endsTheProcess = event == CTRL_CLOSE_EVENT || event == CTRL_SHUTDOWN_EVENT;
-  if (!isKey && !endsTheProcess) return FALSE;
-  const bool isFirst = !isStopping.exchange(true);
-  if (isKey && !isFirst) leaveProcess(kEndedByCtrlC);
-  ::SetEvent(received());
-  // The system ends the process as soon as this returns; the orderly end of the process ends this thread,
-  // too.
-  if (endsTheProcess) ::Sleep(kLongestStop);
-  return TRUE;
-}
-
 /// The receiver is never taken back: that would wait for an event that is just being handled.
 class StopSignal final : public IStopSignal {
  public:
@@ -47,6 +35,17 @@ class StopSignal final : public IStopSignal {
 };
 
 }  // namespace
+
+int __stdcall onConsoleEvent(unsigned long event) {
+  const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+  const bool endsTheProcess = event == CTRL_CLOSE_EVENT || event == CTRL_SHUTDOWN_EVENT;
+  if (!isKey && !endsTheProcess) return FALSE;
+  const bool isFirst = !isStopping.exchange(true);
+  if (isKey && !isFirst) leaveProcess(kEndedByCtrlC);
+  ::SetEvent(received());
+  if (endsTheProcess) ::Sleep(kLongestStop);
+  return TRUE;
+}
 
 std::unique_ptr<IStopSignal> makeStopSignal() { return std::make_unique<StopSignal>(); }
 

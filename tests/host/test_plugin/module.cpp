@@ -1,6 +1,7 @@
 // The two exports, and a witness of the module's own end.
 #include <memory>
 
+#include "export.h"
 #include "plugin_interface.h"
 #include "test_plugin.h"
 #include "trace.h"
@@ -30,8 +31,6 @@ class BarePlugin : public ovra::plugin_interface {
 };
 
 }  // namespace
-
-#define MIRN_TEST_EXPORT extern "C" __attribute__((visibility("default")))
 
 MIRN_TEST_EXPORT void discover_plugin(PluginDescription& out) {
   trace("discover_plugin");

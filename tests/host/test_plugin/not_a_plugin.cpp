@@ -1,2 +1,4 @@
 // A library like any other.
-extern "C" __attribute__((visibility("default"))) int something_else() { return 0; }  // NOLINT
+#include "export.h"
+
+MIRN_TEST_EXPORT int something_else() { return 0; }  // NOLINT

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <iostream>
 
@@ -7,17 +6,12 @@
 #include "scripted_library/large_machine.h"
 #include "scripted_library/scripted_library.h"
 #include "support/machine_settings.h"
+#include "support/process_resources.h"
 
 namespace {
 
 constexpr std::size_t kDevices = 10000;
 constexpr std::size_t kMegabyte = 1000 * 1000;
-
-/// What has been allocated and not been given back, by the whole process.
-std::size_t bytesInUse() {
-  const auto info = mallinfo2();
-  return info.uordblks + info.hblkhd;
-}
 
 TEST(SnapshotMemory, TenThousandDevicesStayBelowFortyMegabytes) {
   const MachineSettings settings{12};
@@ -25,9 +19,9 @@ TEST(SnapshotMemory, TenThousandDevicesStayBelowFortyMegabytes) {
   library.recordCalls(false);
   library.setMachine(large_machine::make(kDevices));
   MirnSession session;
-  const std::size_t before = bytesInUse();
+  const std::size_t before = processResources().bytes;
   const MirnSnapshot snapshot = session.takeSnapshot();
-  const std::size_t used = bytesInUse() - before;
+  const std::size_t used = processResources().bytes - before;
   std::cout << kDevices << " devices: " << static_cast<double>(used) / kMegabyte << " MB\n";
   ASSERT_EQ(snapshot.endDevices.size(), kDevices);
   EXPECT_GT(used, kDevices * sizeof(EndDevice));  // or the heap is not what is measured here

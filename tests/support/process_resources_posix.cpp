@@ -12,10 +12,16 @@ std::size_t entriesOf(const char* folder) {
   return static_cast<std::size_t>(std::distance(Iterator(folder), Iterator()));
 }
 
+/// Large blocks are mappings of their own.
+std::size_t bytes() {
+  const auto info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
 }  // namespace
 
 ProcessResources processResources() {
-  return {entriesOf("/proc/self/task"), entriesOf("/proc/self/fd"), mallinfo2().uordblks};
+  return {entriesOf("/proc/self/task"), entriesOf("/proc/self/fd"), bytes()};
 }
 
 /// They leave nothing behind.

@@ -24,6 +24,9 @@ function(mirn_provide_runtime folder)
   endforeach()
 endfunction()
 mirn_provide_runtime(${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+foreach(dll IN LISTS MIRN_RUNTIME_DLLS)
+  install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll} DESTINATION . COMPONENT module)
+endforeach()
 
 # The resource script of a message table, made of `source` (.mc), by its path in the variable `result`.
 find_program(MIRN_MESSAGE_COMPILER x86_64-w64-mingw32-windmc REQUIRED)

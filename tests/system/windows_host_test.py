@@ -139,6 +139,15 @@ class ServingTest(WindowsHostTest):
         self.assertEqual((200, '{"status":"working"}'), host.request("GET", "/healthz"))
         self.assert_stops(host)
 
+    def test_curl_is_answered(self):
+        host = self.serve(MODULE)
+        curl = ["curl", "--silent", "--show-error", "--max-time", str(STOP_TIME), "--write-out", " %{http_code}",
+                "--header", "Authorization: Bearer " + host.token]
+        answer = subprocess.run(curl + [f"http://127.0.0.1:{host.port}/api/v1/mirn/version"], check=True,
+                                capture_output=True, text=True).stdout
+        self.assertRegex(answer, r'"pluginVersion":"5\.4\.0\.1465".* 200$')
+        self.assert_stops(host)
+
     def test_a_change_is_seen_afterwards(self):
         host = self.serve(MODULE)
         name, identifier = sorted(self.volumes(host).items())[0]

@@ -14,7 +14,7 @@ std::string quotedName(const PluginDescription& description) {
 
 }  // namespace
 
-HostedPlugin::HostedPlugin(const std::string& modulePath) : m_module(modulePath) {
+HostedPlugin::HostedPlugin(const LoadedModule& module) : m_module(module) {
   const auto discover = m_module.find<DiscoverPluginFunction>(kDiscoverPluginName);
   const auto registerPlugin = m_module.find<RegisterPluginFunction>(kRegisterPluginName);
   discover(m_description);

@@ -7,13 +7,17 @@
 #include "host/module_loader.h"
 #include "plugin_interface.h"
 
-/// A plug-in on its way through the calling order: the constructor loads the module, discovers and registers;
-/// `initialize`; any number of requests; `finish`; the destructor releases the plug-in and unloads the
-/// module. An initialised plug-in is never released unfinished.
+/// A plug-in on its way through the calling order: the constructor discovers and registers; `initialize`; any
+/// number of requests; `finish`; the destructor releases the plug-in. An initialised plug-in is never
+/// released unfinished.
+///
+/// Failures of the plug-in pass as they are, and their code is the module's.
 class HostedPlugin : private PluginRegistrar {
  public:
-  /// @throws std::runtime_error when the file is no module, or the module gives no plug-in
-  explicit HostedPlugin(const std::string& modulePath);
+  /// @param module  outlives the plug-in and whatever it raises
+  ///
+  /// @throws std::runtime_error when the module gives no plug-in
+  explicit HostedPlugin(const LoadedModule& module);
   HostedPlugin(const HostedPlugin&) = delete;
   HostedPlugin& operator=(const HostedPlugin&) = delete;
   virtual ~HostedPlugin();
@@ -32,7 +36,7 @@ class HostedPlugin : private PluginRegistrar {
  private:
   bool addPlugin(std::shared_ptr<ovra::plugin_interface> plugin) override;
 
-  LoadedModule m_module;  // first: its code is needed until the plug-in is gone
+  const LoadedModule& m_module;
   PluginDescription m_description{};
   std::shared_ptr<ovra::service_plugin_interface> m_plugin;
   bool m_initialized = false;

@@ -1,5 +1,6 @@
 #include <exception>
 #include <iostream>
+#include <memory>
 
 #include "host/api_service.h"
 #include "host/hosted_plugin.h"
@@ -32,10 +33,12 @@ SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
   return controls;
 }
 
-int serve(const Options& options) {
+/// @param module  takes the module, which is to stay until a failure has been told: its text may be in there
+int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
   const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
   const std::string token = loadOrCreateToken(tokenFile);
-  HostedPlugin hosted(options.module);
+  module = std::make_unique<LoadedModule>(options.module);
+  HostedPlugin hosted(*module);
   const auto stopSignal = makeStopSignal();
   Server server(options);
   hosted.initialize();
@@ -53,11 +56,11 @@ int serve(const Options& options) {
   return kSuccess;
 }
 
-int run(const std::vector<std::string>& arguments) {
+int run(const std::vector<std::string>& arguments, std::unique_ptr<LoadedModule>& module) {
   const Options options = parseOptions(arguments);
   if (options.help) std::cout << helpText() << std::flush;
   if (options.version && !options.help) announce(versionText());
-  return options.help || options.version ? kSuccess : serve(options);
+  return options.help || options.version ? kSuccess : serve(options, module);
 }
 
 }  // namespace
@@ -67,13 +70,17 @@ int main(int argc, char** argv) {
   // which would take either kind of character and drop the other.
   std::ios::sync_with_stdio(false);
   std::wcout << std::unitbuf;
+  std::unique_ptr<LoadedModule> module;
   try {
-    return run(programArguments(argc, argv));
+    return run(programArguments(argc, argv), module);
   } catch (const UsageError& error) {
     report(std::string(error.what()) + " (--help tells more)");
     return kUsage;
   } catch (const std::exception& failure) {
     report(failure.what());
+    return kFailure;
+  } catch (...) {
+    report("the plug-in failed without a reason");
     return kFailure;
   }
 }

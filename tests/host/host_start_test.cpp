@@ -55,6 +55,18 @@ TEST_F(HostStartTest, ARaisingInitializeEndsTheHostWithItsReason) {
   expectOneLine("could not be initialised: no storage today");
 }
 
+TEST_F(HostStartTest, APluginThatRaisesNoExceptionIsTold) {
+  EXPECT_EQ(exitStatus(kModule, {}, {{"TEST_PLUGIN_INITIALIZE", "throw-number"}}), 1);
+  expectOneLine("the plug-in failed without a reason\n");
+  EXPECT_EQ(trace(), "discover_plugin\nregister_plugin\nconstruct\ninitialize\ndestroy\nunload\n");
+}
+
+TEST_F(HostStartTest, AFailureOfAnInitialisedPluginIsToldAfterItsEnd) {
+  EXPECT_EQ(exitStatus(kModule, {}, {{"TEST_PLUGIN_PATHS", "throw"}}), 1);
+  expectOneLine("no paths today\n");
+  EXPECT_NE(trace().find("finish\ndestroy\nunload\n"), std::string::npos) << trace();
+}
+
 TEST_F(HostStartTest, AUsedPortIsToldBeforeThePluginIsInitialised) {
   serve();
   HostProcess second(

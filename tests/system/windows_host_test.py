@@ -34,7 +34,7 @@ def end_with_parent():
 class Host:
     """A host process, and requests to it."""
 
-    def __init__(self, folder, arguments, environment=None):
+    def __init__(self, folder, arguments, environment):
         self.folder = folder
         self.output = open(folder / "output", "w+b")
         self.errors = open(folder / "errors", "w+b")
@@ -42,7 +42,7 @@ class Host:
         self.process = subprocess.Popen(
             [RUNNER, HOST, *arguments], stdin=subprocess.DEVNULL, stdout=self.output, stderr=self.errors,
             env={**os.environ, "VEXL2_EVENT_WAIT_CAP": "50", "TEST_PLUGIN_TRACE": str(folder / "trace"),
-                 **(environment or {})}, preexec_fn=end_with_parent)
+                 **environment}, preexec_fn=end_with_parent)
         self.port = None
         self.token = None
 
@@ -103,17 +103,18 @@ class WindowsHostTest(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         self.count = 0
 
-    def launch(self, *arguments):
+    def launch(self, *arguments, **environment):
         """A host in a folder of its own."""
         self.count += 1
         folder = self.folder / str(self.count)
         folder.mkdir()
-        host = Host(folder, arguments)
+        host = Host(folder, arguments, environment)
         self.addCleanup(host.close)
         return host
 
-    def serve(self, module, *arguments):
-        host = self.launch("--module", module, "--port", "0", "--token-file", self.token_file(), *arguments)
+    def serve(self, module, *arguments, **environment):
+        host = self.launch("--module", module, "--port", "0", "--token-file", self.token_file(), *arguments,
+                           **environment)
         host.await_serving()
         return host
 
@@ -217,6 +218,13 @@ class StopTest(WindowsHostTest):
         self.assertEqual(
             ["discover_plugin", "register_plugin", "construct", "initialize", "getHandledPaths", "finish", "destroy",
              "unload"], host.written("trace").split())
+
+    def test_a_failure_to_finish_is_told_and_the_plugin_still_unloaded(self):
+        host = self.serve(TEST_PLUGIN, TEST_PLUGIN_FINISH="throw")
+        host.press_ctrl_c()
+        self.assertEqual(1, host.exit_status())
+        self.assertEqual("mirn-host: no end today\n", host.written("errors"))
+        self.assertEqual(["finish", "destroy", "unload"], host.written("trace").split()[-3:])
 
     def test_what_is_under_way_is_answered_first(self):
         host = self.serve(MODULE, "--simulator-controls")

@@ -1,6 +1,6 @@
 #include "test_plugin.h"
 
-#include <stdexcept>
+#include <exception>
 
 #include "trace.h"
 
@@ -8,20 +8,41 @@ using ovra::data_transfer::ServiceObject;
 
 const wchar_t* const kTestPluginName = L"Test plug-in";
 
+namespace {
+
+/// A failure whose code is in this module alone.
+class OwnFailure : public std::exception {
+ public:
+  explicit OwnFailure(const char* reason) : m_reason(reason) {}
+
+  const char* what() const noexcept override { return m_reason.c_str(); }
+
+ private:
+  std::string m_reason;
+};
+
+/// As the setting `name` says: "throw" with `reason`, "throw-number", or anything else.
+void failAsSet(const char* name, const char* reason) {
+  const std::string outcome = setting(name);
+  if (outcome == "throw") throw OwnFailure(reason);
+  if (outcome == "throw-number") throw 42;  // NOLINT: no exception of the contract
+}
+
+}  // namespace
+
 TestPlugin::TestPlugin() { trace("construct"); }
 
 TestPlugin::~TestPlugin() { trace("destroy"); }
 
 bool TestPlugin::initialize() {
   trace("initialize");
-  const std::string outcome = setting("TEST_PLUGIN_INITIALIZE");
-  if (outcome == "throw") throw std::runtime_error("no storage today");
-  return outcome != "false";
+  failAsSet("TEST_PLUGIN_INITIALIZE", "no storage today");
+  return setting("TEST_PLUGIN_INITIALIZE") != "false";
 }
 
 void TestPlugin::finish() {
   trace("finish");
-  if (setting("TEST_PLUGIN_FINISH") == "throw") throw std::runtime_error("no end today");
+  failAsSet("TEST_PLUGIN_FINISH", "no end today");
 }
 
 std::int32_t TestPlugin::getStatus() {
@@ -31,6 +52,7 @@ std::int32_t TestPlugin::getStatus() {
 
 std::vector<std::wstring> TestPlugin::getHandledPaths() {
   trace("getHandledPaths");
+  failAsSet("TEST_PLUGIN_PATHS", "no paths today");
   return {L"test", L"test/things", L"test/things/deep"};
 }
 

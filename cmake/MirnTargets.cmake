@@ -52,8 +52,8 @@ endfunction()
 # Where the tests' library named VEXL2 lies, apart from the simulated one.
 set(MIRN_SCRIPTED_FOLDER ${CMAKE_BINARY_DIR}/bin/scripted)
 
-# A test program: every TEST of it becomes a test of ctest, or the whole program one when it runs under an emulator. LABELS choose what a sanitizer preset runs
-# ("threads" for the tests that use threads); ENVIRONMENT holds NAME=value pairs.
+# A test program. Every TEST of it becomes a test of ctest, or the whole program does where it runs under an emulator.
+# LABELS choose what a sanitizer preset runs ("threads" for the tests that use threads); ENVIRONMENT holds NAME=value pairs.
 function(mirn_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_MAIN" "TIMEOUT" "SOURCES;DEPENDS;LABELS;ENVIRONMENT")
   add_executable(${name} ${arg_SOURCES})

@@ -65,6 +65,12 @@ TEST_F(ModuleLoaderTest, FindsTheFunctionsOfTheLibrariesThatCameAlong) {
   EXPECT_EQ(loaded.findAnywhere("VexSimNothing"), nullptr);
 }
 
+TEST_F(ModuleLoaderTest, LeavesTheSimulatedLibraryWhereItIs) {
+  { const LoadedModule loaded(MIRN_TEST_MODULE); }
+  EXPECT_FALSE(isLoaded(fs::path(MIRN_TEST_MODULE).make_preferred()));
+  EXPECT_TRUE(isLoaded(L"VEXL2.dll"));
+}
+
 TEST_F(ModuleLoaderTest, TellsThatThereIsNoModule) {
   const std::string text = refusalOf(m_place / "missing.dll");
   EXPECT_EQ(text.find("cannot load the module: "), 0U) << text;

@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "bench/snapshot_of.h"
-#include "events/event_comparison.h"
-#include "events/event_journal.h"
+#include "event_comparison.h"
+#include "event_journal.h"
 #include "scripted_library/large_machine.h"
+#include "snapshot_of.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 #include <memory>
 #include <string>
 
-#include "bench/running_plugin.h"
-#include "bench/side_by_side.h"
-#include "host/api_service.h"
-#include "host/json_writer.h"
-#include "host/options.h"
-#include "host/server.h"
+#include "api/api_service.h"
+#include "api/json_writer.h"
+#include "net/server.h"
+#include "options.h"
+#include "running_plugin.h"
 #include "scripted_library/large_machine.h"
+#include "side_by_side.h"
 #include "support/http_connection.h"
 
 namespace {
@@ -24,7 +24,7 @@ constexpr std::size_t kBodyDepth = 32;
 constexpr char kToken[] = "token-of-the-benchmark";
 constexpr unsigned kOk = 200;
 
-Options optionsOfServer() { return parseOptions({"--module", "none", "--port", "0"}); }
+host::Options optionsOfServer() { return host::parseOptions({"--module", "none", "--port", "0"}); }
 
 /// A server around a plug-in, and a client with a connection that stays open.
 class ServedPlugin {
@@ -47,8 +47,8 @@ class ServedPlugin {
   RunningPlugin running{large_machine::makeWithVolumes(kVolumes)};
 
  private:
-  ApiService m_service{running.plugin, kToken, kBodyDepth};
-  Server m_server{optionsOfServer()};
+  host::ApiService m_service{running.plugin, kToken, kBodyDepth};
+  host::Server m_server{optionsOfServer()};
   std::unique_ptr<HttpConnection> m_connection = std::make_unique<HttpConnection>(
       static_cast<std::uint16_t>(std::stoi(m_server.url().substr(m_server.url().rfind(':') + 1))));
 };

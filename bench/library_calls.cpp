@@ -1,4 +1,4 @@
-#include "bench/library_calls.h"
+#include "library_calls.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,11 +3,11 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "bench/library_calls.h"
-#include "bench/running_plugin.h"
-#include "bench/side_by_side.h"
+#include "library_calls.h"
 #include "mirn_session.h"
+#include "running_plugin.h"
 #include "scripted_library/large_machine.h"
+#include "side_by_side.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include <benchmark/benchmark.h>
 
-#include "bench/library_calls.h"
-#include "bench/side_by_side.h"
+#include "library_calls.h"
 #include "mirn_session.h"
 #include "scripted_library/large_machine.h"
 #include "scripted_library/scripted_library.h"
+#include "side_by_side.h"
 
 namespace {
 

@@ -1,10 +1,9 @@
 # One helper a kind of target. Each takes SOURCES and DEPENDS; what they share stands in mirn_configure.
 
-# Applies what every target of ours has: warnings, the include root, dependencies, precompiled headers.
+# Applies what every target of ours has: warnings, dependencies, precompiled headers.
 # PCH names the target that carries the precompiled header, or NONE.
 function(mirn_configure target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "PCH" "DEPENDS")
-  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} PRIVATE $<BUILD_INTERFACE:mirn_warnings>)
   if(arg_PCH AND NOT arg_PCH STREQUAL "NONE")
     target_precompile_headers(${target} REUSE_FROM ${arg_PCH})
@@ -12,11 +11,17 @@ function(mirn_configure target)
   endif()
 endfunction()
 
-# A layer of the module: a static library.
+# A layer: a static library whose folder is an include root. What its headers include stands under DEPENDS and is seen by
+# those who link it, too; what its sources alone include stands under USES.
 function(mirn_layer name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "PCH" "SOURCES;DEPENDS;USES")
+  if(NOT arg_PCH)
+    set(arg_PCH mirn_pch)
+  endif()
   add_library(${name} STATIC ${arg_SOURCES})
-  mirn_configure(${name} PCH mirn_pch DEPENDS ${arg_DEPENDS} Boost::headers Threads::Threads)
+  mirn_configure(${name} PCH ${arg_PCH} DEPENDS ${arg_DEPENDS} Boost::headers Threads::Threads)
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
+  target_link_libraries(${name} PRIVATE ${arg_USES})
 endfunction()
 
 # Puts resource scripts into a program or module where there is such a thing.
@@ -24,7 +29,7 @@ function(mirn_resources target)
   if(WIN32)
     target_sources(${target} PRIVATE ${ARGN})
     set_source_files_properties(${ARGN} PROPERTIES OBJECT_DEPENDS
-      "${PROJECT_SOURCE_DIR}/src/version_resource.rc;${PROJECT_SOURCE_DIR}/src/plugin_version.h")
+      "${PROJECT_SOURCE_DIR}/src/contract/version_resource.rc;${PROJECT_SOURCE_DIR}/src/contract/plugin_version.h")
   endif()
 endfunction()
 

@@ -2,16 +2,17 @@
 #include <iostream>
 #include <memory>
 
-#include "host/api_service.h"
-#include "host/hosted_plugin.h"
-#include "host/options.h"
-#include "host/process.h"
-#include "host/report.h"
-#include "host/server.h"
-#include "host/stop_signal.h"
-#include "host/token_file.h"
+#include "api/api_service.h"
+#include "identity/token_file.h"
+#include "net/server.h"
+#include "options.h"
+#include "plugin/hosted_plugin.h"
+#include "system/process.h"
+#include "system/report.h"
+#include "system/stop_signal.h"
 #include "text.h"
 
+namespace host {
 namespace {
 
 constexpr int kSuccess = 0;
@@ -64,23 +65,24 @@ int run(const std::vector<std::string>& arguments, std::unique_ptr<LoadedModule>
 }
 
 }  // namespace
+}  // namespace host
 
 int main(int argc, char** argv) {
   // The plug-in logs to the wide streams: unsynchronised, they and the narrow ones do not share a C stream,
   // which would take either kind of character and drop the other.
   std::ios::sync_with_stdio(false);
   std::wcout << std::unitbuf;
-  std::unique_ptr<LoadedModule> module;
+  std::unique_ptr<host::LoadedModule> module;
   try {
-    return run(programArguments(argc, argv), module);
-  } catch (const UsageError& error) {
-    report(std::string(error.what()) + " (--help tells more)");
-    return kUsage;
+    return host::run(host::programArguments(argc, argv), module);
+  } catch (const host::UsageError& error) {
+    host::report(std::string(error.what()) + " (--help tells more)");
+    return host::kUsage;
   } catch (const std::exception& failure) {
-    report(failure.what());
-    return kFailure;
+    host::report(failure.what());
+    return host::kFailure;
   } catch (...) {
-    report("the plug-in failed without a reason");
-    return kFailure;
+    host::report("the plug-in failed without a reason");
+    return host::kFailure;
   }
 }

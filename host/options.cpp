@@ -1,4 +1,4 @@
-#include "host/options.h"
+#include "options.h"
 
 #include <algorithm>
 #include <boost/asio/ip/address.hpp>
@@ -8,9 +8,11 @@
 #include <sstream>
 #include <thread>
 
-#include "host/stop_signal.h"
-#include "host/token_file.h"
+#include "identity/token_file.h"
 #include "plugin_version.h"
+#include "system/stop_signal.h"
+
+namespace host {
 
 namespace {
 
@@ -141,3 +143,5 @@ std::string versionText() {
        << MIRN_VERSION_BUILD;
   return text.str();
 }
+
+}  // namespace host

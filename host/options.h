@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "host/limits.h"
+#include "net/limits.h"
+
+namespace host {
 
 /// What the command line says.
 struct Options {
@@ -39,5 +41,7 @@ Options parseOptions(const std::vector<std::string>& arguments);
 
 std::string helpText();
 std::string versionText();
+
+}  // namespace host
 
 #endif

@@ -1,7 +1,7 @@
 #ifndef MIRN_SIMULATOR_VEXL2_SIMULATOR_H
 #define MIRN_SIMULATOR_VEXL2_SIMULATOR_H
 
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 /// Controls of the simulated library, beside its fifty operations. Valid as C99 and as C++17.
 ///

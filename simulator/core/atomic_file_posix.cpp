@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "atomic_file.h"
+#include "core/atomic_file.h"
 
 namespace simulator {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "atomic_file.h"
+#include "core/atomic_file.h"
 
 namespace simulator {
 namespace {

@@ -1,13 +1,13 @@
-#include "library.h"
+#include "core/library.h"
 
 #include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <thread>
 
-#include "atomic_file.h"
+#include "core/atomic_file.h"
+#include "core/environment.h"
 #include "engine/work.h"
-#include "environment.h"
 #include "rules/apply.h"
 #include "scenario/loading.h"
 #include "scenario/scenario.h"

@@ -10,8 +10,8 @@
 #include <set>
 #include <string>
 
+#include "core/faults.h"
 #include "engine/clock.h"
-#include "faults.h"
 #include "model/machine.h"
 
 namespace simulator {

@@ -1,4 +1,4 @@
-#include "operation_names.h"
+#include "core/operation_names.h"
 
 #include <algorithm>
 #include <iterator>

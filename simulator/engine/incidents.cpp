@@ -1,7 +1,7 @@
-#include "incidents.h"
+#include "engine/incidents.h"
 
+#include "engine/settle.h"
 #include "model/disk_role.h"
-#include "settle.h"
 
 namespace simulator {
 namespace {

@@ -1,13 +1,13 @@
-#include "settle.h"
+#include "engine/settle.h"
 
 #include <algorithm>
 
+#include "engine/work.h"
 #include "model/capability.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/links.h"
 #include "model/redundancy.h"
-#include "work.h"
 
 namespace simulator {
 namespace {

@@ -1,10 +1,10 @@
-#include "work.h"
+#include "engine/work.h"
 
 #include <algorithm>
 
+#include "engine/settle.h"
 #include "model/capacity.h"
 #include "model/redundancy.h"
-#include "settle.h"
 
 namespace simulator {
 namespace {

@@ -2,9 +2,9 @@
 #include <vector>
 
 #include "core/library.h"
-#include "library/VEXL2.h"
 #include "records/text_field.h"
 #include "rules/rules.h"
+#include "VEXL2.h"
 
 using simulator::Handle;
 using simulator::Library;

@@ -1,5 +1,5 @@
 #include "core/library.h"
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 using simulator::Library;
 

@@ -1,6 +1,6 @@
 #include "core/library.h"
-#include "library/VEXL2.h"
 #include "rules/rules.h"
+#include "VEXL2.h"
 
 using simulator::Library;
 

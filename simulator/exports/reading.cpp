@@ -2,10 +2,10 @@
 #include <vector>
 
 #include "core/library.h"
-#include "library/VEXL2.h"
 #include "model/disk_role.h"
 #include "records/enumeration.h"
 #include "records/records.h"
+#include "VEXL2.h"
 
 using simulator::Handle;
 using simulator::Library;

@@ -1,4 +1,4 @@
-#include "capability.h"
+#include "model/capability.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #ifndef MIRN_SIMULATOR_MODEL_CAPABILITY_H
 #define MIRN_SIMULATOR_MODEL_CAPABILITY_H
 
-#include "machine.h"
+#include "model/machine.h"
 
 /// What RAID engines can do.
 namespace simulator {

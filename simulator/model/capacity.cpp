@@ -1,9 +1,9 @@
-#include "capacity.h"
+#include "model/capacity.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "disk_role.h"
+#include "model/disk_role.h"
 
 namespace simulator {
 

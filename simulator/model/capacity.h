@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "machine.h"
+#include "model/machine.h"
 
 /// Who takes how much of what. All sizes are bytes; volumes are laid out in whole mebibytes of each disk.
 namespace simulator {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 /// The codes of the library's records as enumerations, so that the model says what it means.
 namespace simulator {

@@ -1,4 +1,4 @@
-#include "disk_role.h"
+#include "model/disk_role.h"
 
 namespace simulator {
 

@@ -1,7 +1,7 @@
 #ifndef MIRN_SIMULATOR_MODEL_DISK_ROLE_H
 #define MIRN_SIMULATOR_MODEL_DISK_ROLE_H
 
-#include "machine.h"
+#include "model/machine.h"
 
 /// What a disk is for and whether it can do it. Nothing of this is stored: it follows from the disk's own
 /// facts.

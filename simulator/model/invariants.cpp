@@ -1,14 +1,14 @@
-#include "invariants.h"
+#include "model/invariants.h"
 
 #include <algorithm>
 #include <set>
 #include <stdexcept>
 
-#include "capability.h"
-#include "capacity.h"
-#include "disk_role.h"
-#include "names.h"
-#include "redundancy.h"
+#include "model/capability.h"
+#include "model/capacity.h"
+#include "model/disk_role.h"
+#include "model/names.h"
+#include "model/redundancy.h"
 
 namespace simulator {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "machine.h"
+#include "model/machine.h"
 
 namespace simulator {
 

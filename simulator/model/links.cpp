@@ -1,4 +1,4 @@
-#include "links.h"
+#include "model/links.h"
 
 #include <algorithm>
 

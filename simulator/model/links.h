@@ -1,7 +1,7 @@
 #ifndef MIRN_SIMULATOR_MODEL_LINKS_H
 #define MIRN_SIMULATOR_MODEL_LINKS_H
 
-#include "machine.h"
+#include "model/machine.h"
 
 /// The only code that makes and breaks links between objects, so that both ends always agree.
 namespace simulator {

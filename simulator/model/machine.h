@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "codes.h"
-#include "table.h"
+#include "model/codes.h"
+#include "model/table.h"
 
 /// One machine as plain data. Sizes are bytes, handles 0 where there is nothing. What a scenario file holds
 /// of each struct stands in scenario/fields.h; members marked "derived" are not in the file: they follow from

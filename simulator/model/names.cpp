@@ -1,4 +1,4 @@
-#include "names.h"
+#include "model/names.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "machine.h"
+#include "model/machine.h"
 
 namespace simulator {
 

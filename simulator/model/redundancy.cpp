@@ -1,8 +1,8 @@
-#include "redundancy.h"
+#include "model/redundancy.h"
 
 #include <algorithm>
 
-#include "disk_role.h"
+#include "model/disk_role.h"
 
 namespace simulator {
 namespace {

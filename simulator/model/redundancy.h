@@ -1,7 +1,7 @@
 #ifndef MIRN_SIMULATOR_MODEL_REDUNDANCY_H
 #define MIRN_SIMULATOR_MODEL_REDUNDANCY_H
 
-#include "machine.h"
+#include "model/machine.h"
 
 /// What the loss of disks makes of volumes. The state of a volume is never stored.
 namespace simulator {

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "codes.h"
+#include "model/codes.h"
 
 namespace simulator {
 

@@ -5,8 +5,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "codes.h"
-#include "refusal.h"
+#include "model/codes.h"
+#include "model/refusal.h"
 
 namespace simulator {
 

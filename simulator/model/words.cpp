@@ -1,4 +1,4 @@
-#include "words.h"
+#include "model/words.h"
 
 namespace simulator {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "codes.h"
+#include "model/codes.h"
 
 namespace simulator {
 

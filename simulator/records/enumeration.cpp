@@ -1,4 +1,4 @@
-#include "enumeration.h"
+#include "records/enumeration.h"
 
 #include <algorithm>
 

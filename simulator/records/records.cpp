@@ -1,11 +1,11 @@
-#include "records.h"
+#include "records/records.h"
 
 #include "engine/work.h"
 #include "model/capability.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/redundancy.h"
-#include "text_field.h"
+#include "records/text_field.h"
 
 namespace simulator {
 namespace {

@@ -1,8 +1,8 @@
 #ifndef MIRN_SIMULATOR_RECORDS_RECORDS_H
 #define MIRN_SIMULATOR_RECORDS_RECORDS_H
 
-#include "library/VEXL2.h"
 #include "model/machine.h"
+#include "VEXL2.h"
 
 /// Fills the library's records from the model. Bytes without a field stay as the caller left them.
 namespace simulator {

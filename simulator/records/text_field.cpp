@@ -1,4 +1,4 @@
-#include "text_field.h"
+#include "records/text_field.h"
 
 namespace simulator {
 

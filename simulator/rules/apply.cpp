@@ -1,4 +1,4 @@
-#include "apply.h"
+#include "rules/apply.h"
 
 #include "engine/settle.h"
 

@@ -1,4 +1,4 @@
-#include "checks.h"
+#include "rules/checks.h"
 
 #include <algorithm>
 #include <set>

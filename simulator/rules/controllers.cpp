@@ -1,7 +1,7 @@
-#include "checks.h"
 #include "engine/incidents.h"
 #include "model/disk_role.h"
-#include "rules.h"
+#include "rules/checks.h"
+#include "rules/rules.h"
 
 namespace simulator {
 

@@ -1,8 +1,8 @@
-#include "checks.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/redundancy.h"
-#include "rules.h"
+#include "rules/checks.h"
+#include "rules/rules.h"
 
 namespace simulator {
 namespace {

@@ -1,14 +1,14 @@
 #include <algorithm>
 #include <limits>
 
-#include "checks.h"
 #include "engine/work.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/links.h"
 #include "model/names.h"
 #include "model/redundancy.h"
-#include "rules.h"
+#include "rules/checks.h"
+#include "rules/rules.h"
 
 namespace simulator {
 namespace {

@@ -1,12 +1,12 @@
 #include <algorithm>
 
-#include "checks.h"
 #include "engine/work.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/links.h"
 #include "model/redundancy.h"
-#include "rules.h"
+#include "rules/checks.h"
+#include "rules/rules.h"
 
 namespace simulator {
 namespace {

@@ -1,4 +1,4 @@
-#include "generator.h"
+#include "scenario/generator.h"
 
 #include <string>
 

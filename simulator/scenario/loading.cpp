@@ -1,8 +1,8 @@
-#include "loading.h"
+#include "scenario/loading.h"
 
 #include <algorithm>
 
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 namespace simulator {
 namespace {

@@ -7,7 +7,7 @@
 #include <tuple>
 #include <vector>
 
-#include "fields.h"
+#include "scenario/fields.h"
 
 namespace simulator {
 

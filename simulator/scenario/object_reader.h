@@ -10,10 +10,10 @@
 #include <type_traits>
 #include <vector>
 
-#include "fields.h"
-#include "loading.h"
 #include "model/words.h"
-#include "scenario.h"
+#include "scenario/fields.h"
+#include "scenario/loading.h"
+#include "scenario/scenario.h"
 
 namespace simulator {
 

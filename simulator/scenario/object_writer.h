@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "fields.h"
 #include "model/words.h"
+#include "scenario/fields.h"
 
 namespace simulator {
 

@@ -1,4 +1,4 @@
-#include "relate.h"
+#include "scenario/relate.h"
 
 #include <algorithm>
 #include <set>
@@ -11,7 +11,7 @@
 #include "model/links.h"
 #include "model/names.h"
 #include "model/redundancy.h"
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 namespace simulator {
 namespace {

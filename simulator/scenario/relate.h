@@ -1,8 +1,8 @@
 #ifndef MIRN_SIMULATOR_SCENARIO_RELATE_H
 #define MIRN_SIMULATOR_SCENARIO_RELATE_H
 
-#include "loading.h"
 #include "model/machine.h"
+#include "scenario/loading.h"
 
 namespace simulator {
 

@@ -1,11 +1,11 @@
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 #include <fstream>
 #include <iterator>
 
-#include "object_reader.h"
-#include "object_writer.h"
-#include "relate.h"
+#include "scenario/object_reader.h"
+#include "scenario/object_writer.h"
+#include "scenario/relate.h"
 
 namespace simulator {
 namespace {

@@ -1,7 +1,7 @@
-#include "common/array.h"
+#include "array.h"
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 Array Array::Builder::build() const { return builtOrAssert("src\\common\\array", __LINE__); }
 

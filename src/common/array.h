@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "common/builder.h"
-#include "common/enumerations.h"
-#include "common/handle.h"
+#include "builder.h"
+#include "enumerations.h"
+#include "handle.h"
 #include "ServiceObject.h"
 
 /// A set of disks that volumes are made on. Immutable once built, but for the links that the session fills

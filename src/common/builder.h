@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/assert_reporter.h"
+#include "assert_reporter.h"
 
 /// What a build step says that fails by exception.
 constexpr char kNotFullyInitialized[] = "Not fully initialized";

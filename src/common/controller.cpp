@@ -1,11 +1,11 @@
-#include "common/controller.h"
+#include "controller.h"
 
 #include <ios>
 #include <locale>
 #include <sstream>
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 using ovra::data_transfer::ServiceObject;
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "common/enumerations.h"
-#include "common/handle.h"
+#include "enumerations.h"
+#include "handle.h"
 #include "ServiceObject.h"
 
 /// One storage controller, made through `ControllerBuilder` (common/controller_builder.h). Immutable once

@@ -1,4 +1,4 @@
-#include "common/controller_builder.h"
+#include "controller_builder.h"
 
 Controller Controller::Builder::build() const {
   return builtOrAssert("src\\common\\controller_builder", __LINE__);

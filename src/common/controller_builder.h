@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "common/builder.h"
-#include "common/controller.h"
+#include "builder.h"
+#include "controller.h"
 
 /// A forgotten field is stopped by an assertion.
 class Controller::Builder : public ModelBuilder<Controller::Builder, Controller, 18> {

@@ -1,7 +1,7 @@
-#include "common/enddevice.h"
+#include "enddevice.h"
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 using ovra::data_transfer::ServiceObject;
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-#include "common/builder.h"
-#include "common/enumerations.h"
-#include "common/handle.h"
+#include "builder.h"
+#include "enumerations.h"
+#include "handle.h"
 #include "ServiceObject.h"
 
 /// Anything attached to a controller, a disk above all. Immutable once built, but for the links and the

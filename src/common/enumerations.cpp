@@ -1,8 +1,8 @@
-#include "common/enumerations.h"
+#include "enumerations.h"
 
 #include <stdexcept>
 
-#include "common/lookup.h"
+#include "lookup.h"
 
 namespace {
 

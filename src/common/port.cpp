@@ -1,7 +1,7 @@
-#include "common/port.h"
+#include "port.h"
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 Port Port::Builder::build() const { return builtOrAssert("src\\common\\port", __LINE__); }
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-#include "common/builder.h"
-#include "common/enumerations.h"
-#include "common/handle.h"
+#include "builder.h"
+#include "enumerations.h"
+#include "handle.h"
 #include "ServiceObject.h"
 
 /// A connection point of a controller or end device. Immutable once built, but for the links that the session

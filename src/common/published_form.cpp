@@ -1,4 +1,4 @@
-#include "common/published_form.h"
+#include "published_form.h"
 
 #include <cstddef>
 

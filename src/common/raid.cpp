@@ -1,9 +1,9 @@
-#include "common/raid.h"
+#include "raid.h"
 
 #include <cstddef>
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 using ovra::data_transfer::ServiceObject;
 

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "common/builder.h"
-#include "common/handle.h"
-#include "common/raid_range.h"
-#include "common/raidlevelsupport.h"
+#include "builder.h"
+#include "handle.h"
+#include "raid_range.h"
+#include "raidlevelsupport.h"
 #include "ServiceObject.h"
 
 /// What a RAID engine can do. Immutable once built, but for the levels and the range, which the request for

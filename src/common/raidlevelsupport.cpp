@@ -1,10 +1,10 @@
-#include "common/raidlevelsupport.h"
+#include "raidlevelsupport.h"
 
 #include <cstddef>
 #include <string>
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 using ovra::data_transfer::ServiceObject;
 

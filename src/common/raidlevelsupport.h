@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "common/builder.h"
-#include "common/enumerations.h"
+#include "builder.h"
+#include "enumerations.h"
 #include "ServiceObject.h"
 
 /// What one RAID level can do within a `Raid`. Immutable once built, but for the strip sizes by disk count,

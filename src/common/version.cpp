@@ -1,7 +1,7 @@
-#include "common/version.h"
+#include "version.h"
 
-#include "common/keys.h"
-#include "common/published_form.h"
+#include "published_form.h"
+#include "published_keys.h"
 
 Version Version::Builder::build() const { return builtOrAssert("src\\common\\version", __LINE__); }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "common/builder.h"
+#include "builder.h"
 #include "ServiceObject.h"
 
 /// Versions of the plug-in and of the storage library beneath it. Immutable once built.

@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "common/builder.h"
-#include "common/enumerations.h"
-#include "common/handle.h"
+#include "builder.h"
+#include "enumerations.h"
+#include "handle.h"
 #include "ServiceObject.h"
 
 /// A RAID volume on an array. Immutable once built, but for the links that the session fills in.

@@ -3,9 +3,9 @@
 
 #include <vector>
 
-#include "common/enddevice.h"
-#include "common/volume.h"
-#include "events/event_journal.h"
+#include "enddevice.h"
+#include "event_journal.h"
+#include "volume.h"
 
 /// Record in the journal what differs between two pictures: what is gone first, then what is new or has
 /// changed, each in the order of its list. Objects are matched by id; where an id stands twice, its first

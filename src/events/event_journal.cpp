@@ -1,4 +1,4 @@
-#include "events/event_journal.h"
+#include "event_journal.h"
 
 #include <boost/thread/lock_types.hpp>
 #include <limits>

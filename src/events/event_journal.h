@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "events/event_records.h"
-#include "platform/tick_clock.h"
+#include "event_records.h"
+#include "tick_clock.h"
 
 /// The last 1000 events, in memory only. Every operation is safe from any thread. The journal calls nobody
 /// but its clock, so that it may be used under the session's lock.

@@ -1,8 +1,8 @@
-#include "events/event_records.h"
+#include "event_records.h"
 
 #include <utility>
 
-#include "events/event_time.h"
+#include "event_time.h"
 
 using ovra::data_transfer::ServiceObject;
 

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string>
 
-#include "common/enddevice.h"
-#include "common/volume.h"
-#include "events/event_types.h"
+#include "enddevice.h"
+#include "event_types.h"
 #include "ServiceObject.h"
+#include "volume.h"
 
 class EventJournal;
 

@@ -1,9 +1,9 @@
-#include "events/event_time.h"
+#include "event_time.h"
 
 #include <cwchar>
 
-#include "platform/local_time.h"
-#include "platform/tick_clock.h"
+#include "local_time.h"
+#include "tick_clock.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "events/event_types.h"
+#include "event_types.h"
 
-#include "common/lookup.h"
+#include "lookup.h"
 
 namespace {
 

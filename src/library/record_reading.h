@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "library/vex_exception.h"
-#include "library/VEXL2.h"
+#include "vex_exception.h"
+#include "VEXL2.h"
 
 /// What all kinds of objects have in common when they are read. Every refusal of the library raises
 /// `VexException`.

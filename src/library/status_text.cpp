@@ -1,4 +1,4 @@
-#include "library/status_text.h"
+#include "status_text.h"
 
 #include <algorithm>
 #include <iterator>

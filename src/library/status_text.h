@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 /// What a status of the library says to people and to programs. Both know every status, 0 included, give the
 /// unknown ones one common answer, never fail, and are safe from any thread.

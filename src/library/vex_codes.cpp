@@ -1,9 +1,9 @@
-#include "library/vex_codes.h"
+#include "vex_codes.h"
 
 #include <map>
 
-#include "common/lookup.h"
-#include "library/VEXL2.h"
+#include "lookup.h"
+#include "VEXL2.h"
 
 namespace {
 

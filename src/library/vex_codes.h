@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "common/enumerations.h"
+#include "enumerations.h"
 
 /// The library's codes and the model's enumerations. A code without a model value gives the default told at
 /// the function; all are safe from any thread.

@@ -1,14 +1,14 @@
-#include "library/vex_converter.h"
+#include "vex_converter.h"
 
 #include <algorithm>
 #include <set>
 #include <string>
 
-#include "common/controller_builder.h"
-#include "library/identifiers.h"
-#include "library/vex_codes.h"
+#include "controller_builder.h"
+#include "identifiers.h"
 #include "plugin_version.h"
 #include "text.h"
+#include "vex_codes.h"
 
 namespace {
 

@@ -5,16 +5,16 @@
 #include <cstdint>
 #include <vector>
 
-#include "common/array.h"
-#include "common/controller.h"
-#include "common/enddevice.h"
-#include "common/non_copyable.h"
-#include "common/port.h"
-#include "common/raid.h"
-#include "common/raidlevelsupport.h"
-#include "common/version.h"
-#include "common/volume.h"
-#include "library/VEXL2.h"
+#include "array.h"
+#include "controller.h"
+#include "enddevice.h"
+#include "non_copyable.h"
+#include "port.h"
+#include "raid.h"
+#include "raidlevelsupport.h"
+#include "version.h"
+#include "VEXL2.h"
+#include "volume.h"
 
 /// Turns library records into model objects. Has no state and calls no library, so it is safe from any
 /// thread.

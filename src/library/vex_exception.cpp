@@ -1,6 +1,6 @@
-#include "library/vex_exception.h"
+#include "vex_exception.h"
 
-#include "library/status_text.h"
+#include "status_text.h"
 
 VexException::VexException(VEX_STATUS failure) : std::runtime_error(statusToText(failure)), status(failure) {}
 

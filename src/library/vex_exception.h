@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 /// A read from the library failed. `what()` is the status text of `status`, and nothing else.
 class VexException : public std::runtime_error {

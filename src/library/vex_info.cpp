@@ -1,13 +1,13 @@
-#include "library/vex_info.h"
+#include "vex_info.h"
 
 #include <algorithm>
 #include <iterator>
 #include <unordered_map>
 #include <utility>
 
-#include "library/record_reading.h"
-#include "library/vex_codes.h"
-#include "library/vex_exception.h"
+#include "record_reading.h"
+#include "vex_codes.h"
+#include "vex_exception.h"
 
 namespace {
 

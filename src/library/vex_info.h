@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "common/non_copyable.h"
-#include "library/vex_converter.h"
-#include "library/vex_info_interface.h"
-#include "library/VEXL2.h"
+#include "non_copyable.h"
+#include "vex_converter.h"
+#include "vex_info_interface.h"
+#include "VEXL2.h"
 
 /// A reader for one snapshot.
 std::unique_ptr<IVexInfo> makeVexInfo();

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "common/array.h"
-#include "common/controller.h"
-#include "common/enddevice.h"
-#include "common/port.h"
-#include "common/raid.h"
-#include "common/raidlevelsupport.h"
-#include "common/version.h"
-#include "common/volume.h"
-#include "library/VEXL2.h"
+#include "array.h"
+#include "controller.h"
+#include "enddevice.h"
+#include "port.h"
+#include "raid.h"
+#include "raidlevelsupport.h"
+#include "version.h"
+#include "VEXL2.h"
+#include "volume.h"
 
 /// Reads the configuration from the library as model objects. Nothing is cached: each call asks the library
 /// anew, and lists keep its order. All reads but `getVersion` need an open session.

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "common/published_form.h"
 #include "mirn_exception.h"
+#include "published_form.h"
 #include "service_exceptions.h"
 #include "ServiceObject.h"
 

@@ -1,4 +1,4 @@
-#include "listeners/base_listener.h"
+#include "base_listener.h"
 
 #include <utility>
 

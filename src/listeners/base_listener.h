@@ -1,7 +1,7 @@
 #ifndef MIRN_LISTENERS_BASE_LISTENER_H
 #define MIRN_LISTENERS_BASE_LISTENER_H
 
-#include "listeners/ilistener.h"
+#include "listener_interface.h"
 #include "route_table.h"
 
 /// Finds the handler of a request in a table of routes. A concrete listener does nothing but add its routes

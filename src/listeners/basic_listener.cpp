@@ -1,9 +1,9 @@
-#include "listeners/basic_listener.h"
+#include "basic_listener.h"
 
+#include "answers.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/messages.h"
-#include "listeners/requests.h"
+#include "messages.h"
+#include "requests.h"
 
 using namespace std::placeholders;
 

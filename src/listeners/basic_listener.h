@@ -1,9 +1,9 @@
 #ifndef MIRN_LISTENERS_BASIC_LISTENER_H
 #define MIRN_LISTENERS_BASIC_LISTENER_H
 
-#include "listeners/base_listener.h"
-#include "mirn_session_actions.h"
-#include "mirn_session_reads.h"
+#include "action_interfaces.h"
+#include "base_listener.h"
+#include "read_interface.h"
 
 /// Health, version, rescan and the one configuration value of the system, on the bare path key. The
 /// constructor is the route table. The pointers are views of one session that outlives the listener.

@@ -1,12 +1,12 @@
-#include "listeners/controllers_listener.h"
+#include "controllers_listener.h"
 
 #include <algorithm>
 #include <tuple>
 
+#include "answers.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/messages.h"
-#include "listeners/requests.h"
+#include "messages.h"
+#include "requests.h"
 
 using namespace std::placeholders;
 

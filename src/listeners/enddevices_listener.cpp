@@ -1,8 +1,8 @@
-#include "listeners/enddevices_listener.h"
+#include "enddevices_listener.h"
 
+#include "answers.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/requests.h"
+#include "requests.h"
 
 using namespace std::placeholders;
 

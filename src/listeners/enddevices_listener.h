@@ -1,8 +1,8 @@
 #ifndef MIRN_LISTENERS_ENDDEVICES_LISTENER_H
 #define MIRN_LISTENERS_ENDDEVICES_LISTENER_H
 
-#include "listeners/base_listener.h"
-#include "mirn_session_reads.h"
+#include "base_listener.h"
+#include "read_interface.h"
 
 /// The list of all end devices: the one read of disks. The constructor is the route table. The pointers are
 /// views of one session that outlives the listener.

@@ -1,10 +1,10 @@
-#include "listeners/events_listener.h"
+#include "events_listener.h"
 
-#include "events/event_journal.h"
+#include "answers.h"
+#include "event_journal.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/messages.h"
-#include "listeners/requests.h"
+#include "messages.h"
+#include "requests.h"
 
 using namespace std::placeholders;
 

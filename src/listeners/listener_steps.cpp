@@ -1,9 +1,9 @@
-#include "listeners/listener_steps.h"
+#include "listener_steps.h"
 
 #include <boost/regex.hpp>
 
-#include "common/find_by_id.h"
-#include "listeners/messages.h"
+#include "find_by_id.h"
+#include "messages.h"
 #include "text.h"
 
 void refuse(const char* errorId, const std::wstring& message) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "mirn_session_reads.h"
+#include "read_interface.h"
 #include "service_exceptions.h"
 
 /// The steps that handlers share. A handler reads as its list of steps: judge the body, judge the query,

@@ -1,10 +1,10 @@
-#include "listeners/ports_listener.h"
+#include "ports_listener.h"
 
-#include "common/find_by_id.h"
+#include "answers.h"
+#include "find_by_id.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/messages.h"
-#include "listeners/requests.h"
+#include "messages.h"
+#include "requests.h"
 
 using namespace std::placeholders;
 

@@ -1,9 +1,9 @@
 #ifndef MIRN_LISTENERS_PORTS_LISTENER_H
 #define MIRN_LISTENERS_PORTS_LISTENER_H
 
-#include "listeners/base_listener.h"
-#include "mirn_session_actions.h"
-#include "mirn_session_reads.h"
+#include "action_interfaces.h"
+#include "base_listener.h"
+#include "read_interface.h"
 
 /// Ports and their locate LEDs. The constructor is the route table. The pointers are views of one session
 /// that outlives the listener.

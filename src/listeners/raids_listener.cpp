@@ -1,13 +1,13 @@
-#include "listeners/raids_listener.h"
+#include "raids_listener.h"
 
 #include <algorithm>
 #include <boost/optional.hpp>
 
-#include "common/find_by_id.h"
+#include "answers.h"
+#include "find_by_id.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/messages.h"
-#include "listeners/requests.h"
+#include "messages.h"
+#include "requests.h"
 
 using namespace std::placeholders;
 

@@ -1,8 +1,8 @@
 #ifndef MIRN_LISTENERS_RAIDS_LISTENER_H
 #define MIRN_LISTENERS_RAIDS_LISTENER_H
 
-#include "listeners/base_listener.h"
-#include "mirn_session_reads.h"
+#include "base_listener.h"
+#include "read_interface.h"
 
 /// What the RAID engines of the machine can do. The constructor is the route table. The pointers are views of
 /// one session that outlives the listener.

@@ -1,6 +1,6 @@
-#include "listeners/requests.h"
+#include "requests.h"
 
-#include "listeners/messages.h"
+#include "messages.h"
 
 using ovra::request_validator::FieldPresence;
 using ovra::request_validator::FieldType;

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "common/enumerations.h"
-#include "listeners/keys.h"
-#include "listeners/listener_steps.h"
+#include "enumerations.h"
+#include "listener_steps.h"
+#include "request_keys.h"
+#include "request_validator.h"
 #include "route_table.h"
 #include "ServiceObject.h"
-#include "validator/request_validator.h"
 
 /// How handlers judge the shape of a request, and read its fields afterwards.
 

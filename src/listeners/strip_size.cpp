@@ -1,10 +1,10 @@
-#include "listeners/strip_size.h"
+#include "strip_size.h"
 
 #include <algorithm>
 #include <boost/optional.hpp>
 
-#include "listeners/listener_steps.h"
-#include "listeners/messages.h"
+#include "listener_steps.h"
+#include "messages.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "mirn_session_reads.h"
+#include "read_interface.h"
 
 /// The strip size for a volume of `level` on `disks` when the client names none; `SIZE_UNKNOWN` when none can
 /// be named. RAID 5 on a Lyx controller goes by the first RAID 5 volume of `array` (may be null), else by the

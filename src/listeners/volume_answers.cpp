@@ -1,8 +1,8 @@
-#include "listeners/volume_answers.h"
+#include "volume_answers.h"
 
-#include "listeners/answers.h"
-#include "listeners/keys.h"
-#include "listeners/listener_steps.h"
+#include "answers.h"
+#include "listener_steps.h"
+#include "request_keys.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "mirn_session_reads.h"
+#include "read_interface.h"
 #include "ServiceObject.h"
 
 /// Answers after a change of a volume, from the renewed snapshot. None fails: a volume that cannot be found

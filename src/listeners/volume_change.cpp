@@ -1,9 +1,9 @@
-#include "listeners/messages.h"
-#include "listeners/strip_size.h"
-#include "listeners/volume_answers.h"
-#include "listeners/volume_requests.h"
-#include "listeners/volume_rules.h"
-#include "listeners/write_hole.h"
+#include "messages.h"
+#include "strip_size.h"
+#include "volume_answers.h"
+#include "volume_requests.h"
+#include "volume_rules.h"
+#include "write_hole.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
-#include "common/find_by_id.h"
-#include "listeners/messages.h"
-#include "listeners/strip_size.h"
-#include "listeners/volume_answers.h"
-#include "listeners/volume_name.h"
-#include "listeners/volume_requests.h"
-#include "listeners/volume_rules.h"
-#include "listeners/write_hole.h"
+#include "find_by_id.h"
+#include "messages.h"
+#include "request_error.h"
+#include "strip_size.h"
 #include "text.h"
-#include "validator/request_error.h"
+#include "volume_answers.h"
+#include "volume_name.h"
+#include "volume_requests.h"
+#include "volume_rules.h"
+#include "write_hole.h"
 
 using ovra::request_validator::RequestError;
 

@@ -1,12 +1,12 @@
-#include "listeners/volume_name.h"
+#include "volume_name.h"
 
 #include <algorithm>
 #include <locale>
 #include <vector>
 
-#include "listeners/listener_steps.h"
-#include "listeners/messages.h"
-#include "mirn_session_actions.h"
+#include "action_interfaces.h"
+#include "listener_steps.h"
+#include "messages.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "mirn_session_reads.h"
+#include "read_interface.h"
 
 /// Raises "INVALID_PARAMETER" unless `name` may be given to a volume. With a session (it may be null), no
 /// volume may have the name already, the one that is to get it included.

@@ -1,8 +1,8 @@
 #ifndef MIRN_LISTENERS_VOLUME_REQUESTS_H
 #define MIRN_LISTENERS_VOLUME_REQUESTS_H
 
-#include "listeners/requests.h"
-#include "mirn_session_actions.h"
+#include "action_interfaces.h"
+#include "requests.h"
 
 /// The handlers of the three requests on volumes that hold real decisions.
 

@@ -1,6 +1,6 @@
-#include "listeners/volume_rules.h"
+#include "volume_rules.h"
 
-#include "listeners/messages.h"
+#include "messages.h"
 
 Volume requestedVolume(IMirnSession& session, const RouteMatch& match) {
   return findVolume(session, parseIdentifier(match[1].str(), kMsgInvalidVolumeId));

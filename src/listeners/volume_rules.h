@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "listeners/requests.h"
+#include "requests.h"
 
 /// What the handlers of several requests on volumes look up and check alike.
 

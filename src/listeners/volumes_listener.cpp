@@ -1,15 +1,15 @@
-#include "listeners/volumes_listener.h"
+#include "volumes_listener.h"
 
 #include <algorithm>
 
+#include "answers.h"
 #include "http_method.h"
-#include "listeners/answers.h"
-#include "listeners/messages.h"
-#include "listeners/requests.h"
-#include "listeners/volume_answers.h"
-#include "listeners/volume_name.h"
-#include "listeners/volume_requests.h"
-#include "listeners/volume_rules.h"
+#include "messages.h"
+#include "requests.h"
+#include "volume_answers.h"
+#include "volume_name.h"
+#include "volume_requests.h"
+#include "volume_rules.h"
 
 using namespace std::placeholders;
 

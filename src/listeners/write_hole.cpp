@@ -1,7 +1,7 @@
-#include "listeners/write_hole.h"
+#include "write_hole.h"
 
-#include "listeners/messages.h"
-#include "listeners/requests.h"
+#include "messages.h"
+#include "requests.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "mirn_session_actions.h"
-#include "mirn_session_reads.h"
+#include "action_interfaces.h"
+#include "read_interface.h"
 #include "ServiceObject.h"
 
 /// The write-hole policy that `body` asks for; off when it asks for none. `level` is the volume's, or

@@ -1,9 +1,9 @@
-#include "logging/console_line.h"
+#include "console_line.h"
 
 #include <fstream>
 #include <locale>
 
-#include "logging/log_text.h"
+#include "log_text.h"
 
 namespace ovra {
 namespace log {

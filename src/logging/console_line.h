@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "logging/logger.h"
+#include "logger.h"
 
 namespace ovra {
 namespace log {

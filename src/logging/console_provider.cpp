@@ -1,10 +1,10 @@
-#include "logging/console_provider.h"
+#include "console_provider.h"
 
 #include <ctime>
 #include <iostream>
 
-#include "logging/console_line.h"
-#include "platform/local_time.h"
+#include "console_line.h"
+#include "local_time.h"
 
 namespace ovra {
 namespace log {

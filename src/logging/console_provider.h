@@ -1,7 +1,7 @@
 #ifndef MIRN_LOGGING_CONSOLE_PROVIDER_H
 #define MIRN_LOGGING_CONSOLE_PROVIDER_H
 
-#include "logging/logger.h"
+#include "logger.h"
 
 namespace ovra {
 namespace log {

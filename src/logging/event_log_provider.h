@@ -1,7 +1,7 @@
 #ifndef MIRN_LOGGING_EVENT_LOG_PROVIDER_H
 #define MIRN_LOGGING_EVENT_LOG_PROVIDER_H
 
-#include "logging/logger.h"
+#include "logger.h"
 
 /// Under this name the messages stand in the system's event log.
 constexpr wchar_t kEventSourceName[] = L"Ordan Ovraline";

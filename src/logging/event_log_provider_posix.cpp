@@ -1,7 +1,7 @@
 #include <syslog.h>
 
-#include "logging/event_log_provider.h"
-#include "logging/log_text.h"
+#include "event_log_provider.h"
+#include "log_text.h"
 #include "text.h"
 
 namespace ovra {

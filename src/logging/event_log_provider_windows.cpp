@@ -1,7 +1,7 @@
 #include <boost/filesystem.hpp>
 
-#include "logging/event_log_provider.h"
-#include "platform/event_log_api.h"
+#include "event_log_api.h"
+#include "event_log_provider.h"
 
 namespace ovra {
 namespace log {

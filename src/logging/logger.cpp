@@ -1,9 +1,9 @@
-#include "logging/logger.h"
+#include "logger.h"
 
 #include <utility>
 
-#include "logging/console_provider.h"
-#include "logging/event_log_provider.h"
+#include "console_provider.h"
+#include "event_log_provider.h"
 
 namespace ovra {
 

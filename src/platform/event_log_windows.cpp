@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/event_log_api.h"
+#include "event_log_api.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/settings_store.h"
+#include "settings_store.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -13,7 +13,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "platform/atomic_file.h"
+#include "atomic_file.h"
 #include "text.h"
 
 namespace {

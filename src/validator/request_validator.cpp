@@ -1,11 +1,11 @@
-#include "validator/request_validator.h"
+#include "request_validator.h"
 
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
+#include "rule_messages.h"
 #include "text.h"
-#include "validator/rule_messages.h"
 
 namespace ovra {
 namespace request_validator {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "request_error.h"
 #include "ServiceObject.h"
-#include "validator/request_error.h"
 
 namespace ovra {
 namespace request_validator {

@@ -1,4 +1,4 @@
-#include "common/array.h"
+#include "array.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "common/builder.h"
+#include "builder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "common/controller.h"
+#include "controller.h"
 
 #include <gtest/gtest.h>
 

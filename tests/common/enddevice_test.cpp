@@ -1,4 +1,4 @@
-#include "common/enddevice.h"
+#include "enddevice.h"
 
 #include <gtest/gtest.h>
 

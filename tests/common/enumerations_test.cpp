@@ -1,4 +1,4 @@
-#include "common/enumerations.h"
+#include "enumerations.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "common/find_by_id.h"
+#include "find_by_id.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "common/lookup.h"
+#include "lookup.h"
 
 #include <gtest/gtest.h>
 

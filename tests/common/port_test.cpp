@@ -1,4 +1,4 @@
-#include "common/port.h"
+#include "port.h"
 
 #include <gtest/gtest.h>
 

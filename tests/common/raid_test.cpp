@@ -1,4 +1,4 @@
-#include "common/raid.h"
+#include "raid.h"
 
 #include <gtest/gtest.h>
 

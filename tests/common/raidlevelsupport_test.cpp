@@ -1,4 +1,4 @@
-#include "common/raidlevelsupport.h"
+#include "raidlevelsupport.h"
 
 #include <gtest/gtest.h>
 

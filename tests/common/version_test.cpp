@@ -1,4 +1,4 @@
-#include "common/version.h"
+#include "version.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "common/volume.h"
+#include "volume.h"
 
 #include <gtest/gtest.h>
 

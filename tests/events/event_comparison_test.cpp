@@ -1,4 +1,4 @@
-#include "events/event_comparison.h"
+#include "event_comparison.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "events/event_journal.h"
+#include "event_journal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

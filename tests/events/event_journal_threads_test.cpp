@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "events/event_journal.h"
+#include "event_journal.h"
 #include "events/sample_objects.h"
 
 namespace {

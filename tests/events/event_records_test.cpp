@@ -1,10 +1,10 @@
-#include "events/event_records.h"
+#include "event_records.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 
-#include "events/event_journal.h"
+#include "event_journal.h"
 #include "events/sample_objects.h"
 #include "support/time_zone.h"
 #include "support/virtual_slot.h"

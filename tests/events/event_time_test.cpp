@@ -1,10 +1,10 @@
-#include "events/event_time.h"
+#include "event_time.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/tick_clock.h"
 #include "support/by_name.h"
 #include "support/time_zone.h"
+#include "tick_clock.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "events/event_types.h"
+#include "event_types.h"
 
 #include <gtest/gtest.h>
 

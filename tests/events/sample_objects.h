@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "common/enddevice.h"
-#include "common/volume.h"
+#include "enddevice.h"
+#include "volume.h"
 
 inline Volume sampleVolume(const std::wstring& id, VolumeState state = VolumeState::NORMAL,
                            const std::wstring& name = L"Data") {

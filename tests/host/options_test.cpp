@@ -1,8 +1,10 @@
-#include "host/options.h"
+#include "options.h"
 
 #include <gtest/gtest.h>
 
 #include "support/by_name.h"
+
+namespace host {
 
 namespace {
 
@@ -108,3 +110,5 @@ INSTANTIATE_TEST_SUITE_P(
     ByName());
 
 }  // namespace
+
+}  // namespace host

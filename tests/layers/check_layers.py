@@ -13,33 +13,59 @@ import sys
 # besides itself. A layer knows only rows above it.
 CONTRACT = ["contract"]
 MODEL = CONTRACT + ["common"]
+MACHINE = ["closed library", "machine model"]
 LAYERS = [
+    ("base", ["base/*"], []),
+    ("closed library", ["vexl2/*"], []),
+    ("simulator controls", ["simulator/vexl2_simulator.h"], ["closed library"]),
+
+    # The module.
     ("precompiled", ["src/pch.*"], []),
-    ("contract", ["src/ServiceObject.*", "src/http_method.h", "src/plugin_interface.h", "src/plugin_version.h",
-                  "src/service_exceptions.*", "src/text.*", "src/platform/assert_reporter*"], []),
-    ("framework", ["src/base_plugin.*", "src/framework_messages.h", "src/plugin_identity.*", "src/route_table.*"],
-     CONTRACT),
-    ("platform", ["src/platform/*"], CONTRACT),
-    ("logging", ["src/logging/*"], CONTRACT + ["platform"]),
+    ("contract", ["src/contract/*"], ["base"]),
+    ("framework", ["src/framework/*"], CONTRACT),
+    ("platform", ["src/platform/*"], CONTRACT + ["base"]),
+    ("logging", ["src/logging/*"], CONTRACT + ["base", "platform"]),
     ("validator", ["src/validator/*"], CONTRACT),
     ("common", ["src/common/*"], CONTRACT),
-    ("closed library", ["src/library/VEXL2.h"], []),
     ("library", ["src/library/*"], MODEL + ["closed library"]),
-    ("events", ["src/events/*"], MODEL + ["platform", "library"]),
-    ("session interfaces", ["src/mirn_exception.*", "src/mirn_session_actions.h", "src/mirn_session_reads.h"], MODEL),
-    ("session", ["src/mirn_session*", "src/mirn_snapshot.*", "src/plugin_log_line.*"],
+    ("events", ["src/events/*"], MODEL + ["base"]),
+    ("session interfaces", ["src/session/mirn_exception.*", "src/session/*_interface.h", "src/session/*_interfaces.h"],
+     MODEL),
+    ("session", ["src/session/*"],
      MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
-    ("plug-in", ["src/mirn_plugin.*"],
+    ("plug-in object", ["src/plugin/mirn_plugin.*"],
      MODEL + ["framework", "logging", "closed library", "library", "session interfaces", "session", "listeners"]),
-    ("exports", ["src/module*"], CONTRACT + ["framework", "plug-in"]),
-    ("simulator controls", ["simulator/vexl2_simulator.h"], ["closed library"]),
-    ("simulator", ["simulator/*"], ["closed library", "simulator controls"]),
-    ("host", ["host/*"], CONTRACT + ["simulator controls"]),
+    ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
+
+    # The simulated library.
+    ("machine model", ["simulator/model/*"], ["closed library"]),
+    ("engine", ["simulator/engine/*"], MACHINE),
+    ("records", ["simulator/records/*"], MACHINE + ["engine"]),
+    ("rules", ["simulator/rules/*"], MACHINE + ["engine"]),
+    ("scenario", ["simulator/scenario/*"], MACHINE + ["engine"]),
+    ("library core", ["simulator/core/*"], MACHINE + ["base", "engine", "rules", "scenario"]),
+    ("operations", ["simulator/exports/*"],
+     MACHINE + ["simulator controls", "engine", "records", "rules", "scenario", "library core"]),
+    ("scenario writer", ["simulator/mirn_scenario.cpp"], ["scenario"]),
+
+    # The host.
+    ("host precompiled", ["host/pch.*"], []),
+    ("host system", ["host/system/*"], CONTRACT + ["base"]),
+    ("host identity", ["host/identity/*"], CONTRACT + ["base", "host system"]),
+    ("host plugin", ["host/plugin/*"], CONTRACT + ["host system"]),
+    ("host answers", ["host/api/answer.*", "host/api/problem.*", "host/api/json_*"], CONTRACT),
+    ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
+    ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
+    ("host options", ["host/options.*", "host/net/limits.h"], CONTRACT + ["host system", "host identity"]),
+    ("host net", ["host/net/*"], CONTRACT + ["host system", "host options", "host answers", "host api"]),
+    ("host main", ["host/main.cpp"],
+     CONTRACT + ["host system", "host identity", "host plugin", "host controls", "host api", "host options", "host net"]),
+
     ("command line", ["cli/*"], CONTRACT),
 ]
 
-FOLDERS = ["src", "simulator", "host", "cli"]
+FOLDERS = ["base", "vexl2", "src", "simulator", "host", "cli"]
 SOURCES = {".h", ".hpp", ".c", ".cpp"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
 
@@ -54,7 +80,7 @@ def layer_of(path):
 
 def resolve(root, source, name):
     """The file of ours that `source` means by `name`, as a path below the root; None for any other header."""
-    for folder in [source.parent, root, *(root / folder for folder in FOLDERS)]:
+    for folder in [source.parent, root, *(root / folder for folder in FOLDERS), *(root / "src").glob("*/")]:
         target = (folder / name).resolve()
         if target.is_file() and root in target.parents:
             return target.relative_to(root).as_posix()

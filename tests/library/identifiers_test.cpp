@@ -1,4 +1,4 @@
-#include "library/identifiers.h"
+#include "identifiers.h"
 
 #include <gtest/gtest.h>
 

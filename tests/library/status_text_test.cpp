@@ -1,8 +1,8 @@
-#include "library/status_text.h"
+#include "status_text.h"
 
 #include <gtest/gtest.h>
 
-#include "library/vex_exception.h"
+#include "vex_exception.h"
 
 namespace {
 

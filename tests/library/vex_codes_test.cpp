@@ -1,4 +1,4 @@
-#include "library/vex_codes.h"
+#include "vex_codes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "library/vex_converter.h"
+#include "vex_converter.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "library/identifiers.h"
+#include "identifiers.h"
 #include "support/id_vectors.h"
 #include "support/lines_of.h"
 #include "support/virtual_slot.h"

@@ -1,14 +1,14 @@
-#include "library/vex_info.h"
+#include "vex_info.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "library/identifiers.h"
-#include "library/status_text.h"
-#include "library/vex_exception.h"
+#include "identifiers.h"
 #include "scripted_library/scripted_library.h"
+#include "status_text.h"
+#include "vex_exception.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "listeners/arrays_listener.h"
+#include "arrays_listener.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "listeners/basic_listener.h"
+#include "basic_listener.h"
 
 #include "listeners/order_of_checks.h"
 #include "mirn_exception.h"

@@ -1,4 +1,4 @@
-#include "listeners/controllers_listener.h"
+#include "controllers_listener.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "listeners/disks_listener.h"
+#include "disks_listener.h"
 
 #include <gmock/gmock.h>
 

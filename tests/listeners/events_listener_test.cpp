@@ -1,6 +1,6 @@
-#include "listeners/events_listener.h"
+#include "events_listener.h"
 
-#include "events/event_journal.h"
+#include "event_journal.h"
 #include "listeners/order_of_checks.h"
 #include "support/by_name.h"
 

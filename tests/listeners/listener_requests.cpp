@@ -4,9 +4,9 @@
 #include <typeinfo>
 
 #include "mirn_exception.h"
+#include "request_error.h"
 #include "service_exceptions.h"
 #include "support/lines_of.h"
-#include "validator/request_error.h"
 
 namespace {
 

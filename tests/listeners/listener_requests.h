@@ -8,7 +8,7 @@
 #include <type_traits>
 
 #include "http_method.h"
-#include "listeners/ilistener.h"
+#include "listener_interface.h"
 #include "route_table.h"
 #include "support/body.h"
 #include "support/fake_session.h"

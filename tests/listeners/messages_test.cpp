@@ -1,4 +1,4 @@
-#include "listeners/messages.h"
+#include "messages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "listeners/ports_listener.h"
+#include "ports_listener.h"
 
 #include <gmock/gmock.h>
 
-#include "listeners/enddevices_listener.h"
+#include "enddevices_listener.h"
 #include "listeners/order_of_checks.h"
 #include "mirn_exception.h"
 #include "support/by_name.h"

@@ -1,4 +1,4 @@
-#include "listeners/raids_listener.h"
+#include "raids_listener.h"
 
 #include <gmock/gmock.h>
 

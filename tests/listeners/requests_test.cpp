@@ -1,4 +1,4 @@
-#include "listeners/requests.h"
+#include "requests.h"
 
 #include <gmock/gmock.h>
 

@@ -1,16 +1,16 @@
 #include <gtest/gtest.h>
 
-#include "listeners/arrays_listener.h"
-#include "listeners/basic_listener.h"
-#include "listeners/controllers_listener.h"
-#include "listeners/disks_listener.h"
-#include "listeners/enddevices_listener.h"
-#include "listeners/events_listener.h"
+#include "arrays_listener.h"
+#include "basic_listener.h"
+#include "controllers_listener.h"
+#include "disks_listener.h"
+#include "enddevices_listener.h"
+#include "events_listener.h"
 #include "listeners/listener_requests.h"
-#include "listeners/ports_listener.h"
-#include "listeners/raids_listener.h"
-#include "listeners/volumes_listener.h"
+#include "ports_listener.h"
+#include "raids_listener.h"
 #include "support/by_name.h"
+#include "volumes_listener.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "listeners/strip_size.h"
+#include "strip_size.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "listeners/order_of_checks.h"
-#include "listeners/volumes_listener.h"
 #include "support/by_name.h"
+#include "volumes_listener.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "listeners/creation_requests.h"
 #include "listeners/order_of_checks.h"
-#include "listeners/volumes_listener.h"
 #include "support/by_name.h"
+#include "volumes_listener.h"
 
 namespace {
 

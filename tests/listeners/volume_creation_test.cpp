@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "listeners/creation_requests.h"
-#include "listeners/volumes_listener.h"
 #include "mirn_exception.h"
+#include "volumes_listener.h"
 
 namespace {
 

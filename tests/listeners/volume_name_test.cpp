@@ -1,8 +1,8 @@
-#include "listeners/volume_name.h"
+#include "volume_name.h"
 
 #include <gtest/gtest.h>
 
-#include "mirn_session_actions.h"
+#include "action_interfaces.h"
 #include "service_exceptions.h"
 #include "support/by_name.h"
 #include "support/fake_session.h"

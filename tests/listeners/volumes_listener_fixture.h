@@ -2,7 +2,7 @@
 #define MIRN_TESTS_LISTENERS_VOLUMES_LISTENER_FIXTURE_H
 
 #include "listeners/listener_requests.h"
-#include "listeners/volumes_listener.h"
+#include "volumes_listener.h"
 
 /// A degraded volume 7 in array 21, and a free disk 43 to rebuild it with.
 inline void arrangeVolume(FakeSession& session) {

@@ -1,4 +1,4 @@
-#include "listeners/write_hole.h"
+#include "write_hole.h"
 
 #include <gtest/gtest.h>
 

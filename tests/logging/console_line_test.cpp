@@ -1,4 +1,4 @@
-#include "logging/console_line.h"
+#include "console_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "logging/console_provider.h"
+#include "console_provider.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "logging/event_log_provider.h"
+#include "event_log_provider.h"
 #include "support/by_name.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "logging/event_log_provider.h"
+#include "event_log_provider.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -6,7 +6,7 @@
 #include <array>
 #include <boost/filesystem.hpp>
 
-#include "logging/logger.h"
+#include "logger.h"
 #include "support/restricted_key_windows.h"
 
 // On the system's own registry and event log.

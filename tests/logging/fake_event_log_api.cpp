@@ -1,6 +1,6 @@
 #include "logging/fake_event_log_api.h"
 
-#include "platform/event_log_api.h"
+#include "event_log_api.h"
 
 FakeEventLog fakeEventLog;
 

@@ -1,4 +1,4 @@
-#include "logging/log_text.h"
+#include "log_text.h"
 
 #include <gtest/gtest.h>
 

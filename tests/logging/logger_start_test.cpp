@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "logger.h"
 #include "logging/fake_event_log_api.h"
-#include "logging/logger.h"
 
 namespace {
 

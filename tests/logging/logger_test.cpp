@@ -1,4 +1,4 @@
-#include "logging/logger.h"
+#include "logger.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

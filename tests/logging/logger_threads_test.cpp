@@ -3,7 +3,7 @@
 #include <thread>
 #include <vector>
 
-#include "logging/logger.h"
+#include "logger.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-#include "logging/event_log_provider.h"
+#include "event_log_provider.h"
 #include "logging/fake_event_log_api.h"
 #include "support/by_name.h"
 #include "support/temporary_folder.h"

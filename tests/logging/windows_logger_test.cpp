@@ -4,8 +4,8 @@
 #include <iostream>
 #include <sstream>
 
+#include "logger.h"
 #include "logging/fake_event_log_api.h"
-#include "logging/logger.h"
 #include "support/redirected_stream.h"
 
 namespace {

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "library/status_text.h"
 #include "module/action_requests.h"
 #include "module/served_module.h"
 #include "scripted_library/scripted_library.h"
+#include "status_text.h"
 #include "support/loaded_module.h"
 #include "support/log_lines.h"
 #include "support/machine_settings.h"

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "library/identifiers.h"
-#include "library/VEXL2.h"
+#include "identifiers.h"
 #include "support/body.h"
+#include "VEXL2.h"
 
 /// What the module calls an object of a scripted machine. `kind` is the first word of its `uniqueId`, such as
 /// "disk".

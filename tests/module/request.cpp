@@ -3,11 +3,11 @@
 #include <typeinfo>
 
 #include "http_method.h"
-#include "library/vex_exception.h"
 #include "mirn_exception.h"
+#include "request_error.h"
 #include "service_exceptions.h"
 #include "support/text_form.h"
-#include "validator/request_error.h"
+#include "vex_exception.h"
 
 using ovra::data_transfer::ServiceObject;
 

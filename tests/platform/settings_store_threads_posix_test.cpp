@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/settings_store.h"
+#include "settings_store.h"
 #include "support/environment.h"
 #include "support/temporary_folder.h"
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "library/VEXL2.h"
 #include "scripted_library/scripted_call.h"
+#include "VEXL2.h"
 
 /// How each kind of argument is recorded.
 

@@ -6,7 +6,7 @@
 #include <deque>
 #include <mutex>
 
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 /// Where `VexEventWait` waits. Real time plays no part: a wait ends when the test says so, or at once after
 /// `release`. Every operation may be called from any thread.

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "library/VEXL2.h"
+#include "VEXL2.h"
 
 /// The records of one kind of object, in the order in which the library enumerates them. A record is found by
 /// its handle without a walk, so that machines of thousands of devices stay quick. `HandleField` is the

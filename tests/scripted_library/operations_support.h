@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "library/VEXL2.h"
 #include "scripted_library/argument_description.h"
 #include "scripted_library/scripted_library.h"
+#include "VEXL2.h"
 
 /// The shapes that the fifty operations come in. `operation` is the name of the operation that calls.
 

@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "library/VEXL2.h"
 #include "scripted_library/scripted_operations.h"
+#include "VEXL2.h"
 
 /// One argument of a call, copied: nothing here points into the caller's memory.
 struct ScriptedArgument {

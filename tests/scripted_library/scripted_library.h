@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "library/VEXL2.h"
 #include "scripted_library/call_trigger.h"
 #include "scripted_library/event_gate.h"
 #include "scripted_library/scripted_call.h"
 #include "scripted_library/scripted_machine.h"
 #include "scripted_library/small_machine.h"
+#include "VEXL2.h"
 
 /// The test's hand on the library named VEXL2 that stands in for the closed one. It answers all fifty
 /// operations from a `ScriptedMachine`, records each call, fails the calls that the test chooses, and lets

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "library/VEXL2.h"
 #include "scripted_library/object_list.h"
+#include "VEXL2.h"
 
 /// Writes a text into the fixed field of a record: cut to fit, NUL-terminated, zero-filled.
 template <std::size_t Size>

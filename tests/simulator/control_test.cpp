@@ -1,6 +1,6 @@
 #include <chrono>
 
-#include "workbench_fixture.h"
+#include "simulator/workbench_fixture.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <future>
 #include <thread>
 
-#include "workbench_fixture.h"
+#include "simulator/workbench_fixture.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "workbench_fixture.h"
+#include "simulator/workbench_fixture.h"
 
 // What becomes of volumes when disks go and come back.
 

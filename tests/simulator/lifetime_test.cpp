@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "simulator/workbench_fixture.h"
 #include "vexl2_simulator.h"
-#include "workbench_fixture.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "refusal_rows.h"
 #include "scenario/fields.h"
+#include "simulator/refusal_rows.h"
 
 // The manual tells what the library does: every key of a scenario, and every refusal.
 

@@ -16,8 +16,8 @@
 #include "rules/apply.h"
 #include "rules/rules.h"
 #include "scenario/scenario.h"
+#include "simulator/workbench.h"
 #include "support/by_name.h"
-#include "workbench.h"
 
 namespace simulator {
 namespace {

@@ -1,8 +1,8 @@
 #include <cstring>
 #include <functional>
 
+#include "simulator/workbench_fixture.h"
 #include "support/by_name.h"
-#include "workbench_fixture.h"
 
 namespace {
 

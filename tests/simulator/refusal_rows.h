@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "workbench_fixture.h"
+#include "simulator/workbench_fixture.h"
 
 /// One condition under which an action is refused.
 struct RefusalRow {

@@ -1,4 +1,4 @@
-#include "refusal_rows.h"
+#include "simulator/refusal_rows.h"
 
 namespace {
 

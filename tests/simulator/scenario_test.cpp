@@ -8,8 +8,8 @@
 #include "model/invariants.h"
 #include "model/redundancy.h"
 #include "scenario/generator.h"
+#include "simulator/workbench.h"
 #include "support/by_name.h"
-#include "workbench.h"
 
 namespace simulator {
 namespace {

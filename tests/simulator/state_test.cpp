@@ -1,6 +1,6 @@
+#include "simulator/workbench_fixture.h"
 #include "support/environment.h"
 #include "support/temporary_folder.h"
-#include "workbench_fixture.h"
 
 // What outlives the library: the state file, and what the environment says.
 

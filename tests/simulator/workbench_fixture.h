@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "simulator/workbench.h"
 #include "vexl2_simulator.h"
-#include "workbench.h"
 
 /// The library as its callers see it, started on the workbench with a clock that only the test moves. Objects
 /// are named by their scenario ids. The library checks its machine at every look of a test, after every step

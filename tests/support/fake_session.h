@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "mirn_session_actions.h"
-#include "mirn_session_reads.h"
+#include "action_interfaces.h"
+#include "read_interface.h"
 #include "support/model_makers.h"
 
 /// A session for tests of the listeners: serves the lists that the test sets, and writes down each action

@@ -1,7 +1,7 @@
 #include "support/given_reader.h"
 
-#include "library/vex_exception.h"
-#include "library/vex_info.h"
+#include "vex_exception.h"
+#include "vex_info.h"
 
 MirnSnapshot GivenReader::picture;
 std::vector<std::string> GivenReader::asked;

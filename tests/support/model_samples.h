@@ -4,14 +4,14 @@
 #include <functional>
 #include <vector>
 
-#include "common/array.h"
-#include "common/controller_builder.h"
-#include "common/enddevice.h"
-#include "common/port.h"
-#include "common/raid.h"
-#include "common/raidlevelsupport.h"
-#include "common/version.h"
-#include "common/volume.h"
+#include "array.h"
+#include "controller_builder.h"
+#include "enddevice.h"
+#include "port.h"
+#include "raid.h"
+#include "raidlevelsupport.h"
+#include "version.h"
+#include "volume.h"
 
 /// A valid object of each model class. `complete` gives its builder with every field set, for a test to
 /// change what it is about:

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "events/event_journal.h"
+#include "event_journal.h"
 #include "text.h"
 
 /// What the journal of the process was given since this object was made, or since the last `take`.

@@ -3,6 +3,8 @@
 
 #include "system/story.h"
 
+namespace host {
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -153,3 +155,5 @@ TEST_F(SystemHost, TheMonitorSeesALostDiskByItself) {
 }
 
 }  // namespace
+
+}  // namespace host

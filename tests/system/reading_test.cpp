@@ -6,6 +6,8 @@
 #include "support/by_name.h"
 #include "system/system_host.h"
 
+namespace host {
+
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
@@ -174,3 +176,5 @@ TEST_F(SystemHost, ALibraryThatCannotReadItsScenarioEndsTheHostWithAReason) {
 }
 
 }  // namespace
+
+}  // namespace host

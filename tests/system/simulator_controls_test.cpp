@@ -4,6 +4,8 @@
 #include "support/by_name.h"
 #include "system/system_host.h"
 
+namespace host {
+
 using testing::HasSubstr;
 
 namespace {
@@ -126,3 +128,5 @@ TEST_F(SystemHost, WithoutTheOptionThereAreNoSimulatorRoutes) {
 }
 
 }  // namespace
+
+}  // namespace host

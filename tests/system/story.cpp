@@ -4,6 +4,8 @@
 
 #include <boost/json/serialize.hpp>
 
+namespace host {
+
 namespace {
 
 constexpr std::uint64_t kMillisecondsPerSecond = 1000;
@@ -108,3 +110,5 @@ Story::Words Story::journal() {
   }
   return lines;
 }
+
+}  // namespace host

@@ -7,6 +7,8 @@
 
 #include "system/system_host.h"
 
+namespace host {
+
 /// A story of the simulated machine as a client sees it. Time stands still but for `pass`, and the picture is
 /// renewed by requests alone, so that each story has exactly one journal.
 class Story : public SystemHost {
@@ -59,5 +61,7 @@ class Story : public SystemHost {
  private:
   void silenceMonitor();
 };
+
+}  // namespace host
 
 #endif

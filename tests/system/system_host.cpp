@@ -3,6 +3,8 @@
 #include <boost/json/parse.hpp>
 #include <fstream>
 
+namespace host {
+
 namespace {
 
 std::string textOf(const boost::json::value& value) { return std::string(value.as_string()); }
@@ -53,3 +55,5 @@ std::vector<std::string> textsUnder(const boost::json::array& list, const std::s
   for (const boost::json::value& element : list) texts.push_back(textOf(element.at(key)));
   return texts;
 }
+
+}  // namespace host

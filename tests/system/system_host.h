@@ -8,9 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "host/host_process.h"
+#include "host/service/host_process.h"
 #include "support/http_connection.h"
 #include "support/temporary_folder.h"
+
+namespace host {
 
 /// The whole product as a user starts it: host, module and simulated library, with all their files in a
 /// folder of its own. Serves the embedded machine unless told another scenario.
@@ -43,5 +45,7 @@ class SystemHost : public testing::Test {
 
 /// The texts under `key` of a list's elements, in order.
 std::vector<std::string> textsUnder(const boost::json::array& list, const std::string& key);
+
+}  // namespace host
 
 #endif

@@ -3,6 +3,8 @@
 
 #include "system/story.h"
 
+namespace host {
+
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::Gt;
@@ -165,3 +167,5 @@ TEST_F(VolumeStory, ARefusalOfTheLibraryChangesNothing) {
 }
 
 }  // namespace
+
+}  // namespace host

@@ -1,12 +1,12 @@
-#include "validator/request_validator.h"
+#include "request_validator.h"
 
 #include <gmock/gmock.h>
 
 #include <limits>
 #include <type_traits>
 
+#include "rule_messages.h"
 #include "support/by_name.h"
-#include "validator/rule_messages.h"
 
 namespace ovra {
 namespace request_validator {

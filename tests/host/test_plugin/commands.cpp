@@ -1,12 +1,12 @@
-#include "commands.h"
+#include "host/test_plugin/commands.h"
 
 #include <fstream>
 #include <limits>
 #include <stdexcept>
 
+#include "host/test_plugin/trace.h"
 #include "service_exceptions.h"
 #include "text.h"
-#include "trace.h"
 
 namespace {
 

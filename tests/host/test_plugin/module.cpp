@@ -1,10 +1,10 @@
 // The two exports, and a witness of the module's own end.
 #include <memory>
 
-#include "export.h"
+#include "host/test_plugin/export.h"
+#include "host/test_plugin/test_plugin.h"
+#include "host/test_plugin/trace.h"
 #include "plugin_interface.h"
-#include "test_plugin.h"
-#include "trace.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "test_plugin.h"
+#include "host/test_plugin/test_plugin.h"
 
 #include <exception>
 
-#include "trace.h"
+#include "host/test_plugin/trace.h"
 
 using ovra::data_transfer::ServiceObject;
 

@@ -1,7 +1,7 @@
 #ifndef MIRN_TESTS_HOST_TEST_PLUGIN_TEST_PLUGIN_H
 #define MIRN_TESTS_HOST_TEST_PLUGIN_TEST_PLUGIN_H
 
-#include "commands.h"
+#include "host/test_plugin/commands.h"
 #include "plugin_interface.h"
 
 extern const wchar_t* const kTestPluginName;

@@ -1,4 +1,4 @@
-#include "trace.h"
+#include "host/test_plugin/trace.h"
 
 #include <cstdlib>
 #include <fstream>

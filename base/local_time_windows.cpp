@@ -1,0 +1,7 @@
+#include "local_time.h"
+
+boost::optional<std::tm> localTime(std::time_t seconds) {
+  std::tm calendar{};
+  if (::localtime_s(&calendar, &seconds) != 0) return boost::none;
+  return calendar;
+}

@@ -1,0 +1,41 @@
+#ifndef MIRN_HOST_API_ANSWER_H
+#define MIRN_HOST_API_ANSWER_H
+
+#include <exception>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "service_exceptions.h"
+
+namespace host {
+
+/// Names and values of HTTP header fields.
+using Headers = std::vector<std::pair<std::string, std::string>>;
+
+/// What a request is answered with, whatever carries it. An empty body has no content type.
+struct Answer {
+  unsigned status = 200;
+  std::string contentType;
+  std::string body;
+  Headers headers;
+};
+
+/// The host's own refusal of a request, with the header fields that its status asks for.
+class Refusal : public ovra::common::HttpClientErrorException {
+ public:
+  Refusal(std::int32_t httpStatus, const std::string& message, Headers refusalHeaders = {})
+      : HttpClientErrorException(httpStatus, message), headers(std::move(refusalHeaders)) {}
+
+  Headers headers;
+};
+
+/// `json` as a 200.
+Answer jsonAnswer(std::string json);
+
+/// The problem document of `failure`, with the header fields of a `Refusal`.
+Answer failureAnswer(const std::exception& failure);
+
+}  // namespace host
+
+#endif

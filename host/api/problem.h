@@ -1,0 +1,25 @@
+#ifndef MIRN_HOST_API_PROBLEM_H
+#define MIRN_HOST_API_PROBLEM_H
+
+#include <exception>
+#include <string>
+
+namespace host {
+
+/// A failed request as its client sees it (RFC 9457).
+struct Problem {
+  unsigned status;
+  std::string detail;   ///< UTF-8.
+  std::string errorId;  ///< Empty when the failure has none.
+};
+
+/// Reads the status of an `HttpClientErrorException`, else the id of an `IErrorIdException`. A failure with
+/// neither, with an id that is not known here, or with a status that is no failure's (400 to 599), is a 500.
+Problem problemOf(const std::exception& failure);
+
+/// The document as JSON: `type`, `title`, `status`, `detail`, and `errorId` where there is one.
+std::string problemDocument(const Problem& problem);
+
+}  // namespace host
+
+#endif

@@ -1,0 +1,98 @@
+#include "api/request_target.h"
+
+#include <boost/algorithm/hex.hpp>
+#include <cstddef>
+#include <stdexcept>
+#include <utility>
+
+#include "api/answer.h"
+#include "text.h"
+
+namespace host {
+
+namespace {
+
+constexpr std::int32_t kBadRequest = 400;
+
+/// Takes what stands ahead of the first `separator` off `rest`, and the separator with it.
+std::string_view takeUntil(std::string_view& rest, char separator) {
+  const std::size_t end = rest.find(separator);
+  const std::string_view part = rest.substr(0, end);
+  rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+  return part;
+}
+
+std::string decodePercent(std::string_view text) {
+  std::string decoded;
+  decoded.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '%') {
+      decoded += text[i];
+      continue;
+    }
+    const std::string_view digits = text.substr(i + 1, 2);
+    if (digits.find_first_not_of("0123456789ABCDEFabcdef") != std::string_view::npos || digits.size() != 2) {
+      throw Refusal(kBadRequest, "The request target holds an invalid percent-encoding");
+    }
+    boost::algorithm::unhex(digits.begin(), digits.end(), std::back_inserter(decoded));
+    i += digits.size();
+  }
+  return decoded;
+}
+
+/// The conversion lets halves of surrogate pairs through, which no UTF-8 text may hold: bytes 0xED, 0xA0 to
+/// 0xBF.
+bool holdsSurrogate(const std::string& text) {
+  for (std::size_t at = text.find('\xED'); at != std::string::npos; at = text.find('\xED', at + 1)) {
+    if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0) return true;
+  }
+  return false;
+}
+
+std::wstring decode(std::string_view text) {
+  const std::string decoded = decodePercent(text);
+  try {
+    if (!holdsSurrogate(decoded)) return utf8ToWide(decoded);
+  } catch (const std::range_error&) {
+  }
+  throw Refusal(kBadRequest, "The request target is not UTF-8");
+}
+
+std::vector<std::wstring> parsePath(std::string_view path) {
+  std::vector<std::wstring> segments;
+  for (bool more = !path.empty(); more;) {
+    more = path.find('/') != std::string_view::npos;
+    std::wstring segment = decode(takeUntil(path, '/'));
+    if (segment.empty()) throw Refusal(kBadRequest, "The request target holds an empty segment");
+    if (segment.find(L'/') != std::wstring::npos) {
+      throw Refusal(kBadRequest, "The request target holds an encoded slash");
+    }
+    segments.push_back(std::move(segment));
+  }
+  return segments;
+}
+
+std::map<std::wstring, std::wstring> parseQuery(std::string_view query) {
+  std::map<std::wstring, std::wstring> parameters;
+  for (bool more = !query.empty(); more;) {
+    more = query.find('&') != std::string_view::npos;
+    std::string_view value = takeUntil(query, '&');
+    std::wstring name = decode(takeUntil(value, '='));
+    if (name.empty()) throw Refusal(kBadRequest, "The request target holds a parameter without a name");
+    if (!parameters.emplace(std::move(name), decode(value)).second) {
+      throw Refusal(kBadRequest, "The request target repeats a parameter");
+    }
+  }
+  return parameters;
+}
+
+}  // namespace
+
+RequestTarget parseTarget(std::string_view target) {
+  if (target.empty() || target.front() != '/') throw Refusal(kBadRequest, "The request target is not a path");
+  target.remove_prefix(1);
+  const std::string_view path = takeUntil(target, '?');
+  return {parsePath(path), parseQuery(target)};
+}
+
+}  // namespace host

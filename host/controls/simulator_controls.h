@@ -1,0 +1,52 @@
+#ifndef MIRN_HOST_CONTROLS_SIMULATOR_CONTROLS_H
+#define MIRN_HOST_CONTROLS_SIMULATOR_CONTROLS_H
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "ServiceObject.h"
+
+namespace host {
+
+struct SimulatorControl;
+
+/// What a simulated storage library can be told beside its operations. Found by name when the module is
+/// there, so that the host needs no such library. Constant after construction, safe from any thread.
+class SimulatorControls {
+ public:
+  using Value = ovra::data_transfer::ServiceObject;
+
+  /// The function of this name, which stays where it is; null when there is none.
+  using Finder = std::function<void*(const char* name)>;
+
+  /// There are none.
+  SimulatorControls() = default;
+
+  /// Those whose function is found.
+  explicit SimulatorControls(const Finder& find);
+
+  bool isEmpty() const { return m_functions.empty(); }
+  bool has(const std::wstring& name) const;
+
+  /// A list of objects with `name` and `arguments`, ordered by name.
+  Value describe() const;
+
+  /// @param arguments  an object, or null
+  /// @return what the control tells; null when it tells nothing
+  /// @throws Refusal 400 for wrong arguments, otherwise with the status that fits what the library says
+  Value run(const std::wstring& name, const Value& arguments) const;
+
+ private:
+  struct Found {
+    const SimulatorControl* control;
+    void* function;
+  };
+
+  std::map<std::wstring, Found> m_functions;
+  void* m_lastError = nullptr;
+};
+
+}  // namespace host
+
+#endif

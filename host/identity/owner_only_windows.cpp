@@ -1,0 +1,113 @@
+#include "identity/owner_only_windows.h"
+
+#include <accctrl.h>
+#include <aclapi.h>
+#include <sddl.h>
+
+#include <type_traits>
+#include <vector>
+
+#include "system/system_reason.h"
+
+namespace host {
+
+namespace {
+
+struct HandleClosing {
+  void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+
+/// The user that this process runs for.
+class ProcessUser {
+ public:
+  ProcessUser() {
+    HANDLE opened = nullptr;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &opened)) throw lastSystemFailure();
+    const std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleClosing> token(opened);
+    DWORD size = 0;
+    ::GetTokenInformation(token.get(), TokenUser, nullptr, 0, &size);
+    m_record.resize(size);
+    if (!::GetTokenInformation(token.get(), TokenUser, m_record.data(), size, &size)) {
+      throw lastSystemFailure();
+    }
+  }
+
+  PSID sid() const { return reinterpret_cast<const TOKEN_USER*>(m_record.data())->User.Sid; }
+
+  std::wstring text() const {
+    wchar_t* text = nullptr;
+    if (!::ConvertSidToStringSidW(sid(), &text)) throw lastSystemFailure();
+    const std::unique_ptr<wchar_t, LocalMemory> owned(text);
+    return text;
+  }
+
+ private:
+  std::vector<unsigned char> m_record;
+};
+
+/// Owner, and a protected list of one entry: all access for the owner; a directory hands it on to what is in
+/// it.
+std::wstring describe(OwnerOnly::Kind kind) {
+  const std::wstring user = ProcessUser().text();
+  const std::wstring inheritance = kind == OwnerOnly::Kind::kDirectory ? L"OICI" : L"";
+  return L"O:" + user + L"D:P(A;" + inheritance + L";FA;;;" + user + L")";
+}
+
+bool isTrusted(PSID sid, PSID owner, PSID user) {
+  return (owner && ::EqualSid(sid, owner)) || ::EqualSid(sid, user) ||
+         ::IsWellKnownSid(sid, WinLocalSystemSid) || ::IsWellKnownSid(sid, WinBuiltinAdministratorsSid) ||
+         ::IsWellKnownSid(sid, WinCreatorOwnerRightsSid);
+}
+
+/// Whether an entry of an access list lets someone in who is not trusted. Entries that refuse, or are for
+/// what a folder holds, let nobody in; of the rare kinds, nothing good is assumed.
+bool letsOthersIn(const ACE_HEADER& entry, PSID owner, PSID user) {
+  if ((entry.AceFlags & INHERIT_ONLY_ACE) != 0 || entry.AceType == ACCESS_DENIED_ACE_TYPE) return false;
+  if (entry.AceType != ACCESS_ALLOWED_ACE_TYPE) return true;
+  auto& allowed = const_cast<ACCESS_ALLOWED_ACE&>(reinterpret_cast<const ACCESS_ALLOWED_ACE&>(entry));
+  return allowed.Mask != 0 && !isTrusted(&allowed.SidStart, owner, user);
+}
+
+}  // namespace
+
+OwnerOnly::OwnerOnly(Kind kind) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  if (!::ConvertStringSecurityDescriptorToSecurityDescriptorW(describe(kind).c_str(), SDDL_REVISION_1,
+                                                              &descriptor, nullptr)) {
+    throw lastSystemFailure();
+  }
+  m_descriptor.reset(descriptor);
+  m_attributes = {sizeof m_attributes, descriptor, FALSE};
+}
+
+bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor) {
+  PSID owner = nullptr;
+  PACL list = nullptr;
+  BOOL isThere = FALSE;
+  BOOL isDefault = FALSE;
+  if (!::GetSecurityDescriptorOwner(descriptor, &owner, &isDefault) ||
+      !::GetSecurityDescriptorDacl(descriptor, &isThere, &list, &isDefault)) {
+    throw lastSystemFailure();
+  }
+  if (!isThere || !list) return true;  // no list is access for everyone
+  const ProcessUser user;
+  for (DWORD i = 0; i < list->AceCount; ++i) {
+    void* entry = nullptr;
+    if (!::GetAce(list, i, &entry)) throw lastSystemFailure();
+    if (letsOthersIn(*static_cast<const ACE_HEADER*>(entry), owner, user.sid())) return true;
+  }
+  return false;
+}
+
+bool letsOthersIn(const std::wstring& path) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  const DWORD error = ::GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT,
+                                              OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION, nullptr,
+                                              nullptr, nullptr, nullptr, &descriptor);
+  ::SetLastError(error);
+  if (error != ERROR_SUCCESS) throw lastSystemFailure();
+  const std::unique_ptr<void, LocalMemory> owned(descriptor);
+  return letsOthersIn(descriptor);
+}
+
+}  // namespace host

@@ -1,0 +1,44 @@
+#ifndef MIRN_HOST_IDENTITY_OWNER_ONLY_WINDOWS_H
+#define MIRN_HOST_IDENTITY_OWNER_ONLY_WINDOWS_H
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+namespace host {
+
+/// Memory that the system hands out and takes back by LocalFree.
+struct LocalMemory {
+  void operator()(void* memory) const { ::LocalFree(memory); }
+};
+
+/// What a new file or folder is made with so that it belongs to the user of this process, who alone has
+/// access: nothing is inherited from the folder above.
+class OwnerOnly {
+ public:
+  enum class Kind { kFile, kDirectory };
+
+  /// @throws std::runtime_error with the system's reason
+  explicit OwnerOnly(Kind kind);
+
+  /// Valid as long as this is.
+  SECURITY_ATTRIBUTES* attributes() { return &m_attributes; }
+
+ private:
+  std::unique_ptr<void, LocalMemory> m_descriptor;
+  SECURITY_ATTRIBUTES m_attributes{};
+};
+
+/// Whether a file's owner and access list let anyone in beside that owner, the user of this process, the
+/// system and the administrators.
+///
+/// @throws std::runtime_error with the system's reason
+bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor);
+
+/// The same of the file `path`, as it is now.
+bool letsOthersIn(const std::wstring& path);
+
+}  // namespace host
+
+#endif

@@ -1,0 +1,22 @@
+#ifndef MIRN_HOST_IDENTITY_TOKEN_H
+#define MIRN_HOST_IDENTITY_TOKEN_H
+
+#include <string>
+#include <string_view>
+
+namespace host {
+
+/// A new secret of 256 random bits, as 64 hexadecimal digits.
+///
+/// @throws std::runtime_error when the system has no randomness to give
+std::string makeToken();
+
+/// Whether `text` may serve as a token: 32 to 256 characters that need no encoding in a header or a URL.
+bool isToken(std::string_view text);
+
+/// Compares in a time that tells nothing of where two tokens differ.
+bool sameToken(std::string_view given, std::string_view expected);
+
+}  // namespace host
+
+#endif

@@ -1,0 +1,76 @@
+#include "net/acceptor.h"
+
+#include <boost/asio/post.hpp>
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "net/connection.h"
+#include "net/port_claim.h"
+#include "system/report.h"
+
+namespace host {
+
+namespace {
+
+namespace asio = boost::asio;
+using asio::ip::tcp;
+using boost::system::error_code;
+
+constexpr std::chrono::milliseconds kPauseAfterFailure{100};
+
+/// The endpoint that the acceptor listens on now, its port told even where any would do.
+tcp::endpoint taken(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
+  acceptor.open(endpoint.protocol());
+  claimPort(acceptor);
+  acceptor.bind(endpoint);
+  acceptor.listen();
+  return acceptor.local_endpoint();
+}
+
+}  // namespace
+
+Acceptor::Acceptor(asio::io_context& io, const tcp::endpoint& endpoint)
+    : m_io(io),
+      m_strand(asio::make_strand(io)),
+      m_acceptor(m_strand),
+      m_pause(m_strand),
+      m_endpoint(taken(m_acceptor, endpoint)) {}
+
+void Acceptor::start(SharedState& state) {
+  asio::post(m_strand, [this, &state] { accept(state); });
+}
+
+void Acceptor::stop() {
+  asio::post(m_strand, [this] {
+    error_code error;
+    m_acceptor.close(error);
+    m_pause.cancel();
+  });
+}
+
+void Acceptor::accept(SharedState& state) {
+  m_acceptor.async_accept(asio::make_strand(m_io), [this, &state](error_code error, tcp::socket socket) {
+    onAccept(state, error, std::move(socket));
+  });
+}
+
+void Acceptor::onAccept(SharedState& state, error_code error, tcp::socket socket) {
+  if (!m_acceptor.is_open()) return;
+  if (error) return pause(state);
+  error_code ignored;
+  socket.set_option(tcp::no_delay(true), ignored);
+  const auto connection = std::make_shared<Connection>(std::move(socket), state);
+  if (state.connections.add(connection)) connection->start();
+  accept(state);
+}
+
+/// A failure that is not the connection's own, such as no descriptors left, would come again at once.
+void Acceptor::pause(SharedState& state) {
+  m_pause.expires_after(kPauseAfterFailure);
+  m_pause.async_wait([this, &state](error_code) {
+    if (m_acceptor.is_open()) accept(state);
+  });
+}
+
+}  // namespace host

@@ -1,0 +1,28 @@
+#ifndef MIRN_HOST_NET_LIMITS_H
+#define MIRN_HOST_NET_LIMITS_H
+
+#include <chrono>
+#include <cstddef>
+
+namespace host {
+
+/// What one client, or all of them together, may cost.
+struct Limits {
+  std::size_t connections = 256;    ///< Further ones are closed at once.
+  std::size_t waitingCalls = 256;   ///< Requests that wait for a worker; further ones get a 503.
+  std::size_t headerBytes = 16384;  ///< Of a request, its request line included.
+  std::size_t bodyBytes = 262144;   ///< Of a request.
+  std::size_t bodyDepth = 32;       ///< Nesting of the arrays and objects in a body.
+
+  // A connection that lets one of these pass is closed.
+  std::chrono::milliseconds headerTime{10000};  ///< From a header's first byte to its last.
+  std::chrono::milliseconds bodyTime{30000};    ///< From a header's end to the body's.
+  std::chrono::milliseconds writeTime{30000};   ///< For a whole answer.
+  std::chrono::milliseconds idleTime{60000};    ///< From an answer, or the connection, to the next request.
+
+  std::chrono::milliseconds drainTime{40000};  ///< For the requests under way when the host is told to stop.
+};
+
+}  // namespace host
+
+#endif

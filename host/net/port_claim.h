@@ -1,0 +1,16 @@
+#ifndef MIRN_HOST_NET_PORT_CLAIM_H
+#define MIRN_HOST_NET_PORT_CLAIM_H
+
+#include <boost/asio/ip/tcp.hpp>
+
+namespace host {
+
+/// Before the socket takes its address: sees to it that no other socket can take the same one meanwhile, and
+/// that one can soon afterwards. Systems differ in what they allow without that; one source a system.
+///
+/// @throws boost::system::system_error
+void claimPort(boost::asio::ip::tcp::acceptor& acceptor);
+
+}  // namespace host
+
+#endif

@@ -1,0 +1,10 @@
+#include "net/port_claim.h"
+
+namespace host {
+
+/// Lets the address be taken while old connections to it die away, and never from a socket that listens.
+void claimPort(boost::asio::ip::tcp::acceptor& acceptor) {
+  acceptor.set_option(boost::asio::ip::tcp::acceptor::reuse_address(true));
+}
+
+}  // namespace host

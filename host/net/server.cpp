@@ -1,0 +1,82 @@
+#include "net/server.h"
+
+#include <boost/asio/ip/address.hpp>
+#include <boost/system/system_error.hpp>
+#include <chrono>
+#include <sstream>
+#include <stdexcept>
+
+#include "system/report.h"
+
+namespace host {
+
+namespace {
+
+using boost::asio::ip::tcp;
+
+Acceptor makeAcceptor(boost::asio::io_context& io, const Options& options) {
+  const tcp::endpoint endpoint(boost::asio::ip::make_address(options.address), options.port);
+  try {
+    return Acceptor(io, endpoint);
+  } catch (const boost::system::system_error& error) {
+    std::ostringstream text;
+    text << "cannot listen on " << endpoint << ": " << error.code().message();
+    throw std::runtime_error(text.str());
+  }
+}
+
+/// A failure in a handler costs its connection, not the thread.
+void runUntilDone(boost::asio::io_context& io) {
+  for (;;) {
+    try {
+      io.run();
+      return;
+    } catch (const std::exception& failure) {
+      report(std::string("a connection failed: ") + failure.what());
+    }
+  }
+}
+
+}  // namespace
+
+Server::Server(const Options& options)
+    : m_options(options), m_io(static_cast<int>(options.threads)), m_acceptor(makeAcceptor(m_io, options)) {}
+
+Server::~Server() {
+  requestStop();
+  for (auto& thread : m_threads) thread.wait();
+  if (m_state) m_state->workers.join();  // what a task still holds of a connection needs `m_io`
+}
+
+void Server::start(const ApiService& service) {
+  m_state.reset(new SharedState{service, m_options.limits, m_options.logRequests,
+                                Connections(m_options.limits.connections),
+                                WorkerPool(m_options.workers, m_options.limits.waitingCalls)});
+  m_acceptor.start(*m_state);
+  for (std::size_t i = 0; i < m_options.threads; ++i) {
+    m_threads.push_back(std::async(std::launch::async, [this] { runUntilDone(m_io); }));
+  }
+}
+
+void Server::requestStop() {
+  // In this order: who sees the port closed may rely on no connection being kept after its answer.
+  if (m_state) m_state->connections.stop();
+  m_acceptor.stop();
+}
+
+bool Server::drain() {
+  requestStop();
+  const auto deadline = std::chrono::steady_clock::now() + m_options.limits.drainTime;
+  for (auto& thread : m_threads) {
+    if (thread.wait_until(deadline) != std::future_status::ready) return false;
+  }
+  return true;
+}
+
+std::string Server::url() const {
+  std::ostringstream text;
+  text << "http://" << m_acceptor.endpoint();
+  return text.str();
+}
+
+}  // namespace host

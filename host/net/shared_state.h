@@ -1,0 +1,22 @@
+#ifndef MIRN_HOST_NET_SHARED_STATE_H
+#define MIRN_HOST_NET_SHARED_STATE_H
+
+#include "api/api_service.h"
+#include "net/connections.h"
+#include "net/limits.h"
+#include "net/worker_pool.h"
+
+namespace host {
+
+/// What all connections share. Outlives them.
+struct SharedState {
+  const ApiService& service;
+  const Limits limits;
+  const bool logRequests;
+  Connections connections;
+  WorkerPool workers;
+};
+
+}  // namespace host
+
+#endif

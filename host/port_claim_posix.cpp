@@ -1,6 +1,0 @@
-#include "host/port_claim.h"
-
-/// Lets the address be taken while old connections to it die away, and never from a socket that listens.
-void claimPort(boost::asio::ip::tcp::acceptor& acceptor) {
-  acceptor.set_option(boost::asio::ip::tcp::acceptor::reuse_address(true));
-}

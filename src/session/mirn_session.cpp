@@ -1,0 +1,92 @@
+#include "mirn_session.h"
+
+#include <memory>
+#include <stdexcept>
+
+#include "logger.h"
+#include "mirn_exception.h"
+#include "plugin_log_line.h"
+#include "status_text.h"
+#include "vex_exception.h"
+#include "vex_info.h"
+
+namespace {
+
+constexpr std::int64_t kLockTimeout = 30;  // seconds
+
+constexpr char kOpenFailed[] = "Failed to open a session";
+constexpr char kReadFailed[] = "Error occurred while taking a snapshot";
+
+void openLibrarySession(IVexInfo& info) {
+  try {
+    info.open();
+  } catch (const VexException& error) {
+    throw MirnException(statusToErrorId(error.status), kOpenFailed);
+  }
+}
+
+/// In the order that the library's log of calls shows for every snapshot.
+MirnSnapshot readAll(IVexInfo& info) {
+  MirnSnapshot snapshot;
+  snapshot.raids = info.getRaids();
+  snapshot.controllers = info.getControllers();
+  snapshot.arrays = info.getArrays(0, 0, "");
+  snapshot.endDevices = info.getEndDevices(0, 0, "");
+  snapshot.ports = info.getPorts(0, 0);
+  snapshot.volumes = info.getVolumes(0, 0, "");
+  snapshot.version = std::make_shared<Version>(info.getVersion());
+  snapshot.controllerArrays = info.getControllerArrays(snapshot.controllers);
+  snapshot.controllerPorts = info.getControllerPorts(snapshot.controllers);
+  snapshot.controllerVolumes = info.getControllerVolumes(snapshot.controllers);
+  snapshot.raidLevels = info.getRaidLevels(snapshot.raids);
+  return snapshot;
+}
+
+MirnSnapshot readSnapshot(IVexInfo& info) {
+  try {
+    return readAll(info);
+  } catch (const VexException& error) {
+    throw MirnException(statusToErrorId(error.status), kReadFailed);
+  } catch (const std::range_error&) {
+    // Text of the library that is not UTF-8 costs the snapshot, not the process.
+    throw MirnException(kErrorOperationFailed, kReadFailed);
+  }
+}
+
+}  // namespace
+
+MirnSession::MirnSession() { readLocateTimeout(); }
+
+MirnSession::~MirnSession() { stop(); }
+
+void MirnSession::start() {
+  if (m_running) return;
+  m_lockTimeout = kLockTimeout;
+  loadFirstSnapshot();
+  m_running = true;
+  m_eventThread = std::thread(&MirnSession::eventLoop, this);
+}
+
+void MirnSession::stop() {
+  m_running = false;
+  if (m_eventThread.joinable()) m_eventThread.join();
+}
+
+void MirnSession::loadFirstSnapshot() {
+  const UniqueOwnership ownership = acquireUnique(m_mutex, m_lockTimeout);
+  try {
+    m_snapshot = takeSnapshot();
+  } catch (const MirnException& error) {
+    ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
+  }
+}
+
+MirnSnapshot MirnSession::takeSnapshot() {
+  const std::unique_ptr<IVexInfo> info = makeVexInfo();
+  openLibrarySession(*info);
+  MirnSnapshot snapshot = readSnapshot(*info);
+  finishSnapshot(snapshot);
+  // Outside the handlers above: a refused close reaches the caller as it is.
+  info->close();
+  return snapshot;
+}

@@ -1,0 +1,33 @@
+#ifndef MIRN_SESSION_SESSION_LOCKS_H
+#define MIRN_SESSION_SESSION_LOCKS_H
+
+#include <boost/thread/lock_types.hpp>
+#include <boost/thread/shared_mutex.hpp>
+#include <cstdint>
+
+/// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else touches the
+/// mutex.
+
+/// A waiting writer of this mutex shuts the door on new readers, so that none starves.
+using SessionMutex = boost::shared_mutex;
+
+/// Reads: any number at once, beside one upgrade ownership.
+using SharedOwnership = boost::shared_lock<SessionMutex>;
+/// The first snapshot: alone.
+using UniqueOwnership = boost::unique_lock<SessionMutex>;
+/// Actions and refreshes: one at a time, beside readers.
+using UpgradeOwnership = boost::upgrade_lock<SessionMutex>;
+/// Steps up from upgrade to exclusive ownership, waiting without limit for readers to leave; steps down at
+/// its end.
+using ExclusiveStep = boost::upgrade_to_unique_lock<SessionMutex>;
+
+/// Each waits at most `seconds` and then raises `MirnException` with "Mirn_OPERATION_FAILED" and
+/// "Timeout on access to protected resource"; nothing has changed then.
+SharedOwnership acquireShared(SessionMutex& mutex, std::int64_t seconds);
+UniqueOwnership acquireUnique(SessionMutex& mutex, std::int64_t seconds);
+UpgradeOwnership acquireUpgrade(SessionMutex& mutex, std::int64_t seconds);
+
+/// For the event thread: waits without limit.
+UpgradeOwnership acquireUpgradeUntimed(SessionMutex& mutex);
+
+#endif

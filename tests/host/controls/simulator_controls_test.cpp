@@ -1,0 +1,124 @@
+#include "controls/simulator_controls.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+
+#include "api/answer.h"
+#include "api/json_reader.h"
+#include "api/json_writer.h"
+#include "vexl2_simulator.h"
+
+namespace host {
+
+namespace {
+
+/// What the functions of the test were called with last, and what they answer.
+std::string calledWith;
+VEX_STATUS answered = VEX_STATUS_SUCCESS;
+
+VEX_STATUS takeDisk(const char* disk) {
+  calledWith = disk;
+  return answered;
+}
+
+VEX_STATUS takeOrder(const char* operation, std::uint32_t skip, std::uint32_t count, VEX_STATUS status) {
+  calledWith = std::string(operation) + ' ' + std::to_string(skip) + ' ' + std::to_string(count) + ' ' +
+               std::to_string(status);
+  return answered;
+}
+
+VEX_STATUS tellReason(char* text, std::uint32_t size) {
+  std::strncpy(text, "the reason", size);
+  return VEX_STATUS_SUCCESS;
+}
+
+class SimulatorControlsTest : public testing::Test {
+ protected:
+  void SetUp() override { answered = VEX_STATUS_SUCCESS; }
+
+  static SimulatorControls controlsWith(const std::map<std::string, void*>& symbols) {
+    return SimulatorControls([&](const char* name) {
+      const auto found = symbols.find(name);
+      return found == symbols.end() ? nullptr : found->second;
+    });
+  }
+
+  static std::string run(const SimulatorControls& controls, const std::wstring& name, const char* arguments) {
+    return writeJson(controls.run(name, readJson(arguments, 8)));
+  }
+
+  /// The status of the refusal that a call ends with, and its text.
+  static std::pair<int, std::string> refusal(const SimulatorControls& controls, const std::wstring& name,
+                                             const char* arguments) {
+    try {
+      run(controls, name, arguments);
+    } catch (const Refusal& refusal) {
+      return {refusal.status, refusal.what()};
+    }
+    return {};
+  }
+
+  template <class Function>
+  static void* symbol(Function* function) {
+    return reinterpret_cast<void*>(function);
+  }
+
+  const SimulatorControls m_controls = controlsWith({{"VexSimFailDisk", symbol(takeDisk)},
+                                                     {"VexSimFailCalls", symbol(takeOrder)},
+                                                     {"VexSimLoadText", symbol(takeDisk)},
+                                                     {"VexSimLastError", symbol(tellReason)}});
+};
+
+TEST_F(SimulatorControlsTest, OfALibraryWithoutAnyAreNone) {
+  EXPECT_TRUE(SimulatorControls().isEmpty());
+  EXPECT_TRUE(controlsWith({}).isEmpty());
+  EXPECT_EQ(writeJson(controlsWith({}).describe()), "[]");
+}
+
+TEST_F(SimulatorControlsTest, AreThoseWhoseFunctionIsThere) {
+  EXPECT_FALSE(m_controls.isEmpty());
+  EXPECT_TRUE(m_controls.has(L"fail-disk"));
+  EXPECT_FALSE(m_controls.has(L"pull-disk"));
+  EXPECT_EQ(writeJson(controlsWith({{"VexSimFailDisk", symbol(takeDisk)}}).describe()),
+            R"([{"arguments":["disk"],"name":"fail-disk"}])");
+}
+
+TEST_F(SimulatorControlsTest, HandTheirArgumentsOver) {
+  EXPECT_EQ(run(m_controls, L"fail-disk", R"({"disk": "ü-1"})"), "null");
+  EXPECT_EQ(calledWith, "ü-1");
+  run(m_controls, L"fail-calls", R"({"operation": "VexRescan", "skip": 2, "count": 3, "status": 18})");
+  EXPECT_EQ(calledWith, "VexRescan 2 3 18");
+  run(m_controls, L"load-scenario", R"({"scenario": {"devices": []}})");
+  EXPECT_EQ(calledWith, R"({"devices":[]})");
+}
+
+TEST_F(SimulatorControlsTest, AnOrderIsForTheNextCallUnlessItSaysMore) {
+  run(m_controls, L"fail-calls", R"({"operation": "VexRescan", "status": 18})");
+  EXPECT_EQ(calledWith, "VexRescan 0 1 18");
+}
+
+TEST_F(SimulatorControlsTest, TellWhatTheLibrarySays) {
+  using Told = std::pair<int, std::string>;
+  answered = VEX_STATUS_INVALID_STATE;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
+            (Told{409, "The simulated library answers status 18"}));
+  answered = VEX_STATUS_NOT_INITIALIZED;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})").first, 503);
+  answered = VEX_STATUS_INTERNAL_ERROR;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})").first, 500);
+  answered = VEX_STATUS_INVALID_PARAMETER;
+  EXPECT_EQ(refusal(m_controls, L"load-scenario", R"({"scenario": {}})"), (Told{400, "the reason"}));
+}
+
+TEST_F(SimulatorControlsTest, RefuseWrongArgumentsBeforeTheCall) {
+  calledWith = "nothing";
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", "{}").first, 400);
+  EXPECT_EQ(refusal(m_controls, L"fail-calls", R"({"operation": "VexRescan", "status": 0.5})").first, 400);
+  EXPECT_EQ(calledWith, "nothing");
+}
+
+}  // namespace
+
+}  // namespace host

@@ -1,9 +1,0 @@
-#ifndef MIRN_TESTS_HOST_OPEN_TO_OTHERS_H
-#define MIRN_TESTS_HOST_OPEN_TO_OTHERS_H
-
-#include <filesystem>
-
-/// Lets others than the owner read the file; one source a system.
-void openToOthers(const std::filesystem::path& file);
-
-#endif

@@ -1,5 +1,0 @@
-#include "host/open_to_others.h"
-
-void openToOthers(const std::filesystem::path& file) {
-  std::filesystem::permissions(file, std::filesystem::perms::group_read, std::filesystem::perm_options::add);
-}

@@ -1,0 +1,58 @@
+#include <future>
+#include <vector>
+
+#include "host/service/test_host.h"
+
+namespace host {
+
+namespace {
+
+using HostConcurrencyTest = TestHost;
+
+TEST_F(HostConcurrencyTest, OthersAreServedWhileACallIsBlocked) {
+  serve();
+  HttpConnection blocked = connect();
+  blocked.send(HttpConnection::make("GET", "/api/v7/test/block", host().token()));
+  EXPECT_EQ(get("/api/v7/test/await-blocked?count=1").result_int(), 204U);
+
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+  EXPECT_EQ(get("/healthz").result_int(), 200U);
+
+  EXPECT_EQ(get("/api/v7/test/release").result_int(), 204U);
+  EXPECT_EQ(blocked.receive().result_int(), 204U);
+}
+
+TEST_F(HostConcurrencyTest, SlowClientsTakeNoThread) {
+  serve({"--threads", "1", "--workers", "1"});
+  std::vector<std::unique_ptr<HttpConnection>> slow;
+  for (int i = 0; i < 50; ++i) {
+    slow.push_back(std::make_unique<HttpConnection>(host().port()));
+    slow.back()->sendBytes("GET /api/v7/test HTTP/1.1\r\nAuth");
+  }
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+}
+
+TEST_F(HostConcurrencyTest, ManyClientsAtOnceGetEachItsOwnAnswer) {
+  serve();
+  constexpr int kClients = 8;
+  constexpr int kRequests = 50;
+  std::vector<std::future<int>> clients;
+  for (int client = 0; client < kClients; ++client) {
+    clients.push_back(std::async(std::launch::async, [this, client] {
+      HttpConnection connection = connect();
+      int right = 0;
+      for (int i = 0; i < kRequests; ++i) {
+        const std::string name = std::to_string(client) + "-" + std::to_string(i);
+        const auto answer = connection.get("/api/v7/test/" + name, host().token());
+        right += bodyOf(answer).at("segments").at(0).as_string() == name ? 1 : 0;
+      }
+      return right;
+    }));
+  }
+  for (auto& client : clients) EXPECT_EQ(client.get(), kRequests);
+  EXPECT_EQ(host().stop(), 0) << host().errors();
+}
+
+}  // namespace
+
+}  // namespace host

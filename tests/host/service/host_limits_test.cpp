@@ -1,0 +1,152 @@
+#include <boost/system/system_error.hpp>
+
+#include "host/service/test_host.h"
+
+namespace host {
+
+namespace {
+
+namespace http = boost::beast::http;
+
+class HostLimitsTest : public TestHost {
+ protected:
+  std::string start(const std::string& rest) {
+    return "PUT /api/v7/test HTTP/1.1\r\nAuthorization: Bearer " + host().token() + "\r\n" + rest;
+  }
+
+  /// Until the host has a place for one more.
+  void awaitServedConnection() {
+    for (bool served = false; !served;) {
+      try {
+        served = get("/api/v7/test").result_int() == 200U;
+      } catch (const boost::system::system_error&) {
+      }
+    }
+  }
+};
+
+TEST_F(HostLimitsTest, AHeaderBeyondTheBoundIsRefused) {
+  serve({"--max-header", "1000"});
+  auto request = HttpConnection::make("GET", "/api/v7/test", host().token());
+  request.set("X-Filler", std::string(500, 'x'));
+  EXPECT_EQ(connect().exchange(request).result_int(), 200U);
+  request.set("X-Filler", std::string(1000, 'x'));
+  const auto answer = connect().exchange(request);
+  EXPECT_EQ(answer.result_int(), 431U);
+  EXPECT_FALSE(answer.keep_alive());
+}
+
+TEST_F(HostLimitsTest, AHeaderWithoutEndIsRefused) {
+  serve();
+  HttpConnection client = connect();
+  client.sendBytes("GET /" + std::string(100000, 'x'));
+  EXPECT_EQ(client.receive().result_int(), 431U);
+}
+
+TEST_F(HostLimitsTest, ABodyBeyondTheBoundIsRefused) {
+  serve({"--max-body", "10"});
+  EXPECT_EQ(send("PUT", "/api/v7/test", "\"12345678\"").result_int(), 200U);
+  const auto answer = send("PUT", "/api/v7/test", "\"123456789\"");
+  EXPECT_EQ(answer.result_int(), 413U);
+  EXPECT_FALSE(answer.keep_alive());
+}
+
+TEST_F(HostLimitsTest, AClientThatKeepsSendingStillGetsTheRefusal) {
+  serve({"--max-body", "10"});
+  EXPECT_EQ(send("PUT", "/api/v7/test", '"' + std::string(1000000, 'x') + '"').result_int(), 413U);
+}
+
+TEST_F(HostLimitsTest, AChunkedBodyBeyondTheBoundIsRefused) {
+  serve({"--max-body", "10"});
+  HttpConnection client = connect();
+  client.sendBytes(start("Transfer-Encoding: chunked\r\n\r\n8\r\n[1111111\r\n8\r\n1111111]\r\n0\r\n\r\n"));
+  EXPECT_EQ(client.receive().result_int(), 413U);
+}
+
+TEST_F(HostLimitsTest, ABodyNestedBeyondTheBoundIsRefused) {
+  serve({"--max-depth", "3"});
+  EXPECT_EQ(send("PUT", "/api/v7/test", R"([{"a":[1]}])").result_int(), 200U);
+  EXPECT_EQ(send("PUT", "/api/v7/test", R"([{"a":[[1]]}])").result_int(), 400U);
+}
+
+// The clients below wait for the host to lose its patience: without its deadlines they would wait for ever.
+
+TEST_F(HostLimitsTest, ASilentClientIsClosed) {
+  serve({"--idle-timeout", "0.1"});
+  EXPECT_EQ(connect().receiveToEnd(), "");
+}
+
+TEST_F(HostLimitsTest, AnIdleClientIsClosedAfterItsAnswer) {
+  serve({"--idle-timeout", "0.1"});
+  HttpConnection client = connect();
+  EXPECT_EQ(client.get("/api/v7/test", host().token()).result_int(), 200U);
+  EXPECT_EQ(client.receiveToEnd(), "");
+}
+
+TEST_F(HostLimitsTest, AClientThatStopsInTheHeaderIsClosed) {
+  serve({"--header-timeout", "0.1"});
+  HttpConnection client = connect();
+  client.sendBytes(start(""));
+  EXPECT_EQ(client.receiveToEnd(), "");
+}
+
+TEST_F(HostLimitsTest, AClientThatDribblesItsHeaderIsClosed) {
+  serve({"--header-timeout", "0.1", "--max-header", "1000000000"});
+  HttpConnection client = connect();
+  client.sendBytes("GET /");
+  EXPECT_THROW(
+      for (;;) { client.sendBytes("x"); }, boost::system::system_error);
+}
+
+TEST_F(HostLimitsTest, AClientThatStopsInTheBodyIsClosed) {
+  serve({"--body-timeout", "0.1"});
+  HttpConnection client = connect();
+  client.sendBytes(start("Content-Length: 100\r\n\r\n[1"));
+  EXPECT_EQ(client.receiveToEnd(), "");
+}
+
+TEST_F(HostLimitsTest, AClientThatTakesNoAnswerIsClosed) {
+  serve({"--write-timeout", "0.1"});
+  HttpConnection client = connect();
+  client.send(HttpConnection::make("GET", "/api/v7/test/large?size=30000000", host().token()));
+  client.awaitBytes();
+  // The host stops with the answer half out; the client takes nothing until then.
+  EXPECT_EQ(host().stop(), 0) << host().errors();
+  EXPECT_THROW(client.receive(), boost::system::system_error);
+}
+
+TEST_F(HostLimitsTest, ConnectionsBeyondTheBoundAreClosedUntilOthersEnd) {
+  serve({"--max-connections", "2"});
+  HttpConnection first = connect();
+  HttpConnection second = connect();
+  EXPECT_EQ(first.get("/api/v7/test", host().token()).result_int(), 200U);
+  EXPECT_EQ(second.get("/api/v7/test", host().token()).result_int(), 200U);
+  EXPECT_EQ(connect().receiveToEnd(), "");
+
+  auto last = HttpConnection::make("GET", "/api/v7/test", host().token());
+  last.keep_alive(false);
+  EXPECT_EQ(second.exchange(last).result_int(), 200U);
+  second.close();
+  awaitServedConnection();
+}
+
+TEST_F(HostLimitsTest, RequestsBeyondTheWaitingOnesAreTurnedAway) {
+  serve({"--workers", "1", "--max-waiting", "0"});
+  HttpConnection blocked = connect();
+  auto blocking = block(blocked);
+
+  HttpConnection client = connect();
+  const auto answer = client.get("/api/v7/test", host().token());
+  EXPECT_EQ(answer.result_int(), 503U);
+  EXPECT_EQ(answer[http::field::retry_after], "1");
+
+  blocking.reset();
+  EXPECT_EQ(blocked.receive().result_int(), 204U);
+  auto later = client.get("/api/v7/test", host().token());
+  while (later.result_int() == 503U) later = client.get("/api/v7/test", host().token());
+  EXPECT_EQ(later.result_int(), 200U);
+}
+
+}  // namespace
+
+}  // namespace host

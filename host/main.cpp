@@ -34,7 +34,7 @@ SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
   return controls;
 }
 
-/// @param module  takes the module, which is to stay until a failure has been told: its text may be in there
+/// `module` takes the module, which is to stay until a failure has been told: its text may be in there.
 int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
   const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
   const std::string token = loadOrCreateToken(tokenFile);

@@ -34,9 +34,7 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// @param arguments  what stands behind the program's name
-///
-/// @throws UsageError
+/// `arguments` are what stands behind the program's name. Raises `UsageError`.
 Options parseOptions(const std::vector<std::string>& arguments);
 
 std::string helpText();

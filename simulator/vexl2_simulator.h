@@ -40,8 +40,8 @@ VEX_API VEX_STATUS VexSimRaiseSmartEvent(const char* disk);
 /// Moves the machine's time on by hand.
 VEX_API VEX_STATUS VexSimAdvanceClock(uint64_t milliseconds);
 
-/// Machine time in a unit of real time; 0 stops it, for those who move it by hand. Wins over
-/// VEXL2_CLOCK_SPEED.
+/// Machine time in a unit of real time; 0 stops it, for those who move it by hand. Wins
+/// over VEXL2_CLOCK_SPEED.
 VEX_API VEX_STATUS VexSimSetClockSpeed(uint32_t speed);
 
 /// No `VexEventWait` lasts longer than this from now on, also those that wait already.
@@ -64,8 +64,8 @@ VEX_API VEX_STATUS VexSimClearFaults(void);
 /// How often the operation has been called since the library was loaded.
 VEX_API VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls);
 
-/// Checks the machine against its own rules: 0 when they hold, otherwise 16 with the first that does not as
-/// text.
+/// Checks the machine against its own rules: 0 when they hold, otherwise 16 with the first that
+/// does not as text.
 VEX_API VEX_STATUS VexSimCheck(char* text, uint32_t size);
 
 #endif

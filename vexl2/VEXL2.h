@@ -4,14 +4,13 @@
 /// The interface of the closed storage library VEXL2: fifty operations with C linkage, the records that they
 /// fill and take, and the codes in those records. Valid as C99 and as C++17.
 ///
-/// - Every operation returns a `VEX_STATUS` and signals failure in no other way. All may be called from any
-/// thread.
+/// - Every operation returns a `VEX_STATUS` and signals failure in no other way. All may be called from
+///   any thread.
 /// - `VexInitialize` precedes every other operation and `VexFinalize` follows them all.
 /// - The caller zeroes a record whole before the library fills it. All numbers are little-endian, no record
-/// has implicit
-///   padding, and `reserved<offset>` marks bytes without a meaning for the caller.
-/// - Texts are UTF-8 in fixed fields and end at the first NUL. Flags are true when 1, and false at any other
-/// value.
+///   has implicit padding, and `reserved<offset>` marks bytes without a meaning for the caller.
+/// - Texts are UTF-8 in fixed fields and end at the first NUL. Flags are true when 1, and false at any
+///   other value.
 /// - A handle of 0 names no object.
 
 #include <stddef.h>
@@ -623,8 +622,8 @@ VEX_API VEX_STATUS VexGetSystemInfo(VEX_SYSTEM_INFO* info);
 
 /// The seven enumerations store the handles of a kind of object in `handles`, which has room for `*count` of
 /// them, and their number in `*count`. With `handles` null or too small they store the number needed and
-/// return `VEX_STATUS_NOT_ENOUGH_ITEMS`, or 0 when there are no objects. Any other scope is
-/// `VEX_STATUS_INVALID_SCOPE`.
+/// return `VEX_STATUS_NOT_ENOUGH_ITEMS`, or 0 when there are no objects. Any other scope gives
+/// back `VEX_STATUS_INVALID_SCOPE`.
 ///
 /// Stores the handles of controllers.
 VEX_API VEX_STATUS VexGetControllerHandles(VEX_HANDLE session, VEX_SCOPE_TYPE scope, VEX_HANDLE scopeHandle,

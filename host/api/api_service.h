@@ -27,20 +27,18 @@ struct RequestHead {
 /// connections. Constant after construction, safe from any thread.
 class ApiService {
  public:
-  /// The rest of a request, to be run with its body on a thread that may block. A failure leaves as an
-  /// exception.
+  /// The rest of a request, to be run with its body on a thread that may block. A failure
+  /// leaves as an exception.
   using Job = std::function<Answer(const std::string& body)>;
 
-  /// @param plugin        initialised; outlives the service
-  /// @param token         what a client has to show
-  /// @param maxBodyDepth  nesting of a body
-  /// @param controls      served under "simulator", ahead of a key of that name, when there are any
+  /// `plugin` is initialised and outlives the service. A client has to show `token`; a body is nested no
+  /// deeper than `maxBodyDepth`. `controls`, if there are any, are served under "simulator", ahead of a key
+  /// of that name.
   ApiService(ovra::service_plugin_interface& plugin, std::string token, std::size_t maxBodyDepth,
              SimulatorControls controls = {});
 
-  /// Judges the request by its header alone, so that a refused one costs no reading of its body.
-  ///
-  /// @throws Refusal 400, 401, 404, 405 or 415
+  /// Judges the request by its header alone, so that a refused one costs no reading of its body. Raises a
+  /// `Refusal` 400, 401, 404, 405 or 415.
   Job prepare(const RequestHead& head) const;
 
  private:

@@ -59,8 +59,8 @@ class ServiceObjectBuilder {
   ServiceObject take() { return std::move(m_open.front().elements.front()); }
 
  private:
-  /// A container whose end is not read yet. The elements of an array are put into place at its end, all at
-  /// once.
+  /// A container whose end is not read yet. The elements of an array are put into place at its
+  /// end, all at once.
   struct Open {
     ServiceObject container;
     std::vector<ServiceObject> elements;

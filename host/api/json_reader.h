@@ -8,14 +8,14 @@
 
 namespace host {
 
-/// Reads the JSON text of a request's body. An empty text is the null value.
+/// Reads the JSON text of a request's body, in which arrays and objects may be nested `maxDepth` deep. An
+/// empty text is the null value.
 ///
 /// An integer becomes unsigned without a sign and signed with one, when it fits 64 bits; every other number
 /// is a double.
 ///
-/// @param maxDepth  how deep arrays and objects may be nested
-/// @throws Refusal 400 on text that is no JSON, nested too deep, a number beyond a double, an object with a
-/// repeated key
+/// Raises a `Refusal` 400 on text that is no JSON or nested too deep, a number beyond a double, and an object
+/// with a repeated key.
 ovra::data_transfer::ServiceObject readJson(std::string_view text, std::size_t maxDepth);
 
 }  // namespace host

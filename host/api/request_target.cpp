@@ -40,8 +40,8 @@ std::string decodePercent(std::string_view text) {
   return decoded;
 }
 
-/// The conversion lets halves of surrogate pairs through, which no UTF-8 text may hold: bytes 0xED, 0xA0 to
-/// 0xBF.
+/// The conversion lets halves of surrogate pairs through, which no UTF-8 text may hold: bytes
+/// 0xED, 0xA0 to 0xBF.
 bool holdsSurrogate(const std::string& text) {
   for (std::size_t at = text.find('\xED'); at != std::string::npos; at = text.find('\xED', at + 1)) {
     if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0) return true;

@@ -15,8 +15,8 @@ class ControlArguments {
  public:
   using Value = ovra::data_transfer::ServiceObject;
 
-  /// @param body   an object, or null for no arguments; outlives this
-  /// @param names  the arguments that there may be
+  /// `body` is an object, or null for no arguments, and outlives this; `names` are the arguments that there
+  /// may be in it.
   ControlArguments(const Value& body, const std::vector<std::wstring>& names);
 
   /// As UTF-8.

@@ -32,9 +32,8 @@ class SimulatorControls {
   /// A list of objects with `name` and `arguments`, ordered by name.
   Value describe() const;
 
-  /// @param arguments  an object, or null
-  /// @return what the control tells; null when it tells nothing
-  /// @throws Refusal 400 for wrong arguments, otherwise with the status that fits what the library says
+  /// What the control tells; null when it tells nothing. `arguments` is an object, or null. Raises a
+  /// `Refusal`: 400 for wrong arguments, otherwise with the status that fits what the library says.
   Value run(const std::wstring& name, const Value& arguments) const;
 
  private:

@@ -45,8 +45,8 @@ class ProcessUser {
   std::vector<unsigned char> m_record;
 };
 
-/// Owner, and a protected list of one entry: all access for the owner; a directory hands it on to what is in
-/// it.
+/// Owner, and a protected list of one entry: all access for the owner; a directory hands it on
+/// to what is in it.
 std::wstring describe(OwnerOnly::Kind kind) {
   const std::wstring user = ProcessUser().text();
   const std::wstring inheritance = kind == OwnerOnly::Kind::kDirectory ? L"OICI" : L"";

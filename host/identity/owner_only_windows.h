@@ -19,7 +19,7 @@ class OwnerOnly {
  public:
   enum class Kind { kFile, kDirectory };
 
-  /// @throws std::runtime_error with the system's reason
+  /// Raises `std::runtime_error` with the system's reason.
   explicit OwnerOnly(Kind kind);
 
   /// Valid as long as this is.
@@ -31,9 +31,7 @@ class OwnerOnly {
 };
 
 /// Whether a file's owner and access list let anyone in beside that owner, the user of this process, the
-/// system and the administrators.
-///
-/// @throws std::runtime_error with the system's reason
+/// system and the administrators. Raises `std::runtime_error` with the system's reason.
 bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor);
 
 /// The same of the file `path`, as it is now.

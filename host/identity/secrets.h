@@ -7,9 +7,8 @@ namespace host {
 
 /// What a secret needs of the system; one source a system.
 
-/// Fills `bytes` with what nobody can guess.
-///
-/// @throws std::runtime_error when the system has no randomness to give
+/// Fills `bytes` with what nobody can guess. Raises `std::runtime_error` when the system has no randomness
+/// to give.
 void fillWithRandomBytes(unsigned char* bytes, std::size_t count);
 
 /// Whether the first `count` bytes are the same, in a time that `count` alone decides.

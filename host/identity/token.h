@@ -6,9 +6,8 @@
 
 namespace host {
 
-/// A new secret of 256 random bits, as 64 hexadecimal digits.
-///
-/// @throws std::runtime_error when the system has no randomness to give
+/// A new secret of 256 random bits, as 64 hexadecimal digits. Raises `std::runtime_error` when the system
+/// has no randomness to give.
 std::string makeToken();
 
 /// Whether `text` may serve as a token: 32 to 256 characters that need no encoding in a header or a URL.

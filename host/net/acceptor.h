@@ -13,12 +13,11 @@ namespace host {
 /// Takes clients in, a `Connection` each. Must stay until the I/O threads have ended.
 class Acceptor {
  public:
-  /// Takes the endpoint; clients may connect from now on and wait.
-  ///
-  /// @throws boost::system::system_error when the endpoint cannot be had
+  /// Takes the endpoint; clients may connect from now on and wait. Raises `boost::system::system_error` when
+  /// the endpoint cannot be had.
   Acceptor(boost::asio::io_context& io, const boost::asio::ip::tcp::endpoint& endpoint);
 
-  /// @param state  outlives the connections
+  /// `state` outlives the connections.
   void start(SharedState& state);
 
   /// Gives the endpoint back. Safe from any thread.

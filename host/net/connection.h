@@ -19,7 +19,7 @@ namespace host {
 /// what it waits for.
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
-  /// @param socket  on a strand of its own
+  /// `socket` is on a strand of its own.
   Connection(boost::asio::ip::tcp::socket socket, SharedState& state);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;

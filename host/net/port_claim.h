@@ -6,9 +6,8 @@
 namespace host {
 
 /// Before the socket takes its address: sees to it that no other socket can take the same one meanwhile, and
-/// that one can soon afterwards. Systems differ in what they allow without that; one source a system.
-///
-/// @throws boost::system::system_error
+/// that one can soon afterwards. Systems differ in what they allow without that; one source a system. Raises
+/// `boost::system::system_error` with the system's reason.
 void claimPort(boost::asio::ip::tcp::acceptor& acceptor);
 
 }  // namespace host

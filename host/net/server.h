@@ -17,20 +17,18 @@ namespace host {
 /// The I/O threads, the workers and the acceptor. Belongs to one thread.
 class Server {
  public:
-  /// Takes the address and port; nobody is served yet.
-  ///
-  /// @throws std::runtime_error when they cannot be had
+  /// Takes the address and port; nobody is served yet. Raises `std::runtime_error` when they cannot be had.
   explicit Server(const Options& options);
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
   /// Waits for whatever is under way.
   ~Server();
 
-  /// @param service  outlives the server
+  /// `service` outlives the server.
   void start(const ApiService& service);
 
-  /// Takes no further request and waits for those under way. False when some were still there after the drain
-  /// time.
+  /// Takes no further request and waits for those under way. False when some were still there
+  /// after the drain time.
   bool drain();
 
   /// Of the endpoint, such as "http://127.0.0.1:8080".

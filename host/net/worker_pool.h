@@ -11,7 +11,7 @@ namespace host {
 /// The threads that call the plug-in, whose calls may block for long. Safe from any thread.
 class WorkerPool {
  public:
-  /// @param maxWaiting  how many tasks may wait while all `threads` are busy
+  /// `maxWaiting` tasks may wait while all `threads` are busy.
   WorkerPool(std::size_t threads, std::size_t maxWaiting);
   WorkerPool(const WorkerPool&) = delete;
   WorkerPool& operator=(const WorkerPool&) = delete;

@@ -16,9 +16,8 @@ namespace host {
 /// Failures of the plug-in pass as they are, and their code is the module's.
 class HostedPlugin : private PluginRegistrar {
  public:
-  /// @param module  outlives the plug-in and whatever it raises
-  ///
-  /// @throws std::runtime_error when the module gives no plug-in
+  /// `module` outlives the plug-in and whatever it raises. Raises `std::runtime_error` when the module gives
+  /// no plug-in.
   explicit HostedPlugin(const LoadedModule& module);
   HostedPlugin(const HostedPlugin&) = delete;
   HostedPlugin& operator=(const HostedPlugin&) = delete;
@@ -28,7 +27,7 @@ class HostedPlugin : private PluginRegistrar {
   ovra::service_plugin_interface& plugin() { return *m_plugin; }
   const LoadedModule& module() const { return m_module; }
 
-  /// @throws std::runtime_error when the plug-in says that it is not ready, or raises
+  /// Raises `std::runtime_error` when the plug-in says that it is not ready, or raises itself.
   void initialize();
 
   /// With no request under way. Does something after a successful `initialize` only, and once; a failure of

@@ -8,15 +8,13 @@ namespace host {
 /// A module of this process. Unloaded by the destructor: no object of it may be left then.
 class LoadedModule {
  public:
-  /// @throws std::runtime_error with the system's reason
+  /// Raises `std::runtime_error` with the system's reason.
   explicit LoadedModule(const std::string& path);
   LoadedModule(const LoadedModule&) = delete;
   LoadedModule& operator=(const LoadedModule&) = delete;
   ~LoadedModule();
 
-  /// The export `name` as a `Function`.
-  ///
-  /// @throws std::runtime_error when the module has none
+  /// The export `name` as a `Function`. Raises `std::runtime_error` when the module has none.
   template <class Function>
   Function find(const char* name) const {
     return reinterpret_cast<Function>(findSymbol(name));

@@ -13,8 +13,8 @@ namespace host {
 
 namespace {
 
-/// An absolute path, so that the module is a file like any other, and the libraries beside it are found
-/// first.
+/// An absolute path, so that the module is a file like any other, and the libraries beside it
+/// are found first.
 HMODULE load(const std::string& path) {
   const std::filesystem::path file = std::filesystem::absolute(std::filesystem::u8path(path));
   const HMODULE loaded = ::LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);

@@ -8,9 +8,8 @@ namespace host {
 
 /// What the system says of this process, and how it is left; one source a system.
 
-/// What stands behind the program's name on the command line, as UTF-8.
-///
-/// @param argc, argv  those of the main function
+/// What stands behind the program's name on the command line, as UTF-8. `argc` and `argv` are those of the
+/// main function.
 std::vector<std::string> programArguments(int argc, const char* const* argv);
 
 /// Ends the process without another step of its code: threads may still be under way in it.

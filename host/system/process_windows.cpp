@@ -23,8 +23,8 @@ std::vector<std::string> programArguments(int, const char* const*) {
   return arguments;
 }
 
-/// An ordinary exit would first run the libraries' own ends, with the other threads killed wherever they
-/// were.
+/// An ordinary exit would first run the libraries' own ends, with the other threads killed
+/// wherever they were.
 void leaveProcess(int status) {
   ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(status));
   std::abort();

@@ -15,10 +15,8 @@ class IStopSignal {
   virtual void wait() = 0;
 };
 
-/// Takes the signals of the process in from now on; a second one ends the process at once. One source a
-/// system.
-///
-/// @throws std::runtime_error with the system's reason
+/// Takes the signals of the process in from now on; a second one ends the process at once. One
+/// source a system. Raises `std::runtime_error` with the system's reason.
 std::unique_ptr<IStopSignal> makeStopSignal();
 
 /// They in words for a user, such as "SIGTERM or SIGINT".

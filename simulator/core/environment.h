@@ -8,8 +8,8 @@
 
 namespace simulator {
 
-/// What the environment variables VEXL2_SCENARIO, VEXL2_STATE, VEXL2_CLOCK_SPEED and VEXL2_EVENT_WAIT_CAP
-/// say.
+/// What the environment variables VEXL2_SCENARIO, VEXL2_STATE, VEXL2_CLOCK_SPEED and
+/// VEXL2_EVENT_WAIT_CAP say.
 struct Environment {
   std::string scenarioPath;  ///< empty: the embedded scenario
   std::string statePath;     ///< empty: nothing is kept

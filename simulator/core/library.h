@@ -23,8 +23,8 @@ class Library {
   using Read = std::function<void(const Machine&)>;
   using Change = std::function<void(Machine&)>;
 
-  /// The one that the C operations use. It is never destroyed: a thread may still wait in it when the program
-  /// ends.
+  /// The one that the C operations use. It is never destroyed: a thread may still wait in it
+  /// when the program ends.
   static Library& instance();
 
   explicit Library(Clock clock = Clock());
@@ -53,8 +53,8 @@ class Library {
 
   // Controls; they cannot be made to fail by a fault.
 
-  /// The scenario that `initialize` takes instead of VEXL2_SCENARIO and VEXL2_STATE; taken at once when
-  /// initialised.
+  /// The scenario that `initialize` takes instead of VEXL2_SCENARIO and VEXL2_STATE; taken at once
+  /// when initialised.
   Status loadMachine(Machine machine);
 
   /// Like `change`, also with a stopped clock, but no operation that a fault could reach.

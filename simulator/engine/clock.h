@@ -24,8 +24,8 @@ class Clock {
   /// The machine time since the last call, or since construction.
   std::uint64_t take();
 
-  /// The instant at which the machine time will have moved on by that much; the far future when it stands
-  /// still.
+  /// The instant at which the machine time will have moved on by that much; the far future when
+  /// it stands still.
   Instant whenPassed(std::uint64_t milliseconds) const;
 
   Instant now() const { return m_source(); }

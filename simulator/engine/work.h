@@ -16,8 +16,8 @@ void startRebuild(Machine& machine, Volume& volume, Handle disk);
 void startInitialize(Machine& machine, Volume& volume);
 void startVerify(Machine& machine, Volume& volume, bool fix);
 
-/// Begins the way from the source layout to the volume's present level, strip size and array, and to
-/// `targetSize`.
+/// Begins the way from the source layout to the volume's present level, strip size and
+/// array, and to `targetSize`.
 void startMigration(Machine& machine, Volume& volume, RaidLevel sourceLevel, std::vector<Handle> sourceDisks,
                     std::uint64_t targetSize);
 

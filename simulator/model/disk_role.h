@@ -3,8 +3,8 @@
 
 #include "model/machine.h"
 
-/// What a disk is for and whether it can do it. Nothing of this is stored: it follows from the disk's own
-/// facts.
+/// What a disk is for and whether it can do it. Nothing of this is stored: it follows from the
+/// disk's own facts.
 namespace simulator {
 
 DiskUsage usageOf(const EndDevice& disk);

@@ -15,8 +15,8 @@ std::vector<Handle> handlesOf(const Table<T>& table) {
   return handles;
 }
 
-/// The controller of a scope, or null for the whole system. `controllerScope` is the one other scope of the
-/// kind.
+/// The controller of a scope, or null for the whole system. `controllerScope` is the one other
+/// scope of the kind.
 const Controller* controllerOf(const Machine& machine, VEX_SCOPE_TYPE scope, Handle scopeHandle,
                                VEX_SCOPE_TYPE controllerScope) {
   if (scope == VEX_SCOPE_SYSTEM) {

@@ -11,8 +11,8 @@
 #include "handle.h"
 #include "ServiceObject.h"
 
-/// A set of disks that volumes are made on. Immutable once built, but for the links that the session fills
-/// in.
+/// A set of disks that volumes are made on. Immutable once built, but for the links that the
+/// session fills in.
 class Array {
  public:
   class Builder;

@@ -12,8 +12,8 @@ constexpr char kNotFullyInitialized[] = "Not fully initialized";
 
 /// The one mechanism behind every builder of the model: one flag a field, in the order of the fields, and an
 /// instance under construction. A builder derives from it, has one setter a field and one build step, and
-/// hands out no object with a forgotten field. Setting a field twice is harmless. Builders live on one stack
-/// frame.
+/// hands out no object with a forgotten field. Setting a field twice is harmless. Builders live on
+/// one stack frame.
 ///
 ///     class Disk::Builder : public ModelBuilder<Disk::Builder, Disk, 2> {
 ///      public:

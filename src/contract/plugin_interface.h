@@ -60,11 +60,10 @@ class service_plugin_interface : public plugin_interface {
 
   /// Serves one request. Every failure is a `std::exception`, see service_exceptions.h.
   ///
-  /// @param path        one of the handled paths, exactly
-  /// @param method      a code of http_method.h
-  /// @param segments    the path's segments behind the key, decoded, in order
-  /// @param parameters  the query parameters, decoded
-  /// @param body        the request's body; null when there is none
+  /// - `path` is one of the handled paths, exactly; `method` is a code of http_method.h.
+  /// - `segments` are the path's segments behind the key, decoded, in order.
+  /// - `parameters` are the query parameters, decoded.
+  /// - `body` is the request's body; null when there is none.
   virtual data_transfer::ServiceObject handleRequest(std::wstring path, std::int32_t method,
                                                      std::vector<std::wstring> segments,
                                                      std::map<std::wstring, std::wstring> parameters,

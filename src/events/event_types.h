@@ -16,8 +16,8 @@ enum class DiskEventType : std::int32_t {
   DISK_MISSING = 6,
 };
 
-/// The syncing, reverse sync and recovery types, and `VOLUME_MASTER_DISK_DATA_INVALID`, have texts but no
-/// maker.
+/// The syncing, reverse sync and recovery types, and `VOLUME_MASTER_DISK_DATA_INVALID`, have
+/// texts but no maker.
 enum class VolumeEventType : std::int32_t {
   VOLUME_UNKNOWN = 0,
   VOLUME_ADDED = 1,
@@ -54,8 +54,8 @@ std::wstring toText(EventSeverity severity);
 std::wstring typeName(DiskEventType type);
 std::wstring typeName(VolumeEventType type);
 
-/// What happened, as the end of a sentence that begins with the object. Any other value gives "has unknown
-/// state".
+/// What happened, as the end of a sentence that begins with the object. Any other value gives "has
+/// unknown state".
 std::wstring descriptionText(DiskEventType type);
 std::wstring descriptionText(VolumeEventType type);
 

@@ -8,8 +8,8 @@
 #include "vex_exception.h"
 #include "VEXL2.h"
 
-/// What all kinds of objects have in common when they are read. Every refusal of the library raises
-/// `VexException`.
+/// What all kinds of objects have in common when they are read. Every refusal of the library
+/// raises `VexException`.
 
 /// An enumeration of the library with a scope.
 using ScopedEnumeration = VEX_STATUS (*)(VEX_HANDLE session, VEX_SCOPE_TYPE scope, VEX_HANDLE scopeHandle,

@@ -16,8 +16,8 @@
 #include "VEXL2.h"
 #include "volume.h"
 
-/// Turns library records into model objects. Has no state and calls no library, so it is safe from any
-/// thread.
+/// Turns library records into model objects. Has no state and calls no library, so it is safe
+/// from any thread.
 ///
 /// Related objects keep their handles; the ids that belong to them are empty until the session fills them in.
 /// Text that is not UTF-8 raises `std::range_error`.
@@ -25,8 +25,8 @@ class IVexConverter {
  public:
   virtual ~IVexConverter() = default;
 
-  /// Of `phys`, the first that names the device gives the phy handle and the link speed. The list may hold
-  /// others.
+  /// Of `phys`, the first that names the device gives the phy handle and the link speed. The list
+  /// may hold others.
   virtual EndDevice toEndDevice(const VEX_END_DEVICE_INFO& record,
                                 const std::vector<VEX_PHY_INFO>& phys) const = 0;
   /// `level` is the library's code of the level that the record tells of.

@@ -55,8 +55,8 @@ inline auto inArray(const std::wstring& arrayId) {
   return [&arrayId](const auto& object) { return object.arrayId() == arrayId; };
 }
 
-/// Builds an answer after an action has happened. It must not fail then: whatever it raises gives the null
-/// value.
+/// Builds an answer after an action has happened. It must not fail then: whatever it raises
+/// gives the null value.
 template <class Build>
 ServiceObject answerAfterAction(Build build) {
   try {

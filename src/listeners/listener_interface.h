@@ -14,11 +14,8 @@ class IListener {
   virtual ~IListener() = default;
 
   /// Answers one request; safe from any thread. Every failure is an exception, see service_exceptions.h.
-  ///
-  /// @param method      a code of http_method.h
-  /// @param segments    the path behind the listener's key
-  /// @param parameters  the query parameters
-  /// @param body        null when there is none
+  /// `method` is a code of http_method.h, `segments` the path behind the listener's key; `body` is null when
+  /// there is none.
   virtual ovra::data_transfer::ServiceObject handleRequest(std::int32_t method,
                                                            std::vector<std::wstring> segments,
                                                            std::map<std::wstring, std::wstring> parameters,

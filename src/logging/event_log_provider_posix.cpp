@@ -33,8 +33,8 @@ std::string toUtf8(const std::wstring& text) {
 
 LoggerEventLogProvider::LoggerEventLogProvider() = default;
 
-/// The log keeps a pointer to its ident: it must be closed before the ident goes, at the latest with this
-/// module.
+/// The log keeps a pointer to its ident: it must be closed before the ident goes, at the latest
+/// with this module.
 void LoggerEventLogProvider::report(LogLevel level, const std::wstring& text) {
   const auto ident = wideToUtf8(kEventSourceName);
   const auto message = toUtf8(text);

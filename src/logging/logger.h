@@ -29,8 +29,8 @@ class LoggerException : public std::runtime_error {
   std::int32_t m_code;
 };
 
-/// Takes messages somewhere. Implementations are final and are deleted as what they are, see
-/// `makeLogProvider`.
+/// Takes messages somewhere. Implementations are final and are deleted as what they are,
+/// see `makeLogProvider`.
 class LoggerBaseLogProvider {
  public:
   virtual void report(LogLevel level, const std::wstring& text) = 0;

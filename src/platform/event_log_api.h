@@ -23,8 +23,8 @@ class IEventLogApi {
   /// result is its error number, 0 for success; `key` is set then.
   virtual std::uint32_t createKey(const std::wstring& path, Key& key) = 0;
 
-  /// RegSetValueExW with REG_SZ and the length in bytes as told, and with REG_DWORD. The result is its error
-  /// number.
+  /// RegSetValueExW with REG_SZ and the length in bytes as told, and with REG_DWORD. The result is
+  /// its error number.
   virtual std::uint32_t setText(Key key, const std::wstring& name, const std::wstring& text,
                                 std::uint32_t byteCount) = 0;
   virtual std::uint32_t setNumber(Key key, const std::wstring& name, std::uint32_t number) = 0;

@@ -39,8 +39,8 @@ class mirn_plugin : public ovra::BasePlugin {
  private:
   void addListeners();
 
-  /// 1: the library is open and the session started. Read by every request, written by `initialize` and
-  /// `finish`.
+  /// 1: the library is open and the session started. Read by every request, written by
+  /// `initialize` and `finish`.
   std::atomic<std::int32_t> m_initialized;
   std::map<std::wstring, std::unique_ptr<IListener>> m_listeners;
   MirnSession m_session;  ///< Goes before the listeners, which do not use it in their destructors.

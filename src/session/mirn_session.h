@@ -40,8 +40,8 @@ class MirnSession : public IMirnSession,
   /// Takes the first snapshot and launches the event thread; does nothing if it runs. A failed snapshot is
   /// logged and leaves the picture empty. The library must be initialised.
   void start();
-  /// Ends the event thread and waits for it: one library wait, up to five seconds. Does nothing if it doesn't
-  /// run.
+  /// Ends the event thread and waits for it: one library wait, up to five seconds. Does nothing if
+  /// it doesn't run.
   void stop();
 
   /// Replaces the picture by a new one and records the differences as events. A `MirnException` on the way is

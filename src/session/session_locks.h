@@ -5,8 +5,8 @@
 #include <boost/thread/shared_mutex.hpp>
 #include <cstdint>
 
-/// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else touches the
-/// mutex.
+/// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else
+/// touches the mutex.
 
 /// A waiting writer of this mutex shuts the door on new readers, so that none starves.
 using SessionMutex = boost::shared_mutex;

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// The first of `disks` with this id; 0 for an empty id, and, without complaint, for one that names none of
-/// them.
+/// The first of `disks` with this id; 0 for an empty id, and, without complaint, for one that
+/// names none of them.
 VEX_HANDLE sourceDiskHandle(const std::vector<EndDevice>& disks, const std::wstring& id) {
   if (id.empty()) return 0;
   for (const EndDevice& disk : disks) {

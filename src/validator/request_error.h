@@ -8,8 +8,8 @@
 namespace ovra {
 namespace request_validator {
 
-/// A request that broke the rules of its route: the report of all of them, in UTF-8, under
-/// "INVALID_PARAMETER".
+/// A request that broke the rules of its route: the report of all of them, in UTF-8,
+/// under "INVALID_PARAMETER".
 class RequestError : public std::runtime_error, public ovra::common::IErrorIdException {
  public:
   using std::runtime_error::runtime_error;

@@ -33,15 +33,16 @@ struct ValidatorRule {
   FieldPresence presence;
 };
 
-/// Judges the shape of a request against declared rules, and raises all complaints about one judgement
-/// together.
+/// Judges the shape of a request against declared rules, and raises all complaints about one
+/// judgement together.
 ///
 ///     RequestValidator validator;
-///     validator.addRule({L"name", FieldType::kString, FieldPresence::kRequired});  // or
-///     setExpectNullBody(true) validator.validateBody(body).reset();  // the body's rules must not allow
-///     query parameters validator.validateParameters(parameters);
+///     validator.addRule({L"name", FieldType::kString, FieldPresence::kRequired});
+///     validator.validateBody(body).reset();  // the body's rules must not allow query parameters
+///     validator.validateParameters(parameters);
 ///
-/// Lives on the stack of one handler; of no further use once it has thrown. It knows nothing of storage.
+/// A route that takes no body declares none and says `setExpectNullBody(true)`. Lives on the stack of one
+/// handler; of no further use once it has thrown. It knows nothing of storage.
 class RequestValidator {
  public:
   void addRule(ValidatorRule rule);

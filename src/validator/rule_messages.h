@@ -1,8 +1,8 @@
 #ifndef MIRN_VALIDATOR_RULE_MESSAGES_H
 #define MIRN_VALIDATOR_RULE_MESSAGES_H
 
-/// What the request validator says of a field that breaks a rule. A report sorts its sentences by these
-/// texts.
+/// What the request validator says of a field that breaks a rule. A report sorts its
+/// sentences by these texts.
 
 constexpr wchar_t kRuleNotNull[] = L"not a null type";
 constexpr wchar_t kRuleNotInteger[] = L"not an integer type";

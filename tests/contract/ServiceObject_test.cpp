@@ -23,8 +23,8 @@ constexpr std::int64_t kHighest = std::numeric_limits<std::int64_t>::max();
 /// What `which` tells.
 enum Alternative { kNull, kBoolean, kSigned, kUnsigned, kDouble, kText, kObject, kArray };
 
-// Nothing enters by accident: neither a signed number nor a double by construction, nor a pointer as a
-// boolean.
+// Nothing enters by accident: neither a signed number nor a double by construction, nor a
+// pointer as a boolean.
 static_assert(!std::is_constructible_v<ServiceObject, int>);
 static_assert(!std::is_constructible_v<ServiceObject, std::int64_t>);
 static_assert(!std::is_constructible_v<ServiceObject, double>);

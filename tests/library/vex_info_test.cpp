@@ -475,8 +475,8 @@ TEST_F(VexInfoTest, WholeReadLeavesNoSessionOpenHoweverItEnds) {
 }
 
 TEST_F(VexInfoTest, WholeReadMakesNoCallTwiceThatNobodyAskedFor) {
-  // Two calls an enumeration, one a record: the number of calls grows with the machine and not with its
-  // square.
+  // Two calls an enumeration, one a record: the number of calls grows with the machine and not
+  // with its square.
   const auto callsFor = [this](VEX_HANDLE disks) {
     ScriptedMachine machine;
     machine.addController(kSata, VEX_CONTROLLER_TYPE_SATA, 0);

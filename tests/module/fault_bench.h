@@ -14,8 +14,8 @@
 #include "support/log_lines.h"
 #include "support/machine_settings.h"
 
-/// A loaded module over a tiny machine, whose library fails one call at a time: every call, with every
-/// status.
+/// A loaded module over a tiny machine, whose library fails one call at a time: every call,
+/// with every status.
 class FaultBench : public testing::Test {
  protected:
   using Lines = std::vector<std::string>;

@@ -115,8 +115,8 @@ void live() {
 }
 
 // What stays behind is counted after some rounds, when the process itself has warmed up. The allocator's own
-// count wavers by the remainders of chunks: less than a byte a life is none, since no allocation is that
-// small.
+// count wavers by the remainders of chunks: less than a byte a life is none, since no
+// allocation is that small.
 TEST(ModuleLife, AThousandLivesLeaveNothingBehind) {
   constexpr int kWarmUp = 100;
   constexpr int kLives = 1000;

@@ -8,8 +8,8 @@
 #include "support/body.h"
 #include "VEXL2.h"
 
-/// What the module calls an object of a scripted machine. `kind` is the first word of its `uniqueId`, such as
-/// "disk".
+/// What the module calls an object of a scripted machine. `kind` is the first word of its `uniqueId`,
+/// such as "disk".
 inline std::wstring idOf(const std::string& kind, VEX_HANDLE handle) {
   return idFromUniqueId(kind + "-" + std::to_string(handle));
 }

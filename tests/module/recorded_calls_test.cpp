@@ -1,6 +1,6 @@
 // Every call of the storage library that the module makes in a whole life, byte for byte as
-// recorded_calls.txt has it. The same file is compared on every platform, so what equals it here and there is
-// equal.
+// recorded_calls.txt has it. The same file is compared on every platform, so what equals it here and
+// there is equal.
 //
 // After a wanted change, MIRN_WRITE_RECORDED_CALLS=1 in the environment of this program makes the file anew;
 // look at the difference before committing it.

@@ -30,8 +30,8 @@ Request remove(const std::wstring& path, const Segments& segments);
 
 ovra::data_transfer::ServiceObject serve(ovra::service_plugin_interface& plugin, const Request& request);
 
-/// What a call of the plug-in comes to, as one line: the value it answers, or the failure in the words of
-/// `failureText`.
+/// What a call of the plug-in comes to, as one line: the value it answers, or the failure in the
+/// words of `failureText`.
 std::string outcomeOf(const std::function<ovra::data_transfer::ServiceObject()>& call);
 
 /// Such as `MirnException INVALID_PARAMETER: Duplicated volume name`. `errorId` is "-" where there is none.

@@ -21,8 +21,8 @@ class ServedModule {
 
   std::string outcomeOf(const Request& request) const;
 
-  /// What the module makes of the machine: the lists of arrays and volumes, and of all other objects if
-  /// `whole`.
+  /// What the module makes of the machine: the lists of arrays and volumes, and of all other
+  /// objects if `whole`.
   std::string picture(bool whole) const;
 
   ovra::service_plugin_interface* operator->() const { return m_plugin.get(); }

@@ -57,8 +57,8 @@ ServiceObject fromDisks(const std::vector<VEX_HANDLE>& disks, const char* level)
 
 BodyField journalOn(VEX_HANDLE disk) { return idField("journalingDriveId", idOf("disk", disk)); }
 
-/// Both ways of creation in all that they have in common: `create` is of RAID 0 where `level` does not say
-/// otherwise.
+/// Both ways of creation in all that they have in common: `create` is of RAID 0 where `level` does not
+/// say otherwise.
 template <class Create>
 Requests creationsBy(const std::string& source, const Create& create) {
   Requests requests;

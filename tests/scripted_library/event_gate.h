@@ -12,8 +12,8 @@
 /// `release`. Every operation may be called from any thread.
 class EventGate {
  public:
-  /// The library's side: waits for the next `wake` and returns its status; `VEX_STATUS_TIMEOUT` when
-  /// released.
+  /// The library's side: waits for the next `wake` and returns its status; `VEX_STATUS_TIMEOUT`
+  /// when released.
   VEX_STATUS wait();
 
   /// Ends the wait that goes on, or else the next one, with this status.

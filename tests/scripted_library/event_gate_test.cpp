@@ -10,8 +10,8 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A thread as the storage plug-in has it: waits, looks at what came, and waits again until it is told to
-/// stop.
+/// A thread as the storage plug-in has it: waits, looks at what came, and waits again until
+/// it is told to stop.
 class EventGateTest : public testing::Test {
  protected:
   void TearDown() override {

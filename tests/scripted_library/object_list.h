@@ -26,8 +26,8 @@ class ObjectList {
     return m_records.back();
   }
 
-  /// The record of a handle, to be read or changed in all but its handle; `std::out_of_range` when there is
-  /// none.
+  /// The record of a handle, to be read or changed in all but its handle; `std::out_of_range` when
+  /// there is none.
   Record& at(VEX_HANDLE handle) { return m_records[m_places.at(handle)]; }
   const Record& at(VEX_HANDLE handle) const { return m_records[m_places.at(handle)]; }
 

@@ -70,8 +70,8 @@ class ScriptedLibrary {
   void answer(CallTrigger when, VEX_STATUS status);
   /// Runs before the call is answered; a call with a planned answer runs its hooks too.
   void before(CallTrigger when, Hook hook);
-  /// Changes the machine as part of the call, ahead of what the call returns. Not run when an answer is
-  /// planned.
+  /// Changes the machine as part of the call, ahead of what the call returns. Not run when an
+  /// answer is planned.
   void effect(CallTrigger when, Effect effect);
   /// Some planned answer for a single call has not been given yet.
   bool answersPending() const;

@@ -24,8 +24,8 @@ struct Scope {
 };
 
 /// What the scripted library reports: the raw records, and which of them belong together. A plain value; a
-/// test fills it and changes any record through the lists. Handles are one number space and are chosen by the
-/// test.
+/// test fills it and changes any record through the lists. Handles are one number space and are
+/// chosen by the test.
 class ScriptedMachine {
  public:
   /// An empty machine that has only a version.
@@ -54,8 +54,8 @@ class ScriptedMachine {
   VEX_RAID_INFO& addRaid(VEX_HANDLE handle);
   /// A controller with all its functions; `raid` may be 0.
   VEX_CONTROLLER_INFO& addController(VEX_HANDLE handle, std::uint32_t type, VEX_HANDLE raid);
-  /// A free disk of 1 TB under a controller, with that controller's RAID engine, and its type for a disk
-  /// type.
+  /// A free disk of 1 TB under a controller, with that controller's RAID engine, and its
+  /// type for a disk type.
   VEX_END_DEVICE_INFO& addDisk(VEX_HANDLE handle, VEX_HANDLE controller);
   /// A phy of 6 Gb/s with this device.
   VEX_PHY_INFO& addPhy(VEX_HANDLE handle, VEX_HANDLE endDevice);

@@ -3,8 +3,8 @@
 
 #include <string>
 
-/// Changes the environment of this process, for all that read it from now on. Not safe beside threads that
-/// do.
+/// Changes the environment of this process, for all that read it from now on. Not safe beside
+/// threads that do.
 void setVariable(const std::string& name, const std::string& value);
 void unsetVariable(const std::string& name);
 

@@ -16,14 +16,14 @@ namespace host {
 
 /// A running `mirn-host`. Killed by the destructor when it still runs.
 ///
-///   HostProcess host({"--module", module, "--port", "0", "--token-file", file}, {{"VEXL2_SCENARIO",
-///   scenario}}); ASSERT_TRUE(host.awaitServing()) << host.errors();
+///   HostProcess host({"--module", module, "--port", "0", "--token-file", file},
+///                    {{"VEXL2_SCENARIO", scenario}});
+///   ASSERT_TRUE(host.awaitServing()) << host.errors();
 ///   HttpConnection(host.port()).get("/api/v1/mirn/volumes", host.token());
 ///   EXPECT_EQ(host.stop(), 0);
 class HostProcess {
  public:
-  /// @param arguments    behind the program's name
-  /// @param environment  beside the one of this process
+  /// `arguments` stand behind the program's name; `environment` adds to the one of this process.
   explicit HostProcess(const std::vector<std::string>& arguments,
                        const std::map<std::string, std::string>& environment = {});
   HostProcess(const HostProcess&) = delete;
@@ -44,8 +44,8 @@ class HostProcess {
   /// SIGTERM unless it has exited, then as `awaitExit`.
   int stop();
 
-  /// What the host wrote to standard output and standard error, from its start to its end, which they wait
-  /// for.
+  /// What the host wrote to standard output and standard error, from its start to its end, which
+  /// they wait for.
   std::string output() { return m_output->all(); }
   std::string errors() { return m_errors->all(); }
 

@@ -15,11 +15,13 @@
 ///   deep      depth=N                gives an array nested N deep
 ///   large     size=N                 gives a text of N characters
 ///   not-finite                       gives an array of the doubles that JSON has not
-///   throw     kind=K [id] [message] [status]   raises; the kinds stand in commands.cpp
+///   throw     kind=K [id] [message] [status]
+///                                    raises; the kinds stand in commands.cpp
 ///   block                            comes back once it is released
 ///   await-blocked count=N            comes back once N requests are blocked
-///   await-fifo path=P                comes back once the named pipe P was opened for writing and written to
-///   or closed release                          lets all blocked requests go, and all later ones
+///   await-fifo path=P                comes back once the named pipe P was opened for writing, and written
+///                                    to or closed
+///   release                          lets all blocked requests go, and all later ones
 class Commands {
  public:
   using Parameters = std::map<std::wstring, std::wstring>;

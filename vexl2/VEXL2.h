@@ -1,5 +1,5 @@
-#ifndef MIRN_LIBRARY_VEXL2_H
-#define MIRN_LIBRARY_VEXL2_H
+#ifndef MIRN_VEXL2_VEXL2_H
+#define MIRN_VEXL2_VEXL2_H
 
 /// The interface of the closed storage library VEXL2: fifty operations with C linkage, the records that they
 /// fill and take, and the codes in those records. Valid as C99 and as C++17.

@@ -1,5 +1,5 @@
-#ifndef MIRN_TESTS_HOST_OUTPUT_READER_H
-#define MIRN_TESTS_HOST_OUTPUT_READER_H
+#ifndef MIRN_TESTS_HOST_SERVICE_OUTPUT_READER_H
+#define MIRN_TESTS_HOST_SERVICE_OUTPUT_READER_H
 
 #include <condition_variable>
 #include <mutex>

@@ -50,8 +50,10 @@ X8Disk x8DiskOf(const VEX_END_DEVICE_INFO& record) {
   return record.x8PortB != 0 ? X8Disk::X8_B : X8Disk::UNKNOWN;
 }
 
-/// A phy that names no device when none of the list names this one.
+/// A phy of nothing when none of the list names the device. Handle 0 is no device: the phys that have it
+/// there are free.
 VEX_PHY_INFO phyOf(VEX_HANDLE device, const std::vector<VEX_PHY_INFO>& phys) {
+  if (device == 0) return {};
   const auto found = std::find_if(
       phys.begin(), phys.end(), [device](const VEX_PHY_INFO& phy) { return phy.endDeviceHandle == device; });
   return found != phys.end() ? *found : VEX_PHY_INFO{};

@@ -25,8 +25,8 @@ class IVexConverter {
  public:
   virtual ~IVexConverter() = default;
 
-  /// Of `phys`, the first that names the device gives the phy handle and the link speed. The list
-  /// may hold others.
+  /// Of `phys`, the first that names the device gives the phy handle and the link speed; both are 0 when none
+  /// does, and for a device whose own handle is 0. The list may hold others.
   virtual EndDevice toEndDevice(const VEX_END_DEVICE_INFO& record,
                                 const std::vector<VEX_PHY_INFO>& phys) const = 0;
   /// `level` is the library's code of the level that the record tells of.

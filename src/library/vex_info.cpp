@@ -42,11 +42,14 @@ IVexInfo::ControllerIds idsByController(const std::vector<Controller>& controlle
   return result;
 }
 
-/// The first phy of each device, so that thousands of devices need not walk thousands of phys each.
+/// The first phy of each device, so that thousands of devices need not walk thousands of phys each. A phy
+/// without a device (handle 0) is nobody's.
 class PhyIndex {
  public:
   explicit PhyIndex(const std::vector<VEX_PHY_INFO>& phys) {
-    for (const VEX_PHY_INFO& phy : phys) m_phys.emplace(phy.endDeviceHandle, phy);
+    for (const VEX_PHY_INFO& phy : phys) {
+      if (phy.endDeviceHandle != 0) m_phys.emplace(phy.endDeviceHandle, phy);
+    }
   }
 
   /// One phy, or none.

@@ -551,6 +551,15 @@ TEST(ConvertedEndDevice, HasNoPhyAndAnUnknownSpeedWhenNoneNamesIt) {
   EXPECT_EQ(toText(device.negotiatedLinkSpeed()), L"UNKNOWN");
 }
 
+TEST(ConvertedEndDevice, OfHandle0HasNothingOfAPhyWithoutADevice) {
+  VEX_END_DEVICE_INFO record = deviceRecord();
+  record.endDeviceHandle = 0;
+  const EndDevice device = kConverter.toEndDevice(record, {phyRecord(0x70, 0, 3)});
+  EXPECT_EQ(device.handle(), 0U);
+  EXPECT_EQ(device.phyHandle(), 0U);
+  EXPECT_EQ(toText(device.negotiatedLinkSpeed()), L"UNKNOWN");
+}
+
 TEST(ConvertedDisk, HasItsX8RoleFromPortAFirst) {
   const auto roleOf = [](std::uint32_t portA, std::uint32_t portB) {
     VEX_END_DEVICE_INFO record{};

@@ -293,6 +293,36 @@ TEST_F(VexInfoTest, EndDeviceTakesTheFirstPhyThatNamesIt) {
   EXPECT_EQ(devices[3].negotiatedLinkSpeed(), LinkSpeed::UNKNOWN);
 }
 
+TEST_F(VexInfoTest, PhyWithoutADeviceGivesItsSpeedToNobody) {
+  m_library.change([](ScriptedMachine& machine) {
+    machine.addDisk(0, kSata);
+    machine.phys.at(phyOf(kFree1)).endDeviceHandle = 0;
+    machine.phys.at(phyOf(kFree1)).negotiatedLinkSpeed = VEX_LINK_SPEED_6_GBPS;
+  });
+  open();
+  const auto devices = m_info->getEndDevices(0, 0, "");
+  ASSERT_THAT(handlesOf(devices), testing::IsSupersetOf({0U, VEX_HANDLE{kFree1}}));
+  for (const EndDevice& device : devices) {
+    if (device.handle() != 0 && device.handle() != kFree1) continue;
+    EXPECT_EQ(device.phyHandle(), 0U) << "device " << device.handle();
+    EXPECT_EQ(device.negotiatedLinkSpeed(), LinkSpeed::UNKNOWN) << "device " << device.handle();
+  }
+}
+
+TEST_F(VexInfoTest, ControllerWithoutARaidEngineTakesNoneOfHandle0) {
+  m_library.change([](ScriptedMachine& machine) {
+    machine.addRaid(0);
+    machine.controllers.at(kSata).raidInfoHandle = 0;
+  });
+  open();
+  const auto controllers = m_info->getControllers();
+  ASSERT_EQ(controllers.front().handle(), kSata);
+  EXPECT_EQ(controllers.front().raidHandle(), 0U);
+  const auto raidReads = m_library.callTexts();
+  EXPECT_EQ(std::count(raidReads.begin(), raidReads.end(), "VexGetRaidInfo(1, 0, out)"), 1)
+      << "for the other controller alone";
+}
+
 TEST_F(VexInfoTest, FilterOnEndDevicesReturnsAnEmptyListAfterTheSameCalls) {
   open();
   m_info->getEndDevices(0, 0, "");

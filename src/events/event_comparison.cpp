@@ -1,8 +1,6 @@
 #include "event_comparison.h"
 
-#include <algorithm>
 #include <boost/optional.hpp>
-#include <iterator>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
@@ -28,62 +26,141 @@ class IdIndex {
   std::unordered_map<std::wstring_view, const Object*> m_first;
 };
 
-constexpr boost::none_t kAny = boost::none;
+// What a change of state tells. Every state is spelled out, so that the compiler names the places that a new
+// one concerns. To enter a number that is no state tells nothing.
 
-/// The first row that fits a change of state tells the event.
-struct VolumeChange {
-  VolumeState to;
-  boost::optional<VolumeState> from;
-  VolumeEventType type;
+template <class Type>
+struct Change {
+  Type type;
   EventSeverity severity;
 };
 
-const VolumeChange kVolumeChanges[] = {
-    {VolumeState::NORMAL, VolumeState::INITIALIZING, VolumeEventType::VOLUME_INITIALIZE_COMPLETE,
-     EventSeverity::INFO},
-    {VolumeState::NORMAL, VolumeState::REBUILDING, VolumeEventType::VOLUME_REBUILD_COMPLETE,
-     EventSeverity::INFO},
-    {VolumeState::NORMAL, VolumeState::REBUILDING_ALTERNATE, VolumeEventType::VOLUME_REBUILD_COMPLETE,
-     EventSeverity::INFO},
-    {VolumeState::NORMAL, VolumeState::VERIFYING, VolumeEventType::VOLUME_VERIFY_STOP, EventSeverity::INFO},
-    {VolumeState::NORMAL, VolumeState::VERIFYING_AND_FIXING, VolumeEventType::VOLUME_VERIFY_AND_FIX_STOP,
-     EventSeverity::INFO},
-    {VolumeState::NORMAL, VolumeState::GENERAL_MIGRATION, VolumeEventType::VOLUME_MIGRATION_COMPLETE,
-     EventSeverity::INFO},
-    {VolumeState::NORMAL, VolumeState::LOCKED, VolumeEventType::VOLUME_UNLOCKED, EventSeverity::INFO},
-    {VolumeState::NORMAL, kAny, VolumeEventType::VOLUME_NORMAL, EventSeverity::INFO},
-    {VolumeState::DEGRADED, kAny, VolumeEventType::VOLUME_DEGRADED, EventSeverity::WARNING},
-    {VolumeState::FAILED, kAny, VolumeEventType::VOLUME_FAILED, EventSeverity::ERROR},
-    {VolumeState::INITIALIZING, kAny, VolumeEventType::VOLUME_INITIALIZE_STARTED, EventSeverity::INFO},
-    {VolumeState::REBUILDING, kAny, VolumeEventType::VOLUME_REBUILD_STARTED, EventSeverity::INFO},
-    {VolumeState::REBUILDING_ALTERNATE, kAny, VolumeEventType::VOLUME_REBUILD_STARTED, EventSeverity::INFO},
-    {VolumeState::VERIFYING, kAny, VolumeEventType::VOLUME_VERIFY_STARTED, EventSeverity::INFO},
-    {VolumeState::VERIFYING_AND_FIXING, kAny, VolumeEventType::VOLUME_VERIFY_AND_FIX_STARTED,
-     EventSeverity::INFO},
-    {VolumeState::GENERAL_MIGRATION, kAny, VolumeEventType::VOLUME_MIGRATION_STARTED, EventSeverity::INFO},
-    {VolumeState::LOCKED, kAny, VolumeEventType::VOLUME_LOCKED, EventSeverity::INFO},
-    {VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK, kAny, VolumeEventType::VOLUME_MASTER_DISK_FAILED,
-     EventSeverity::ERROR},
-};
+using VolumeChange = Change<VolumeEventType>;
+using DiskChange = Change<DiskEventType>;
 
-/// The first row whose state was entered or left tells the event.
-struct DiskChange {
-  bool entered;
-  DiskState state;
-  DiskEventType type;
-  EventSeverity severity;
-};
+/// A volume that is normal again: what it was before tells what has ended.
+VolumeEventType backToNormal(VolumeState before) {
+  switch (before) {
+    case VolumeState::INITIALIZING:
+      return VolumeEventType::VOLUME_INITIALIZE_COMPLETE;
+    case VolumeState::REBUILDING:
+    case VolumeState::REBUILDING_ALTERNATE:
+      return VolumeEventType::VOLUME_REBUILD_COMPLETE;
+    case VolumeState::VERIFYING:
+      return VolumeEventType::VOLUME_VERIFY_STOP;
+    case VolumeState::VERIFYING_AND_FIXING:
+      return VolumeEventType::VOLUME_VERIFY_AND_FIX_STOP;
+    case VolumeState::GENERAL_MIGRATION:
+      return VolumeEventType::VOLUME_MIGRATION_COMPLETE;
+    case VolumeState::LOCKED:
+      return VolumeEventType::VOLUME_UNLOCKED;
+    case VolumeState::UNKNOWN:
+    case VolumeState::NORMAL:
+    case VolumeState::DEGRADED:
+    case VolumeState::FAILED:
+    case VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK:
+      return VolumeEventType::VOLUME_NORMAL;
+  }
+  return VolumeEventType::VOLUME_NORMAL;  // from a number that is no state
+}
 
-constexpr bool kEntered = true;
-constexpr bool kLeft = false;
+boost::optional<VolumeChange> changeOf(VolumeState before, VolumeState after) {
+  if (before == after) return boost::none;
+  switch (after) {
+    case VolumeState::NORMAL:
+      return VolumeChange{backToNormal(before), EventSeverity::INFO};
+    case VolumeState::DEGRADED:
+      return VolumeChange{VolumeEventType::VOLUME_DEGRADED, EventSeverity::WARNING};
+    case VolumeState::FAILED:
+      return VolumeChange{VolumeEventType::VOLUME_FAILED, EventSeverity::ERROR};
+    case VolumeState::INITIALIZING:
+      return VolumeChange{VolumeEventType::VOLUME_INITIALIZE_STARTED, EventSeverity::INFO};
+    case VolumeState::REBUILDING:
+    case VolumeState::REBUILDING_ALTERNATE:
+      return VolumeChange{VolumeEventType::VOLUME_REBUILD_STARTED, EventSeverity::INFO};
+    case VolumeState::VERIFYING:
+      return VolumeChange{VolumeEventType::VOLUME_VERIFY_STARTED, EventSeverity::INFO};
+    case VolumeState::VERIFYING_AND_FIXING:
+      return VolumeChange{VolumeEventType::VOLUME_VERIFY_AND_FIX_STARTED, EventSeverity::INFO};
+    case VolumeState::GENERAL_MIGRATION:
+      return VolumeChange{VolumeEventType::VOLUME_MIGRATION_STARTED, EventSeverity::INFO};
+    case VolumeState::LOCKED:
+      return VolumeChange{VolumeEventType::VOLUME_LOCKED, EventSeverity::INFO};
+    case VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK:
+      return VolumeChange{VolumeEventType::VOLUME_MASTER_DISK_FAILED, EventSeverity::ERROR};
+    case VolumeState::UNKNOWN:
+      return boost::none;
+  }
+  return boost::none;
+}
+
+boost::optional<DiskChange> leaving(DiskState before) {
+  switch (before) {
+    case DiskState::LOCKED:
+      return DiskChange{DiskEventType::DISK_UNLOCKED, EventSeverity::INFO};
+    case DiskState::UNKNOWN:
+    case DiskState::OFFLINE:
+    case DiskState::MISSING:
+    case DiskState::FAILED:
+    case DiskState::SMART_EVENT_TRIGGERED:
+    case DiskState::CONFIG_IS_UPREV:
+    case DiskState::NORMAL:
+    case DiskState::MANUAL_OFFLINE:
+    case DiskState::INCOMPATIBLE:
+    case DiskState::UNSUPPORTED:
+      return boost::none;
+  }
+  return boost::none;
+}
 
 /// A missing disk is no more than information: whether it was taken out or broke is not known.
-const DiskChange kDiskChanges[] = {
-    {kLeft, DiskState::LOCKED, DiskEventType::DISK_UNLOCKED, EventSeverity::INFO},
-    {kEntered, DiskState::MISSING, DiskEventType::DISK_MISSING, EventSeverity::INFO},
-    {kEntered, DiskState::SMART_EVENT_TRIGGERED, DiskEventType::DISK_SMART, EventSeverity::WARNING},
-    {kEntered, DiskState::FAILED, DiskEventType::DISK_FAILED, EventSeverity::ERROR},
-};
+boost::optional<DiskChange> entering(DiskState after) {
+  switch (after) {
+    case DiskState::MISSING:
+      return DiskChange{DiskEventType::DISK_MISSING, EventSeverity::INFO};
+    case DiskState::SMART_EVENT_TRIGGERED:
+      return DiskChange{DiskEventType::DISK_SMART, EventSeverity::WARNING};
+    case DiskState::FAILED:
+      return DiskChange{DiskEventType::DISK_FAILED, EventSeverity::ERROR};
+    case DiskState::UNKNOWN:
+    case DiskState::OFFLINE:
+    case DiskState::CONFIG_IS_UPREV:
+    case DiskState::NORMAL:
+    case DiskState::LOCKED:
+    case DiskState::MANUAL_OFFLINE:
+    case DiskState::INCOMPATIBLE:
+    case DiskState::UNSUPPORTED:
+      return boost::none;
+  }
+  return boost::none;
+}
+
+/// One event at most: what was left is told ahead of what was entered.
+boost::optional<DiskChange> changeOf(DiskState before, DiskState after) {
+  if (before == after) return boost::none;
+  const boost::optional<DiskChange> left = leaving(before);
+  return left ? left : entering(after);
+}
+
+/// A device that is already missing when it is first seen is no addition.
+bool isAddition(DiskState state) {
+  switch (state) {
+    case DiskState::MISSING:
+      return false;
+    case DiskState::UNKNOWN:
+    case DiskState::OFFLINE:
+    case DiskState::FAILED:
+    case DiskState::SMART_EVENT_TRIGGERED:
+    case DiskState::CONFIG_IS_UPREV:
+    case DiskState::NORMAL:
+    case DiskState::LOCKED:
+    case DiskState::MANUAL_OFFLINE:
+    case DiskState::INCOMPATIBLE:
+    case DiskState::UNSUPPORTED:
+      return true;
+  }
+  return true;  // a number that is no state
+}
 
 class Recorder {
  public:
@@ -98,21 +175,13 @@ class Recorder {
   }
 
   void addChange(const Volume& before, const Volume& after) {
-    if (before.state() == after.state()) return;
-    const auto row =
-        std::find_if(std::begin(kVolumeChanges), std::end(kVolumeChanges), [&](const auto& change) {
-          return change.to == after.state() && (!change.from || *change.from == before.state());
-        });
-    if (row != std::end(kVolumeChanges)) add(after, row->type, row->severity);
+    if (const auto change = changeOf(before.state(), after.state()))
+      add(after, change->type, change->severity);
   }
 
   void addChange(const EndDevice& before, const EndDevice& after) {
-    const auto row = std::find_if(std::begin(kDiskChanges), std::end(kDiskChanges), [&](const auto& change) {
-      const bool was = before.disk().state == change.state;
-      const bool is = after.disk().state == change.state;
-      return was != is && is == change.entered;
-    });
-    if (row != std::end(kDiskChanges)) add(after, row->type, row->severity);
+    const auto change = changeOf(before.disk().state, after.disk().state);
+    if (change) add(after, change->type, change->severity);
   }
 
  private:
@@ -123,8 +192,6 @@ class Recorder {
 bool isRemovalWorthAnEvent(const EndDevice& device) {
   return device.disk().type != DiskType::UNKNOWN || device.disk().usage != DiskUsage::ARRAY_MEMBER;
 }
-
-bool isAdditionWorthAnEvent(const EndDevice& device) { return device.disk().state != DiskState::MISSING; }
 
 }  // namespace
 
@@ -157,7 +224,7 @@ void compareEndDevices(const std::vector<EndDevice>& oldDevices, const std::vect
   for (const auto& device : newDevices) {
     if (const auto* before = oldById.find(device.id())) {
       recorder.addChange(*before, device);
-    } else if (isAdditionWorthAnEvent(device)) {
+    } else if (isAddition(device.disk().state)) {
       recorder.add(device, DiskEventType::DISK_ADDED);
     }
   }

@@ -2,6 +2,9 @@
 
 #include "mirn_session.h"
 
+// What a state means is spelled out for every state, so that the compiler names the places that a new one
+// concerns. Numbers that are no state fall through to the end.
+
 namespace {
 
 /// What one object says of the whole; the worst word counts, and FAILED ends the search.
@@ -13,9 +16,17 @@ ServiceState verdictOf(const Volume& volume) {
     case VolumeState::UNKNOWN:
     case VolumeState::DEGRADED:
       return ServiceState::WARNING;
-    default:
+    case VolumeState::NORMAL:
+    case VolumeState::INITIALIZING:
+    case VolumeState::REBUILDING:
+    case VolumeState::VERIFYING:
+    case VolumeState::VERIFYING_AND_FIXING:
+    case VolumeState::GENERAL_MIGRATION:
+    case VolumeState::LOCKED:
+    case VolumeState::REBUILDING_ALTERNATE:
       return ServiceState::NORMAL;
   }
+  return ServiceState::NORMAL;  // a number that is no state
 }
 
 /// An offline disk of an array counts as healthy here, and a failed one is a warning: its volume has the say.
@@ -32,9 +43,15 @@ ServiceState verdictOf(const EndDevice& device) {
     case DiskState::FAILED:
       return usage == DiskUsage::UNKNOWN || usage == DiskUsage::PASS_THROUGH ? ServiceState::FAILED
                                                                              : ServiceState::WARNING;
-    default:
+    case DiskState::MISSING:
+    case DiskState::SMART_EVENT_TRIGGERED:
+    case DiskState::CONFIG_IS_UPREV:
+    case DiskState::MANUAL_OFFLINE:
+    case DiskState::INCOMPATIBLE:
+    case DiskState::UNSUPPORTED:
       return ServiceState::WARNING;
   }
+  return ServiceState::WARNING;  // a number that is no state
 }
 
 /// Adds the objects' verdicts to `state`.
@@ -50,16 +67,22 @@ ServiceState judged(ServiceState state, const std::vector<Object>& objects) {
 
 bool isInProgress(const Volume& volume) {
   switch (volume.state()) {
-    // The second state that reads "REBUILDING" is no operation of its own.
     case VolumeState::REBUILDING:
     case VolumeState::INITIALIZING:
     case VolumeState::VERIFYING:
     case VolumeState::VERIFYING_AND_FIXING:
     case VolumeState::GENERAL_MIGRATION:
       return true;
-    default:
+    case VolumeState::UNKNOWN:
+    case VolumeState::NORMAL:
+    case VolumeState::DEGRADED:
+    case VolumeState::FAILED:
+    case VolumeState::LOCKED:
+    case VolumeState::REBUILDING_ALTERNATE:  // reads "REBUILDING", and is no operation of its own
+    case VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK:
       return false;
   }
+  return false;  // a number that is no state
 }
 
 }  // namespace

@@ -1,10 +1,15 @@
 #include "event_journal.h"
 
 #include <boost/thread/lock_types.hpp>
+#include <boost/thread/thread.hpp>
 #include <limits>
 #include <utility>
 
 namespace {
+
+/// A host may interrupt its own threads, by way of Boost.Thread. That is no affair of the journal, whose
+/// mutex would not survive an exception out of its waits.
+using Uninterrupted = boost::this_thread::disable_interruption;
 
 constexpr std::uint64_t kMaxEvents = 1000;
 
@@ -28,6 +33,7 @@ EventJournal::EventJournal(TickClock clock) : m_clock(std::move(clock)), m_maxEv
 
 void EventJournal::add(Event event) {
   if (!event) return;
+  const Uninterrupted wait;
   const boost::unique_lock<boost::shared_mutex> lock(m_mutex);
   event->m_creationTime = m_clock();
   m_events.push_front(std::move(event));
@@ -36,6 +42,7 @@ void EventJournal::add(Event event) {
 
 std::vector<EventJournal::Event> EventJournal::getRecent(std::uint64_t seconds) const {
   const auto limit = before(m_clock(), seconds);
+  const Uninterrupted wait;
   const boost::shared_lock<boost::shared_mutex> lock(m_mutex);
   std::vector<Event> recent;
   for (const auto& event : m_events) {

@@ -5,8 +5,11 @@
 #include <boost/thread/shared_mutex.hpp>
 #include <cstdint>
 
-/// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else
-/// touches the mutex.
+/// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else touches the
+/// mutex.
+///
+/// None of the waits is an interruption point of Boost.Thread: a host may interrupt its own threads, and the
+/// mutex would keep the mark of a writer that was thrown out of its wait. The interruption stays pending.
 
 /// A waiting writer of this mutex shuts the door on new readers, so that none starves.
 using SessionMutex = boost::shared_mutex;
@@ -19,7 +22,13 @@ using UniqueOwnership = boost::unique_lock<SessionMutex>;
 using UpgradeOwnership = boost::upgrade_lock<SessionMutex>;
 /// Steps up from upgrade to exclusive ownership, waiting without limit for readers to leave; steps down at
 /// its end.
-using ExclusiveStep = boost::upgrade_to_unique_lock<SessionMutex>;
+class ExclusiveStep {
+ public:
+  explicit ExclusiveStep(UpgradeOwnership& ownership);
+
+ private:
+  boost::upgrade_to_unique_lock<SessionMutex> m_exclusive;
+};
 
 /// Each waits at most `seconds` and then raises `MirnException` with "Mirn_OPERATION_FAILED" and
 /// "Timeout on access to protected resource"; nothing has changed then.

@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <boost/thread/latch.hpp>
+#include <boost/thread/thread.hpp>
+#include <functional>
+#include <future>
 #include <set>
 #include <thread>
 #include <vector>
@@ -47,6 +51,65 @@ TEST(JournalThreads, AddEventsOneByOneWhileOthersRead) {
 
   EXPECT_EQ(journal.getRecent(kForever).size(), 1000u);
 }
+
+/// The journal while one thread is in the midst of adding an event.
+class BusyJournal : public testing::TestWithParam<std::function<void(EventJournal&)>> {
+ protected:
+  BusyJournal() {
+    m_adder = std::thread([this] { m_journal.add(someEvent()); });
+    m_adding.get_future().wait();
+  }
+
+  ~BusyJournal() override {
+    if (m_adder.joinable()) letGo();
+  }
+
+  void letGo() {
+    m_goOn.set_value();
+    m_adder.join();
+  }
+
+ private:
+  std::int64_t now() {
+    if (!m_held.exchange(true)) {
+      m_adding.set_value();
+      m_goOn.get_future().wait();
+    }
+    return 0;
+  }
+
+  std::atomic<bool> m_held{false};
+  std::promise<void> m_adding;
+  std::promise<void> m_goOn;
+  std::thread m_adder;
+
+ protected:
+  EventJournal m_journal{[this] { return now(); }};
+};
+
+TEST_P(BusyJournal, IsWaitedForByAThreadThatItsHostInterrupts) {
+  boost::latch begun(1);
+  boost::thread host([&] {
+    {
+      const boost::this_thread::disable_interruption ahead;
+      while (!boost::this_thread::interruption_requested()) std::this_thread::yield();
+      begun.count_down();
+    }
+    EXPECT_NO_THROW(GetParam()(m_journal));
+    EXPECT_THROW(boost::this_thread::interruption_point(), boost::thread_interrupted);
+  });
+  host.interrupt();
+  begun.wait();
+  for (int turn = 0; turn < 1000; ++turn) std::this_thread::yield();
+  letGo();
+  host.join();
+  m_journal.add(someEvent());
+  EXPECT_GE(m_journal.getRecent(kForever).size(), 2u) << "the journal goes on";
+}
+
+INSTANTIATE_TEST_SUITE_P(Uses, BusyJournal,
+                         testing::Values([](EventJournal& journal) { journal.add(someEvent()); },
+                                         [](EventJournal& journal) { journal.getRecent(kForever); }));
 
 TEST(JournalThreads, FindTheOneJournalAtItsFirstUse) {
   std::vector<EventJournal*> found(4);

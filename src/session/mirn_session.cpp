@@ -61,11 +61,20 @@ MirnSession::~MirnSession() { stop(); }
 
 void MirnSession::start() {
   if (m_running) return;
-  m_lockTimeout = kLockTimeout;
+  m_lockTimeout = lockTimeout();
   loadFirstSnapshot();
   m_running = true;
-  m_eventThread = std::thread(&MirnSession::eventLoop, this);
+  try {
+    m_eventThread = launchEventThread();
+  } catch (...) {
+    m_running = false;
+    throw;
+  }
 }
+
+std::thread MirnSession::launchEventThread() { return std::thread(&MirnSession::eventLoop, this); }
+
+std::int64_t MirnSession::lockTimeout() const { return kLockTimeout; }
 
 void MirnSession::stop() {
   m_running = false;
@@ -74,6 +83,7 @@ void MirnSession::stop() {
 
 void MirnSession::loadFirstSnapshot() {
   const UniqueOwnership ownership = acquireUnique(m_mutex, m_lockTimeout);
+  m_snapshot = {};
   try {
     m_snapshot = takeSnapshot();
   } catch (const MirnException& error) {

@@ -37,8 +37,11 @@ class MirnSession : public IMirnSession,
   MirnSession(const MirnSession&) = delete;
   MirnSession& operator=(const MirnSession&) = delete;
 
-  /// Takes the first snapshot and launches the event thread; does nothing if it runs. A failed snapshot is
-  /// logged and leaves the picture empty. The library must be initialised.
+  /// Begins with an empty picture, takes the first snapshot and launches the event thread; does nothing if it
+  /// runs. A failed snapshot is logged and leaves the picture empty. What else goes wrong is raised, and
+  /// start can be tried again: `MirnException` when the lock is not had in time, with the picture as it was;
+  /// `std::system_error` when no thread can be launched; `VexException` as from `takeSnapshot`. The library
+  /// must be initialised. Not for two threads at once, nor beside `stop`.
   void start();
   /// Ends the event thread and waits for it: one library wait, up to five seconds. Does nothing if
   /// it doesn't run.
@@ -121,6 +124,10 @@ class MirnSession : public IMirnSession,
  protected:
   /// The body of the event thread.
   void eventLoop();
+  /// The event thread, running.
+  virtual std::thread launchEventThread();
+  /// What `start` sets `m_lockTimeout` to.
+  virtual std::int64_t lockTimeout() const;
 
  private:
   using LibraryCall = std::function<VEX_STATUS()>;
@@ -150,14 +157,14 @@ class MirnSession : public IMirnSession,
   // Guarded by m_mutex.
   MirnSnapshot m_snapshot;
 
-  // Written by the thread that starts and stops; read by the event thread.
+  // Written by the thread that starts and stops, read by the event thread. Not set by a start that failed.
   std::atomic<bool> m_running{false};
   std::thread m_eventThread;
 
   SessionMutex m_mutex;
 
  protected:
-  std::int64_t m_lockTimeout = 0;  ///< Seconds; constant once `start` has set it.
+  std::atomic<std::int64_t> m_lockTimeout{0};  ///< Seconds; set by each start while others may read.
 
  private:
   std::int64_t m_locateTimeout = kLocateTimeoutDefault;  ///< Seconds; constant after construction.

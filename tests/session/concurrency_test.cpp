@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <boost/thread/latch.hpp>
+#include <boost/thread/thread.hpp>
 
 #include "support/action_cases.h"
 #include "support/by_name.h"
@@ -131,6 +132,74 @@ TEST_F(SessionConcurrency, ReadersSeeOnePictureOrTheOther) {
   reading = false;
   for (std::thread& reader : readers) reader.join();
   EXPECT_EQ(m_events.take().size(), 80u) << "every exchange was recorded";
+}
+
+TEST_F(SessionConcurrency, ReadersSeeNothingOfARestart) {
+  constexpr int kReaders = 3;
+  m_session.start();
+  m_library.recordCalls(false);
+  std::atomic<bool> reading{true};
+  boost::latch allReading(kReaders);
+  std::vector<std::thread> readers;
+  readers.reserve(kReaders);
+  for (int i = 0; i < kReaders; ++i) {
+    readers.emplace_back([&] {
+      for (bool first = true; reading; first = false) {
+        EXPECT_EQ(m_session.getVolumes().size(), 2u);
+        if (first) allReading.count_down();
+      }
+    });
+  }
+  allReading.wait();
+  for (int life = 0; life < 20; ++life) {
+    m_library.events().release();
+    m_session.stop();
+    m_library.events().reset();
+    m_session.start();
+  }
+  reading = false;
+  for (std::thread& reader : readers) reader.join();
+  EXPECT_THAT(m_log.take(), IsEmpty());
+}
+
+// Host threads that are interrupted
+
+/// Runs `use` on a thread of Boost that has been interrupted and has not noticed yet, and still has not when
+/// `use` ends.
+template <class Use>
+void onAnInterruptedThread(Use use) {
+  boost::latch interrupted(1);
+  boost::thread host([&] {
+    {
+      const boost::this_thread::disable_interruption wait;
+      interrupted.wait();
+    }
+    EXPECT_NO_THROW(use());
+    EXPECT_THROW(boost::this_thread::interruption_point(), boost::thread_interrupted);
+  });
+  host.interrupt();
+  interrupted.count_down();
+  host.join();
+}
+
+TEST_F(SessionConcurrency, AnInterruptedThreadIsServedLikeAnyOther) {
+  setData(VEX_VOLUME_STATE_DEGRADED);
+  onAnInterruptedThread([this] {
+    m_session.rescan();
+    EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
+  });
+  EXPECT_EQ(stateOfData(), VolumeState::DEGRADED);
+}
+
+TEST_F(SessionConcurrency, AnInterruptedThreadTimesOutLikeAnyOther) {
+  during("VexSessionOpen", [this] {
+    onAnInterruptedThread([this] {
+      EXPECT_THAT(failuresOfAllReads(), Each(kLockTimeout));
+      EXPECT_EQ(failureOf([this] { m_session.rescan(); }), kLockTimeout);
+    });
+  });
+  m_session.rescan();
+  EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
 }
 
 // Actions

@@ -105,6 +105,68 @@ TEST_F(EventMonitor, AFailedFirstPictureIsFilledByTheNextActionToo) {
   EXPECT_EQ(m_events.take().size(), 9u);
 }
 
+TEST_F(EventMonitor, ARestartWhosePictureFailsServesAnEmptyOne) {
+  started();
+  ASSERT_EQ(m_session.getVolumes().size(), 2u);
+  stopped();
+  m_library.events().reset();
+  m_library.answer(onCall("VexSessionOpen"), VEX_STATUS_NO_SESSION_LEFT);
+  started();
+  EXPECT_THAT(m_log.take(), ElementsAre(kOpenFailed));
+  EXPECT_THAT(m_session.getVolumes(), IsEmpty());
+  EXPECT_THAT(m_session.getControllers(), IsEmpty());
+  EXPECT_EQ(failureOf([this] { m_session.getVersion(); }).text, "Version is not available yet");
+  EXPECT_THAT(m_events.take(), IsEmpty());
+
+  afterWake();
+  EXPECT_EQ(m_session.getVolumes().size(), 2u);
+  EXPECT_EQ(m_events.take().size(), 9u) << "everything is new again";
+}
+
+TEST_F(EventMonitor, ARestartWhosePictureCannotBeClosedServesAnEmptyOne) {
+  started();
+  stopped();
+  m_library.events().reset();
+  m_library.answer(onCall("VexSessionClose"), VEX_STATUS_FAILED);
+  EXPECT_THROW(m_session.start(), VexException);
+  EXPECT_THAT(m_session.getVolumes(), IsEmpty());
+}
+
+TEST_F(EventMonitor, AStartWithoutAThreadToBeHadSaysSoAndCanBeTriedAgain) {
+  m_session.runOutOfThreadsOnce();
+  try {
+    m_session.start();
+    FAIL() << "no failure";
+  } catch (const std::system_error& failure) {
+    EXPECT_EQ(failure.code(), std::errc::resource_unavailable_try_again);
+  }
+  EXPECT_EQ(picturesTaken(), 1u);
+  m_session.stop();
+  EXPECT_THAT(eventCalls(), IsEmpty());
+
+  started();
+  EXPECT_EQ(picturesTaken(), 2u);
+  degradeData();
+  afterWake();
+  EXPECT_EQ(stateOfData(), VolumeState::DEGRADED);
+}
+
+TEST_F(EventMonitor, AStartThatDoesNotGetTheLockInTimeSaysSoAndCanBeTriedAgain) {
+  givenPicture();
+  m_session.startWithPatience(0);
+  m_library.before(onCall("VexRescan"), [this](const ScriptedCall&) {
+    onAnotherThread([this] { EXPECT_EQ(failureOf([this] { m_session.start(); }), kLockTimeout); });
+    EXPECT_EQ(m_session.getVolumes().size(), 2u) << "the picture stays";
+  });
+  m_session.rescan();
+  EXPECT_EQ(picturesTaken(), 1u) << "that of the action";
+  EXPECT_THAT(eventCalls(), IsEmpty()) << "no thread";
+  EXPECT_THAT(m_log.take(), IsEmpty());
+
+  started();
+  EXPECT_EQ(picturesTaken(), 2u);
+}
+
 TEST_F(EventMonitor, ARefusedCloseLeavesStartAsItIs) {
   m_library.answer(onCall("VexSessionClose"), VEX_STATUS_FAILED);
   EXPECT_THROW(m_session.start(), VexException);

@@ -5,9 +5,12 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "mirn_session.h"
@@ -17,12 +20,32 @@
 #include "support/machine_settings.h"
 #include "support/new_events.h"
 
-/// A session whose patience with its own lock a test can end.
+/// A session whose patience with its own lock a test can end, and on whose machine threads can run out.
 class ImpatientSession : public MirnSession {
  public:
   /// Once `start` is done, which sets the limit to 30 seconds. Ahead of it the limit is 0.
   void waitNoLongerThan(std::int64_t seconds) { m_lockTimeout = seconds; }
   std::int64_t longestWait() const { return m_lockTimeout; }
+
+  /// The limit that every `start` from now on sets instead.
+  void startWithPatience(std::int64_t seconds) { m_patience = seconds; }
+
+  /// The next `start` finds that no thread can be launched.
+  void runOutOfThreadsOnce() { m_noThreadLeft = true; }
+
+ protected:
+  std::int64_t lockTimeout() const override { return m_patience.value_or(MirnSession::lockTimeout()); }
+
+  std::thread launchEventThread() override {
+    if (std::exchange(m_noThreadLeft, false)) {
+      throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    }
+    return MirnSession::launchEventThread();
+  }
+
+ private:
+  std::optional<std::int64_t> m_patience;
+  bool m_noThreadLeft = false;
 };
 
 /// Runs `use` on another thread, to its end: what it does while this thread is inside the session is done

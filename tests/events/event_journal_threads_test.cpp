@@ -100,7 +100,7 @@ TEST_P(BusyJournal, IsWaitedForByAThreadThatItsHostInterrupts) {
   });
   host.interrupt();
   begun.wait();
-  for (int turn = 0; turn < 1000; ++turn) std::this_thread::yield();
+  for (int turn = 0; turn < 50; ++turn) std::this_thread::yield();
   letGo();
   host.join();
   m_journal.add(someEvent());

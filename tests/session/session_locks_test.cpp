@@ -159,7 +159,7 @@ class AnInterruptedWait : public SessionLocks, public testing::WithParamInterfac
   /// A wait of writers shows. One of readers doesn't: it gets the time that it needs, most often.
   void letItWait() {
     if (!GetParam().shutsTheDoor) {
-      for (int turn = 0; turn < 1000; ++turn) std::this_thread::yield();
+      for (int turn = 0; turn < 50; ++turn) std::this_thread::yield();
       return;
     }
     while (m_mutex.try_lock_shared()) {

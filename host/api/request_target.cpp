@@ -40,22 +40,13 @@ std::string decodePercent(std::string_view text) {
   return decoded;
 }
 
-/// The conversion lets halves of surrogate pairs through, which no UTF-8 text may hold: bytes
-/// 0xED, 0xA0 to 0xBF.
-bool holdsSurrogate(const std::string& text) {
-  for (std::size_t at = text.find('\xED'); at != std::string::npos; at = text.find('\xED', at + 1)) {
-    if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0) return true;
-  }
-  return false;
-}
-
 std::wstring decode(std::string_view text) {
   const std::string decoded = decodePercent(text);
   try {
-    if (!holdsSurrogate(decoded)) return utf8ToWide(decoded);
+    return utf8ToWide(decoded);
   } catch (const std::range_error&) {
+    throw Refusal(kBadRequest, "The request target is not UTF-8");
   }
-  throw Refusal(kBadRequest, "The request target is not UTF-8");
 }
 
 std::vector<std::wstring> parsePath(std::string_view path) {

@@ -8,10 +8,21 @@ namespace {
 
 using Facet = std::codecvt_utf8_utf16<wchar_t, 0x10FFFF>;
 
+std::range_error badConversion() { return std::range_error("bad conversion"); }
+
 /// A text is converted whole or not at all: a sequence that ends too early is as bad as a wrong one.
 template <class From>
 void requireWhole(std::codecvt_base::result result, const From* converted, const From* end) {
-  if (result != std::codecvt_base::ok || converted != end) throw std::range_error("bad conversion");
+  if (result != std::codecvt_base::ok || converted != end) throw badConversion();
+}
+
+/// The facet lets encoded halves of surrogate pairs through, which no UTF-8 text may hold: bytes 0xED, 0xA0
+/// to 0xBF. The first of them begins no other sequence and goes on none.
+bool holdsSurrogate(const std::string& utf8) {
+  for (std::size_t at = utf8.find('\xED'); at != std::string::npos; at = utf8.find('\xED', at + 1)) {
+    if (at + 1 < utf8.size() && static_cast<unsigned char>(utf8[at + 1]) >= 0xA0) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -32,6 +43,7 @@ std::string wideToUtf8(const std::wstring& text) {
 
 std::wstring utf8ToWide(const std::string& text) {
   if (text.empty()) return {};
+  if (holdsSurrogate(text)) throw badConversion();
   const Facet facet;
   std::mbstate_t state{};
   std::wstring result(text.size(), L'\0');  // no code takes more units than bytes

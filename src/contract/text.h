@@ -6,8 +6,8 @@
 
 /// Wide text holds UTF-16 code units on every platform: in `wchar_t` of 16 bits (Windows) or of 32
 /// (elsewhere). Both conversions go through UTF-8 to UTF-16 with the maximum code 0x10FFFF, keep embedded
-/// NULs, and raise `std::range_error` with "bad conversion" for text that cannot be converted. They are safe
-/// from any thread.
+/// NULs, and raise `std::range_error` with "bad conversion" for text that cannot be converted: half of a
+/// surrogate pair, on either side, is such a text. They are safe from any thread.
 
 std::string wideToUtf8(const std::wstring& text);
 std::wstring utf8ToWide(const std::string& text);

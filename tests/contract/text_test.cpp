@@ -27,6 +27,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Pair{"Empty", "", L""}, Pair{"Ascii", "mirn/volumes", L"mirn/volumes"},
                     Pair{"TwoBytes", "\xC3\xBC", L"\x00FC"}, Pair{"ThreeBytes", "\xE2\x82\xAC", L"\x20AC"},
                     Pair{"AboveThePlane", "\xF0\x9F\x92\xBE", std::wstring{wchar_t(0xD83D), wchar_t(0xDCBE)}},
+                    Pair{"FirstAboveThePlane", "\xF0\x90\x80\x80",
+                         std::wstring{wchar_t(0xD800), wchar_t(0xDC00)}},
+                    Pair{"LastBelowTheSurrogates", "\xED\x9F\xBF", L"\xD7FF"},
+                    Pair{"FirstBehindTheSurrogates", "\xEE\x80\x80", L"\xE000"},
                     Pair{"LastCode", "\xF4\x8F\xBF\xBF", std::wstring{wchar_t(0xDBFF), wchar_t(0xDFFF)}},
                     Pair{"EmbeddedNul", std::string("a\0b", 3), std::wstring(L"a\0b", 3)}),
     ByName());
@@ -47,8 +51,22 @@ TEST_P(BadUtf8, IsRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Text, BadUtf8,
-                         testing::Values("\xFF", "\xC3", "a\xE2\x82", "\xC0\x80", "\xF4\x90\x80\x80",
-                                         "\x80"));
+                         testing::Values("\xFF", "\xC3", "a\xE2\x82", "\xC0\x80", "\xF4\x90\x80\x80", "\x80",
+                                         "\xED"));
+
+/// Each half of a surrogate pair, as it would be encoded by itself.
+class EncodedSurrogates : public testing::TestWithParam<std::string> {};
+
+TEST_P(EncodedSurrogates, AreRefusedWhereverTheyStand) {
+  expectBadConversion([] { utf8ToWide(GetParam()); });
+  expectBadConversion([] { utf8ToWide("a" + GetParam()); });
+  expectBadConversion([] { utf8ToWide(GetParam() + "a"); });
+  expectBadConversion([] { utf8ToWide("\xED\x9F\xBF" + GetParam()); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Text, EncodedSurrogates,
+                         testing::Values("\xED\xA0\x80", "\xED\xAF\xBF", "\xED\xB0\x80", "\xED\xBF\xBF",
+                                         "\xED\xA0\xBD\xED\xB2\xBE"));
 
 class BadWide : public testing::TestWithParam<std::wstring> {};
 
@@ -57,8 +75,11 @@ TEST_P(BadWide, IsRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Text, BadWide,
-                         testing::Values(std::wstring{wchar_t(0xDC00)}, std::wstring{L'a', wchar_t(0xD800)},
-                                         std::wstring{wchar_t(0xD800), L'a'}));
+                         testing::Values(std::wstring{wchar_t(0xDC00)}, std::wstring{wchar_t(0xD800)},
+                                         std::wstring{L'a', wchar_t(0xD800)},
+                                         std::wstring{wchar_t(0xD800), L'a'},
+                                         std::wstring{wchar_t(0xDBFF), wchar_t(0xDBFF)},
+                                         std::wstring{wchar_t(0xDCBE), wchar_t(0xD83D)}));
 
 TEST(Text, AWideCodeBeyondUtf16IsNotCutShort) {
   if (sizeof(wchar_t) == 2) GTEST_SKIP() << "no such code fits";

@@ -60,6 +60,8 @@ TEST(WideFromNarrow, DecodesUtf8IntoCodeUnits) {
 TEST(WideFromNarrow, RefusesWhatIsNotUtf8) {
   EXPECT_THROW(wideFromNarrow("\xFF"), std::range_error);
   EXPECT_THROW(idFromUniqueId("\xC3"), std::range_error);
+  EXPECT_THROW(wideFromNarrow("\xED\xA0\x80"), std::range_error);
+  EXPECT_THROW(idFromUniqueId("\xED\xBF\xBF"), std::range_error);
 }
 
 TEST(Address, WritesItsBytesLowestFirst) {

@@ -85,9 +85,11 @@ TEST(ConvertedObjects, NameNoRelatedObjectYet) {
 }
 
 TEST(ConvertedObjects, RefuseTextThatIsNotUtf8) {
-  VEX_ARRAY_INFO record{};
-  put(record.name, "\xFF");
-  EXPECT_THROW(kConverter.toArray(record), std::range_error);
+  for (const char* text : {"\xFF", "\xED\xA0\x80"}) {
+    VEX_ARRAY_INFO record{};
+    put(record.name, text);
+    EXPECT_THROW(kConverter.toArray(record), std::range_error);
+  }
 }
 
 TEST(ConvertedArray, HoldsEveryField) {

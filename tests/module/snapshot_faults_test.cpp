@@ -166,6 +166,22 @@ TEST_F(FaultsAfterTheStart, AFailedRefreshKeepsTheOldPictureUntilTheNextEvent) {
   EXPECT_EQ(faults(), reads * kLastStatus);
 }
 
+TEST_F(FaultsAfterTheStart, TextThatIsNotUtf8KeepsTheOldPictureUntilItIsMended) {
+  const std::string before = nextName();
+  freshMachine(before);
+  ServedModule served(module);
+  served.start();
+  for (const char* text : {"\xFF", "Arr\xED\xA0\x80", "\xED\xBF\xBF", "\xED\xA0\xBD\xED\xB2\xBE"}) {
+    wakeWith(text);
+    EXPECT_THAT(log.take(), ElementsAre(warning(kReadFailed)));
+    EXPECT_EQ(library.openSessions(), 0u);
+    expectPicture(served, before, false);
+  }
+  const std::string last = nextName();
+  wakeWith(last);
+  expectPicture(served, last, true);
+}
+
 TEST_F(FaultsAfterTheStart, AnEventWaitThatFailsIsFollowedByAnotherAndOnlyATimeoutRenewsThePicture) {
   std::string name = nextName();
   freshMachine(name);

@@ -223,9 +223,12 @@ struct TextCase {
 class TextOfTheLibrary : public TakingASnapshot, public testing::WithParamInterface<TextCase> {};
 
 TEST_P(TextOfTheLibrary, ThatIsNotUtf8FailsTheSnapshot) {
-  m_library.change([](ScriptedMachine& machine) { GetParam().set(machine, "Data\xFF"); });
-  EXPECT_EQ(failureOf([this] { m_session.takeSnapshot(); }), (Failure{"Mirn_OPERATION_FAILED", kReadFailed}));
-  EXPECT_EQ(m_library.openSessions(), 0u);
+  for (const char* text : {"Data\xFF", "Data\xED\xA0\x80", "\xED\xBF\xBF"}) {
+    m_library.change([text](ScriptedMachine& machine) { GetParam().set(machine, text); });
+    EXPECT_EQ(failureOf([this] { m_session.takeSnapshot(); }),
+              (Failure{"Mirn_OPERATION_FAILED", kReadFailed}));
+    EXPECT_EQ(m_library.openSessions(), 0u);
+  }
 
   m_library.change([](ScriptedMachine& machine) { GetParam().set(machine, "Data"); });
   EXPECT_EQ(failureOf([this] { m_session.takeSnapshot(); }), kNoFailure);

@@ -84,6 +84,7 @@ TEST(Problem, DocumentHasAnErrorIdOnlyWhereThereIsOne) {
 TEST(Problem, DetailThatIsNotUtf8IsMadeSo) {
   EXPECT_EQ(problemOf(std::runtime_error("na\xEFve")).detail, "na?ve");
   EXPECT_EQ(problemOf(std::runtime_error("na\xC3\xAFve")).detail, "na\xC3\xAFve");
+  EXPECT_EQ(problemOf(std::runtime_error("na\xED\xA0\x80ve")).detail, "na???ve");
 }
 
 TEST(FailureAnswer, CarriesTheHeadersOfARefusal) {

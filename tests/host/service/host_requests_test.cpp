@@ -204,6 +204,8 @@ INSTANTIATE_TEST_SUITE_P(Targets, HostRefusalsTest,
                                          RefusalRow{"EncodedSlash", "/api/v7/test%2Fthings", 400},
                                          RefusalRow{"BrokenEncoding", "/api/v7/test/%4", 400},
                                          RefusalRow{"NotUtf8", "/api/v7/test/%FF", 400},
+                                         RefusalRow{"HalfAPair", "/api/v7/test/%ED%A0%80", 400},
+                                         RefusalRow{"HalfAPairInAParameter", "/api/v7/test?a=%ED%BF%BF", 400},
                                          RefusalRow{"RepeatedParameter", "/api/v7/test?a=1&a=2", 400}),
                          ByName());
 
@@ -221,6 +223,13 @@ TEST_F(HostRequestsTest, ABrokenBodyIsToldWithItsPlace) {
   const auto answer = send("POST", "/api/v7/test", "{\"a\":}");
   EXPECT_EQ(answer.result_int(), 400U);
   EXPECT_EQ(detailOf(answer), "The body is not valid JSON: syntax error at offset 5");
+}
+
+TEST_F(HostRequestsTest, ABodyThatIsNotUtf8IsRefused) {
+  for (const char* body : {"\"\xFF\"", "{\"a\":\"\xED\xA0\x80\"}", R"({"a":"\ud800"})", R"({"\udc00":1})"}) {
+    EXPECT_EQ(send("POST", "/api/v7/test", body).result_int(), 400U) << body;
+  }
+  EXPECT_EQ(trace().find("handleRequest"), std::string::npos);
 }
 
 using HostHealthTest = TestHost;

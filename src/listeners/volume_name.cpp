@@ -1,7 +1,6 @@
 #include "volume_name.h"
 
 #include <algorithm>
-#include <locale>
 #include <vector>
 
 #include "action_interfaces.h"
@@ -13,6 +12,7 @@ namespace {
 constexpr wchar_t kFirstPrintable = 32;
 constexpr wchar_t kLastPrintable = 126;
 constexpr wchar_t kBackslash = 92;
+constexpr wchar_t kWhitespace[] = L" \t\n\v\f\r";
 
 bool isForbidden(wchar_t unit) {
   return unit < kFirstPrintable || unit > kLastPrintable || unit == kBackslash;
@@ -32,7 +32,7 @@ void validateVolumeName(const std::wstring& name, IMirnSession* session) {
   };
   require(!name.empty(), kMsgNameEmpty);
   require(name.size() <= kMaxVolumeNameSize, kMsgNameTooLong);
-  require(!std::isspace(name.front(), std::locale::classic()), kMsgNameStartsWithSpace);
+  require(name.find_first_of(kWhitespace) != 0, kMsgNameStartsWithSpace);
   require(std::none_of(name.begin(), name.end(), isForbidden), kMsgNameForbiddenCharacter);
   require(!session || !isInUse(name, *session), kMsgNameInUse);
 }

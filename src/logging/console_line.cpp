@@ -1,8 +1,6 @@
 #include "console_line.h"
 
-#include <fstream>
-#include <locale>
-
+#include "expressible.h"
 #include "log_text.h"
 
 namespace ovra {
@@ -12,22 +10,6 @@ namespace {
 
 constexpr char kErrorFormat[] = "[%d-%m-%Y %H-%M-%S] Error: ";
 constexpr char kWarningFormat[] = "[%d-%m-%Y %H-%M-%S] Warning: ";
-
-/// A file buffer keeps what it failed to convert and refuses everything after it: it must be asked ahead.
-/// Other buffers hold wide text, or recover by themselves.
-bool canExpress(std::wostream& stream, const std::wstring& line) {
-  using Conversion = std::codecvt<wchar_t, char, std::mbstate_t>;
-  const auto* file = dynamic_cast<const std::wfilebuf*>(stream.rdbuf());
-  if (!file || line.empty()) return true;
-  const auto locale = file->getloc();
-  const auto& conversion = std::use_facet<Conversion>(locale);
-  std::string bytes(line.size() * static_cast<std::size_t>(conversion.max_length()), '\0');
-  std::mbstate_t state{};
-  const wchar_t* read = nullptr;
-  char* written = nullptr;
-  return conversion.out(state, line.data(), line.data() + line.size(), read, &bytes[0],
-                        &bytes[0] + bytes.size(), written) == Conversion::ok;
-}
 
 }  // namespace
 

@@ -1,0 +1,33 @@
+#include <clocale>
+#include <cstdio>
+#include <iostream>
+#include <locale>
+#include <string>
+
+#include "console_provider.h"
+#include "logging/console_writer.h"
+
+/// Reports the texts, as information and as errors: `console_writer LOCALE STREAMS OUT ERRORS`, where OUT and
+/// ERRORS are the files that become the standard streams.
+int main(int count, char** arguments) {
+  if (count != 5) return 1;
+  const std::string locale = arguments[1];
+  const std::string streams = arguments[2];
+  // Afresh, so that nothing was written yet.
+  if (!std::freopen(arguments[3], "w", stdout) || !std::freopen(arguments[4], "w", stderr)) return 1;
+  if (!std::setlocale(LC_ALL, locale.c_str())) return kNoSuchLocale;
+  if (streams == kUnsynchronised) {
+    std::ios::sync_with_stdio(false);
+    std::wcout.imbue(std::locale(locale));
+    std::wcerr.imbue(std::locale(locale));
+  } else if (streams == kWide) {
+    makeWide(stdout);
+    makeWide(stderr);
+  }
+
+  ovra::log::LoggerConsoleProvider provider;
+  for (const LogLevel level : {LogLevel::kInfo, LogLevel::kError}) {
+    for (const wchar_t* text : kConsoleTexts) provider.report(level, text);
+  }
+  return std::wcout.good() && std::wcerr.good() ? 0 : kFailedStream;
+}

@@ -1,0 +1,3 @@
+#include "logging/console_writer.h"
+
+void makeWide(std::FILE*) {}

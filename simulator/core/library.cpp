@@ -8,6 +8,7 @@
 #include "atomic_file.h"
 #include "core/environment.h"
 #include "engine/work.h"
+#include "narrow_path.h"
 #include "rules/apply.h"
 #include "scenario/loading.h"
 #include "scenario/scenario.h"
@@ -259,7 +260,7 @@ void Library::publish(std::uint64_t changesBefore) {
 void Library::save() const {
   if (m_statePath.empty()) return;
   try {
-    replaceFile(m_statePath, writeScenario(m_machine), Readers::kEveryone);
+    replaceFile(narrowPath(m_statePath), writeScenario(m_machine), Readers::kEveryone);
   } catch (const std::runtime_error&) {
     say(m_statePath + ": cannot be written");
   }

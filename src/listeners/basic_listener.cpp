@@ -1,23 +1,15 @@
 #include "basic_listener.h"
 
 #include "answers.h"
+#include "configuration.h"
 #include "http_method.h"
-#include "messages.h"
 #include "requests.h"
 
 using namespace std::placeholders;
 
 namespace {
 
-constexpr wchar_t kLocateTimeoutDescription[] =
-    L"Defines timeout for LED Locate in seconds. When LED for port is on, it will flash for this amount of "
-    L"time and then turns off.";
-constexpr wchar_t kLocateTimeoutType[] = L"integer";
 constexpr wchar_t kVolumeObjectType[] = L"VOLUME";
-
-/// The bounds that clients are told and held to, in seconds; both inclusive.
-constexpr std::int64_t kMinTimeout = 1;
-constexpr std::int64_t kMaxTimeout = 3600;
 
 ServiceObject operationOf(const Volume& volume) {
   return PublishedForm()
@@ -56,26 +48,13 @@ ServiceObject rescan(IMirnBasicActions* actions, const RouteMatch&, const Reques
 ServiceObject getConfiguration(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
                                const ServiceObject&) {
   judgeParameters(parameters);
-  // The numbers are signed, although the change of the value takes an unsigned one.
-  ServiceObject timeout = ServiceObject::object();
-  timeout.member(keys::kDescription) = std::wstring(kLocateTimeoutDescription);
-  timeout.member(keys::kType) = std::wstring(kLocateTimeoutType);
-  timeout.member(keys::kValue) = session->getLocateTimeout();
-  timeout.member(keys::kMin) = kMinTimeout;
-  timeout.member(keys::kMax) = kMaxTimeout;
-  return PublishedForm().part(keys::kLocateTimeout, std::move(timeout)).take();
+  return configurationOf(pluginSettings(), *session);
 }
 
 /// Takes any query parameter.
 ServiceObject putConfiguration(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                                const ServiceObject& body) {
-  judgeBody(body, {optionalUnsigned(keys::kLocateTimeout)});
-  requireThat(body.hasKey(keys::kLocateTimeout), kErrorInvalidParameter, kMsgConfigurationEmpty);
-  // A number above the signed maximum turns negative here, and is refused as such.
-  const std::int64_t seconds = body.member(keys::kLocateTimeout).toInt64();
-  requireThat(seconds >= kMinTimeout, kErrorInvalidParameter, kMsgTimeoutTooLow);
-  requireThat(seconds <= kMaxTimeout, kErrorInvalidParameter, kMsgTimeoutTooHigh);
-  requireThat(session->setLocateTimeout(seconds), kErrorInternal, kMsgTimeoutNotStored);
+  changeConfiguration(pluginSettings(), *session, body);
   return ServiceObject::null();
 }
 

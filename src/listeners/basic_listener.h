@@ -5,8 +5,8 @@
 #include "base_listener.h"
 #include "read_interface.h"
 
-/// Health, version, rescan and the one configuration value of the system, on the bare path key. The
-/// constructor is the route table. The pointers are views of one session that outlives the listener.
+/// Health, version, rescan and the settings of the system, on the bare path key. The constructor is the route
+/// table. The pointers are views of one session that outlives the listener.
 class BasicListener : public BaseListener {
  public:
   BasicListener(IMirnSession* session, IMirnBasicActions* actions);

@@ -34,10 +34,7 @@ constexpr wchar_t kMsgInvalidRange[] = L"Invalid range parameter";
 constexpr wchar_t kMsgTimeMissing[] = L"Time parameter missing";
 constexpr wchar_t kMsgInvalidTime[] = L"Invalid time parameter";
 
-// Configuration
-constexpr wchar_t kMsgTimeoutTooLow[] = L"Timeout value is too low or negative";
-constexpr wchar_t kMsgTimeoutTooHigh[] = L"Timeout value is too high";
-constexpr wchar_t kMsgTimeoutNotStored[] = L"Could not change LED Locate timeout due to permission denied";
+// Configuration; the words on one setting stand in its row, in plugin_setting.cpp
 constexpr wchar_t kMsgConfigurationEmpty[] = L"Configuration request cannot be empty";
 
 // Volume names

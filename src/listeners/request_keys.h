@@ -11,7 +11,6 @@ constexpr wchar_t kDescription[] = L"description";
 constexpr wchar_t kDiskId[] = L"diskId";
 constexpr wchar_t kDisks[] = L"disks";
 constexpr wchar_t kInProgress[] = L"inProgress";
-constexpr wchar_t kLocateTimeout[] = L"locate_timeout";
 constexpr wchar_t kMax[] = L"max";
 constexpr wchar_t kMin[] = L"min";
 constexpr wchar_t kObjectId[] = L"objectID";

@@ -8,7 +8,7 @@ using ovra::request_validator::RequestValidator;
 
 namespace {
 
-RequestValidator validatorOf(Rules rules) {
+RequestValidator validatorOf(const Rules& rules) {
   RequestValidator validator;
   for (const Rule& rule : rules) validator.addRule(rule);
   return validator;
@@ -31,15 +31,15 @@ Rule optionalUnsigned(const wchar_t* key) {
   return {key, FieldType::kUnsignedInteger, FieldPresence::kOptional};
 }
 
-void judgeParameters(const RequestParameters& parameters, Rules rules) {
+void judgeParameters(const RequestParameters& parameters, const Rules& rules) {
   validatorOf(rules).validateParameters(parameters);
 }
 
-void judgeBody(const ServiceObject& body, Rules rules) { validatorOf(rules).validateBody(body); }
+void judgeBody(const ServiceObject& body, const Rules& rules) { validatorOf(rules).validateBody(body); }
 
 void judgeNullBody(const ServiceObject& body) { nullBodyValidator().validateBody(body); }
 
-void judgeRequest(const ServiceObject& body, Rules rules, const RequestParameters& parameters) {
+void judgeRequest(const ServiceObject& body, const Rules& rules, const RequestParameters& parameters) {
   validatorOf(rules).validateBody(body).reset().validateParameters(parameters);
 }
 

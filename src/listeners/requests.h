@@ -3,7 +3,6 @@
 
 #include <boost/lexical_cast.hpp>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -18,7 +17,7 @@
 
 using ovra::data_transfer::ServiceObject;
 using Rule = ovra::request_validator::ValidatorRule;
-using Rules = std::initializer_list<Rule>;
+using Rules = std::vector<Rule>;
 
 /// The fields of bodies and queries.
 Rule requiredText(const wchar_t* key);
@@ -29,12 +28,12 @@ Rule optionalFlag(const wchar_t* key);
 Rule optionalUnsigned(const wchar_t* key);
 
 /// Judges the query parameters: those named and no others.
-void judgeParameters(const RequestParameters& parameters, Rules rules = {});
-void judgeBody(const ServiceObject& body, Rules rules);
+void judgeParameters(const RequestParameters& parameters, const Rules& rules = {});
+void judgeBody(const ServiceObject& body, const Rules& rules);
 /// Judges that there is no body.
 void judgeNullBody(const ServiceObject& body);
 /// Judges a body against rules, then that there are no query parameters.
-void judgeRequest(const ServiceObject& body, Rules rules, const RequestParameters& parameters);
+void judgeRequest(const ServiceObject& body, const Rules& rules, const RequestParameters& parameters);
 /// Judges that there is no body, then that there are no query parameters.
 void judgeNullRequest(const ServiceObject& body, const RequestParameters& parameters);
 

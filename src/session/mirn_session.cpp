@@ -55,7 +55,7 @@ MirnSnapshot readSnapshot(IVexInfo& info) {
 
 }  // namespace
 
-MirnSession::MirnSession() { readLocateTimeout(); }
+MirnSession::MirnSession() { readSettings(); }
 
 MirnSession::~MirnSession() { stop(); }
 

@@ -10,14 +10,10 @@
 
 #include "action_interfaces.h"
 #include "mirn_snapshot.h"
+#include "plugin_setting.h"
 #include "read_interface.h"
 #include "session_locks.h"
 #include "VEXL2.h"
-
-/// Bounds of the locate time-out, and its value when the settings store gives nothing usable; in seconds.
-constexpr std::int64_t kLocateTimeoutDefault = 12;
-constexpr std::int64_t kLocateTimeoutMin = 1;
-constexpr std::int64_t kLocateTimeoutMax = 3600;
 
 /// The back end: holds the snapshot, serves every read from it, carries out the actions, and runs the event
 /// thread. Neither copied nor moved: listeners hold pointers to its interfaces.
@@ -29,7 +25,7 @@ class MirnSession : public IMirnSession,
                     public IMirnControllersActions,
                     public IMirnPortsActions {
  public:
-  /// Reads the locate time-out from the settings store; never fails for want of it. Makes no library call.
+  /// Reads the settings from their store; never fails for want of them. Makes no library call.
   MirnSession();
   /// Stops the event thread if it still runs.
   ~MirnSession() override;
@@ -140,7 +136,7 @@ class MirnSession : public IMirnSession,
                                           std::vector<Object> MirnSnapshot::*objects,
                                           MirnSnapshot::IdLists MirnSnapshot::*idLists);
 
-  void readLocateTimeout();
+  void readSettings();
   void loadFirstSnapshot();
   void refreshUnlocked();
   void refreshLocked();

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "arrays_listener.h"
 #include "basic_listener.h"
 #include "controllers_listener.h"
@@ -10,6 +12,7 @@
 #include "ports_listener.h"
 #include "raids_listener.h"
 #include "support/by_name.h"
+#include "support/expected_file.h"
 #include "volumes_listener.h"
 
 namespace {
@@ -21,6 +24,7 @@ struct RouteRow {
 
 struct TableRow {
   std::string name;
+  std::string key;  ///< The listener's path key, as clients write it.
   std::unique_ptr<BaseListener> (*make)(FakeSession&);
   std::vector<RouteRow> routes;  ///< All of them; within a method in order of registration.
 };
@@ -71,6 +75,27 @@ TEST_P(RouteTables, TakeIdentifiersOfLettersAndDigitsOnly) {
   }
 }
 
+/// What heads a route's section in the document of the routes: a group of the pattern has a name there.
+std::regex headingOf(const TableRow& table, const RouteRow& route) {
+  static const std::map<std::int32_t, std::string> methods = {
+      {kGet, "GET"}, {kPost, "POST"}, {kPut, "PUT"}, {kDelete, "DELETE"}};
+  const std::string group = "([[:alnum:]]+)";
+  std::string path = wideToUtf8(route.pattern);
+  for (auto place = path.find(group); place != std::string::npos; place = path.find(group)) {
+    path.replace(place, group.size(), "\\{[[:alpha:]]+\\}");
+  }
+  return std::regex("\n### `" + methods.at(route.method) + " " + table.key + (path.empty() ? "" : "/") +
+                    path + "`\n");
+}
+
+TEST_P(RouteTables, AreDocumented) {
+  const std::string document = readExpectedFile(MIRN_ROUTE_DOCUMENT);
+  for (const RouteRow& route : GetParam().routes) {
+    EXPECT_TRUE(std::regex_search(document, headingOf(GetParam(), route)))
+        << "docs/api.md lacks a route; give it a row in tools/make-api-doc: " << wideToUtf8(route.pattern);
+  }
+}
+
 template <class Listener>
 std::unique_ptr<BaseListener> made(FakeSession& session) {
   return makeOn<Listener>(session);
@@ -81,9 +106,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         TableRow{
             "Basic",
+            "mirn",
             made<BasicListener>,
             {{kGet, L"state"}, {kGet, L"version"}, {kPost, L"rescan"}, {kGet, L"config"}, {kPut, L"config"}}},
         TableRow{"Volumes",
+                 "mirn/volumes",
                  made<VolumesListener>,
                  {{kGet, L""},
                   {kPut, L"([[:alnum:]]+)/marknormal"},
@@ -98,6 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {kPost, L""},
                   {kPut, L"([[:alnum:]]+)/rwh"}}},
         TableRow{"Disks",
+                 "mirn/disks",
                  made<DisksListener>,
                  {{kPut, L"([[:alnum:]]+)/clear"},
                   {kPut, L"([[:alnum:]]+)/spare"},
@@ -105,6 +133,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {kPut, L"([[:alnum:]]+)/resetsmart"},
                   {kDelete, L"([[:alnum:]]+)"}}},
         TableRow{"Arrays",
+                 "mirn/arrays",
                  made<ArraysListener>,
                  {{kGet, L""},
                   {kGet, L"([[:alnum:]]+)/enddevices"},
@@ -112,6 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {kPut, L"([[:alnum:]]+)"},
                   {kPut, L"([[:alnum:]]+)/writecache"}}},
         TableRow{"Controllers",
+                 "mirn/controllers",
                  made<ControllersListener>,
                  {{kGet, L""},
                   {kGet, L"([[:alnum:]]+)/enddevices"},
@@ -120,12 +150,13 @@ INSTANTIATE_TEST_SUITE_P(
                   {kGet, L"([[:alnum:]]+)/volumes"},
                   {kPut, L"([[:alnum:]]+)/readpatrol"},
                   {kPut, L"([[:alnum:]]+)/rohi"}}},
-        TableRow{"EndDevices", made<EndDevicesListener>, {{kGet, L""}}},
-        TableRow{"Ports", made<PortsListener>, {{kGet, L""}, {kPut, L"([[:alnum:]]+)/locate"}}},
+        TableRow{"EndDevices", "mirn/enddevices", made<EndDevicesListener>, {{kGet, L""}}},
+        TableRow{"Ports", "mirn/ports", made<PortsListener>, {{kGet, L""}, {kPut, L"([[:alnum:]]+)/locate"}}},
         TableRow{"Raids",
+                 "mirn/raids",
                  made<RaidsListener>,
                  {{kGet, L""}, {kGet, L"([[:alnum:]]+)"}, {kGet, L"([[:alnum:]]+)/controllers"}}},
-        TableRow{"Events", made<EventsListener>, {{kGet, L""}}}),
+        TableRow{"Events", "mirn/events", made<EventsListener>, {{kGet, L""}}}),
     ByName());
 
 }  // namespace

@@ -8,9 +8,9 @@
 
 #include "module/request.h"
 #include "support/body.h"
+#include "support/default_settings.h"
 #include "support/loaded_module.h"
 #include "support/log_lines.h"
-#include "support/machine_settings.h"
 #include "vexl2_simulator.h"
 
 // Many clients of the module at once, over the simulated library.
@@ -179,7 +179,7 @@ class ManyClients : public testing::Test {
     }
   }
 
-  MachineSettings settings{12};
+  DefaultSettings settings;
   LogLines log;
   const LoadedModule module{MIRN_TEST_MODULE};
   std::shared_ptr<ovra::service_plugin_interface> plugin = module.registerPlugin();

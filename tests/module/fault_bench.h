@@ -10,9 +10,9 @@
 #include "module/served_module.h"
 #include "scripted_library/scripted_library.h"
 #include "status_text.h"
+#include "support/default_settings.h"
 #include "support/loaded_module.h"
 #include "support/log_lines.h"
-#include "support/machine_settings.h"
 
 /// A loaded module over a tiny machine, whose library fails one call at a time: every call,
 /// with every status.
@@ -49,7 +49,7 @@ class FaultBench : public testing::Test {
   unsigned faults() const { return m_faults; }
 
   ScriptedLibrary& library = ScriptedLibrary::fresh();
-  MachineSettings settings{12};
+  DefaultSettings settings;
   const LoadedModule module{MIRN_TEST_MODULE};
   LogLines log;
 

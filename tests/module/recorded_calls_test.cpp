@@ -10,9 +10,9 @@
 #include <cstdlib>
 
 #include "module/recorded_lives.h"
+#include "support/default_settings.h"
 #include "support/expected_file.h"
 #include "support/log_lines.h"
-#include "support/machine_settings.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ std::string recordedCalls() {
 
 class RecordedCalls : public testing::Test {
  protected:
-  MachineSettings m_settings{12};
+  DefaultSettings m_settings;
   LogLines m_log;
 };
 

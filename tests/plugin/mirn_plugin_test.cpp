@@ -6,7 +6,7 @@
 #include "http_method.h"
 #include "scripted_library/scripted_library.h"
 #include "service_exceptions.h"
-#include "support/machine_settings.h"
+#include "support/default_settings.h"
 
 using ovra::data_transfer::ServiceObject;
 using testing::AllOf;
@@ -49,7 +49,7 @@ class Plugin : public testing::Test {
     plugin.finish();
   }
 
-  const MachineSettings settings{12};
+  const DefaultSettings settings;
   ScriptedLibrary& library = ScriptedLibrary::fresh();
   mirn_plugin plugin;
 };

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "mirn_session.h"
+#include "stored_setting.h"
 #include "support/by_name.h"
 #include "support/locate_timeout_logs.h"
 #include "support/log_lines.h"
@@ -30,7 +31,7 @@ class SettingsWithoutATimeout : public testing::TestWithParam<FileCase> {
 };
 
 TEST_P(SettingsWithoutATimeout, LeaveTheDefault) {
-  EXPECT_EQ(MirnSession().getLocateTimeout(), 12);
+  EXPECT_EQ(readSetting(kLocateTimeoutSetting), 12);
   EXPECT_THAT(m_log.take(), ElementsAre(kUnreadable));
   EXPECT_EQ(m_settings.text(), GetParam().content);
 }
@@ -67,9 +68,8 @@ TEST_F(LocateTimeoutInAFile, IsRefusedToACallerWithoutRightsToWrite) {
   fs::permissions(m_settings.folder().path(), static_cast<fs::perms>(0555));
   fs::permissions(m_settings.path(), static_cast<fs::perms>(0444));
   const OrdinaryUser ordinary;
-  MirnSession session;
-  EXPECT_EQ(session.getLocateTimeout(), 30);
-  EXPECT_FALSE(session.setLocateTimeout(60));
+  EXPECT_EQ(readSetting(kLocateTimeoutSetting), 30);
+  EXPECT_FALSE(storeSetting(kLocateTimeoutSetting, 60));
   EXPECT_EQ(m_settings.text(), kKey + "LedLocateTimeout=30\n");
   EXPECT_THAT(m_log.take(), IsEmpty());
 }
@@ -78,7 +78,7 @@ TEST_F(LocateTimeoutInAFile, IsTwelveSecondsForACallerWithoutRightsToRead) {
   m_settings.write(kKey + "LedLocateTimeout=30\n");
   fs::permissions(m_settings.path(), fs::no_perms);
   const OrdinaryUser ordinary;
-  EXPECT_EQ(MirnSession().getLocateTimeout(), 12);
+  EXPECT_EQ(readSetting(kLocateTimeoutSetting), 12);
   EXPECT_THAT(m_log.take(), ElementsAre(kUnreadable));
 }
 

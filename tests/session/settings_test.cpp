@@ -6,14 +6,17 @@
 #include "mirn_session.h"
 #include "scripted_library/scripted_library.h"
 #include "support/by_name.h"
+#include "support/default_settings.h"
 #include "support/locate_timeout_logs.h"
 #include "support/log_lines.h"
-#include "support/machine_settings.h"
 
 namespace {
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 struct StoredCase {
   const char* name;
@@ -25,11 +28,12 @@ struct StoredCase {
 class StoredLocateTimeout : public testing::TestWithParam<StoredCase> {
  protected:
   ScriptedLibrary& m_library = ScriptedLibrary::fresh();
-  const MachineSettings m_settings{GetParam().stored};
+  DefaultSettings m_settings{kLocateTimeoutSetting};
   LogLines m_log;
 };
 
 TEST_P(StoredLocateTimeout, IsReadWhenTheSessionIsMade) {
+  m_settings.store(L"LedLocateTimeout", GetParam().stored);
   const std::string before = m_settings.image();
   MirnSession session;
   EXPECT_EQ(session.getLocateTimeout(), GetParam().seconds);
@@ -46,20 +50,34 @@ INSTANTIATE_TEST_SUITE_P(Values, StoredLocateTimeout,
                                          StoredCase{"AsLargeAsCanBe", 4294967295U, 12, {kOutOfRange}}),
                          ByName());
 
+constexpr std::int64_t kOutside[] = {
+    std::numeric_limits<std::int64_t>::min(), -1, 0, 3601, (std::int64_t{1} << 32) + 60,
+    std::numeric_limits<std::int64_t>::max()};
+
 class LocateTimeout : public testing::Test {
  protected:
   void givenStored(std::uint32_t seconds) { m_settings.store(L"LedLocateTimeout", seconds); }
 
   static std::int64_t readAnew() { return MirnSession().getLocateTimeout(); }
 
-  MachineSettings m_settings;
+  DefaultSettings m_settings{kLocateTimeoutSetting};
   LogLines m_log;
 };
 
-TEST_F(LocateTimeout, IsTwelveSecondsWithoutTheKey) {
-  EXPECT_EQ(readAnew(), 12);
-  EXPECT_THAT(m_log.take(), ElementsAre(kUnreadable));
-  EXPECT_EQ(m_settings.image(), "") << "nothing is made";
+TEST(LocateTimeoutWithoutAKey, IsTwelveSeconds) {
+  const MachineSettings settings;
+  LogLines log;
+  EXPECT_EQ(MirnSession().getLocateTimeout(), 12);
+  EXPECT_THAT(log.take(), AllOf(Not(IsEmpty()), Each(kUnreadable))) << "a line for each setting";
+  EXPECT_EQ(settings.image(), "") << "nothing is made";
+}
+
+TEST(LocateTimeoutWithoutAKey, OutOfRangeMakesNone) {
+  const MachineSettings settings;
+  const LogLines log;
+  MirnSession session;
+  for (const std::int64_t seconds : kOutside) EXPECT_FALSE(session.setLocateTimeout(seconds)) << seconds;
+  EXPECT_EQ(settings.image(), "");
 }
 
 TEST_F(LocateTimeout, IsTwelveSecondsWithoutTheValue) {
@@ -88,22 +106,12 @@ TEST_F(LocateTimeout, TakesBothBounds) {
   EXPECT_EQ(readAnew(), 3600);
 }
 
-constexpr std::int64_t kOutside[] = {
-    std::numeric_limits<std::int64_t>::min(), -1, 0, 3601, (std::int64_t{1} << 32) + 60,
-    std::numeric_limits<std::int64_t>::max()};
-
 TEST_F(LocateTimeout, OutOfRangeIsRefusedAndChangesNothing) {
   givenStored(30);
   MirnSession session;
   const std::string before = m_settings.image();
   for (const std::int64_t seconds : kOutside) EXPECT_FALSE(session.setLocateTimeout(seconds)) << seconds;
   EXPECT_EQ(m_settings.image(), before);
-}
-
-TEST_F(LocateTimeout, OutOfRangeMakesNoKey) {
-  MirnSession session;
-  for (const std::int64_t seconds : kOutside) EXPECT_FALSE(session.setLocateTimeout(seconds)) << seconds;
-  EXPECT_EQ(m_settings.image(), "");
 }
 
 }  // namespace

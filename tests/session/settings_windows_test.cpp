@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "mirn_session.h"
+#include "stored_setting.h"
 #include "support/by_name.h"
 #include "support/locate_timeout_logs.h"
 #include "support/log_lines.h"
@@ -33,11 +34,10 @@ class ValueOfAnotherType : public testing::TestWithParam<OtherType> {
 TEST_P(ValueOfAnotherType, LeavesTheDefaultAndIsReplacedByANumber) {
   const std::string& data = GetParam().data;
   m_registry.store(kDriverKey, kName, GetParam().type, data.data(), static_cast<DWORD>(data.size()));
-  MirnSession session;
-  EXPECT_EQ(session.getLocateTimeout(), 12);
+  EXPECT_EQ(readSetting(kLocateTimeoutSetting), 12);
   EXPECT_THAT(m_log.take(), ElementsAre(kUnreadable));
-  EXPECT_TRUE(session.setLocateTimeout(60));
-  EXPECT_EQ(MirnSession().getLocateTimeout(), 60);
+  EXPECT_TRUE(storeSetting(kLocateTimeoutSetting, 60));
+  EXPECT_EQ(readSetting(kLocateTimeoutSetting), 60);
 }
 
 INSTANTIATE_TEST_SUITE_P(Registry, ValueOfAnotherType,
@@ -74,7 +74,7 @@ TEST(LocateTimeoutInTheRegistry, IsTwelveSecondsForACallerWithoutRightsToRead) {
   registry.store(kDriverKey, kName, REG_DWORD, &stored, sizeof stored);
   LogLines log;
   const RestrictedKey restricted(kDriverKey, RestrictedKey::Rights::kNone);
-  EXPECT_EQ(MirnSession().getLocateTimeout(), 12);
+  EXPECT_EQ(readSetting(kLocateTimeoutSetting), 12);
   EXPECT_THAT(log.take(), ElementsAre(kUnreadable));
 }
 

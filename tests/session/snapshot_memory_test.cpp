@@ -5,7 +5,7 @@
 #include "mirn_session.h"
 #include "scripted_library/large_machine.h"
 #include "scripted_library/scripted_library.h"
-#include "support/machine_settings.h"
+#include "support/default_settings.h"
 #include "support/process_resources.h"
 
 namespace {
@@ -14,7 +14,7 @@ constexpr std::size_t kDevices = 10000;
 constexpr std::size_t kMegabyte = 1000 * 1000;
 
 TEST(SnapshotMemory, TenThousandDevicesStayBelowFortyMegabytes) {
-  const MachineSettings settings{12};
+  const DefaultSettings settings;
   ScriptedLibrary& library = ScriptedLibrary::fresh();
   library.recordCalls(false);
   library.setMachine(large_machine::make(kDevices));

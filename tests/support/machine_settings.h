@@ -10,8 +10,6 @@
 class MachineSettings {
  public:
   MachineSettings();
-  /// With this time-out in the storage driver's key.
-  explicit MachineSettings(std::uint32_t locateTimeout);
   MachineSettings(const MachineSettings&) = delete;
   MachineSettings& operator=(const MachineSettings&) = delete;
   ~MachineSettings();

@@ -15,9 +15,9 @@
 
 #include "mirn_session.h"
 #include "scripted_library/scripted_library.h"
+#include "support/default_settings.h"
 #include "support/failure_of.h"
 #include "support/log_lines.h"
-#include "support/machine_settings.h"
 #include "support/new_events.h"
 
 /// A session whose patience with its own lock a test can end, and on whose machine threads can run out.
@@ -92,7 +92,7 @@ class SessionTest : public testing::Test {
   Controller controller(VEX_HANDLE handle) { return withHandle(m_session.getControllers(), handle); }
 
   ScriptedLibrary& m_library = ScriptedLibrary::fresh();
-  MachineSettings m_settings{12};
+  DefaultSettings m_settings;
   LogLines m_log;
   NewEvents m_events;
   ImpatientSession m_session;

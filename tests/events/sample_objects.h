@@ -3,32 +3,11 @@
 
 #include <string>
 
-#include "enddevice.h"
-#include "volume.h"
+#include "support/model_samples.h"
 
 inline Volume sampleVolume(const std::wstring& id, VolumeState state = VolumeState::NORMAL,
                            const std::wstring& name = L"Data") {
-  return Volume::Builder()
-      .id(id)
-      .handle(1)
-      .arrayHandle(2)
-      .arrayOrdinal(0)
-      .name(name)
-      .state(state)
-      .raidLevel(RaidLevel::RAID_5)
-      .totalSize(1)
-      .stripSize(StripSize::SIZE_64KB)
-      .numDisks(3)
-      .migrProgress(0)
-      .cachePolicy(CachePolicy::OFF)
-      .systemVolume(false)
-      .migration(false)
-      .initialized(true)
-      .verify({})
-      .sectorSize({})
-      .journalingDriveHandle(0)
-      .rwhPolicy(RwhPolicy::RWH_OFF)
-      .build();
+  return complete<Volume>().id(id).state(state).name(name).build();
 }
 
 /// What tells one sample device from another.
@@ -41,30 +20,15 @@ struct SampleDevice {
 };
 
 inline EndDevice sampleDevice(const SampleDevice& sample) {
-  EndDevice::Disk disk;
+  EndDevice::Disk disk = sampleDisk();
   disk.type = sample.type;
   disk.state = sample.state;
   disk.usage = sample.usage;
-  return EndDevice::Builder()
+  return complete<EndDevice>()
       .id(sample.id)
-      .handle(1)
-      .controllerHandle(2)
-      .raidHandle(3)
-      .arrayHandle(0)
-      .phyHandle(4)
       .address(L"0-1-2-3")
-      .deviceType(DeviceType::DISK)
-      .unpublishedNumber(0)
-      .vendorId(L"0x1")
       .serialNumber(sample.serialNumber)
-      .model(L"Model")
-      .firmware(L"1.0")
       .disk(disk)
-      .unpublishedSize(0)
-      .negotiatedLinkSpeed(LinkSpeed::GBPS_6)
-      .lyxDomain(0)
-      .isOrdanNVMe(false)
-      .managedHotplug(false)
       .build();
 }
 

@@ -15,6 +15,7 @@ TEST(Options, AreSafeByDefault) {
   EXPECT_EQ(options.port, 8080);
   EXPECT_FALSE(options.insecure);
   EXPECT_FALSE(options.logRequests);
+  EXPECT_FALSE(options.simulatorControls);
   EXPECT_GE(options.threads, 1U);
   EXPECT_EQ(options.limits.bodyBytes, 262144U);
 }
@@ -50,6 +51,7 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "0.0001",
                                         "--token-file",
                                         "t",
+                                        "--simulator-controls",
                                         "--log-requests"});
   EXPECT_EQ(options.address, "::1");
   EXPECT_EQ(options.port, 0);
@@ -67,15 +69,32 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.limits.drainTime.count(), 1);
   EXPECT_EQ(options.tokenFile, "t");
   EXPECT_TRUE(options.logRequests);
+  EXPECT_TRUE(options.simulatorControls);
 }
 
 TEST(Options, HelpTellsOfEveryOption) {
   const std::string help = helpText();
-  for (const char* option :
-       {"module",       "address",      "port",      "insecure",       "token-file",   "log-requests",
-        "help",         "version",      "threads",   "workers",        "max-waiting",  "max-connections",
-        "max-header",   "max-body",     "max-depth", "header-timeout", "body-timeout", "write-timeout",
-        "idle-timeout", "drain-timeout"}) {
+  for (const char* option : {"module",
+                             "address",
+                             "port",
+                             "insecure",
+                             "token-file",
+                             "log-requests",
+                             "simulator-controls",
+                             "help",
+                             "version",
+                             "threads",
+                             "workers",
+                             "max-waiting",
+                             "max-connections",
+                             "max-header",
+                             "max-body",
+                             "max-depth",
+                             "header-timeout",
+                             "body-timeout",
+                             "write-timeout",
+                             "idle-timeout",
+                             "drain-timeout"}) {
     EXPECT_NE(help.find(std::string("--") + option + ' '), std::string::npos) << option;
   }
 }

@@ -1,19 +1,24 @@
 #!/usr/bin/env python3
-"""Fails when a source file includes a header of a layer that its own layer may not know.
+"""Holds who may know whom. Fails when
 
-usage: check_layers.py ROOT
+- a source includes a header of a layer that its own layer may not know, or by a name that means two files;
+- two include roots have a header of one name;
+- a layer may know another one and does not;
+- docs/architecture.md draws other layers, files or arrows than there are (--redraw mends files and arrows);
+- CMake gives a target an include root that its layers may not know (--commands).
 """
 
+import argparse
 import fnmatch
+import json
 import pathlib
 import re
 import sys
 
-# One row a layer: its name, its files (the first row that matches a file is its layer), and the layers it may include
-# besides itself. A layer knows only rows above it.
+# One row a layer: its name, its files (the first row that matches a file is its layer), and the layers that it may
+# include directly besides itself. A layer knows only rows above it.
 CONTRACT = ["contract"]
 MODEL = CONTRACT + ["common"]
-MACHINE = ["closed library", "machine model"]
 LAYERS = [
     ("base", ["base/*"], []),
     ("closed library", ["vexl2/*"], []),
@@ -36,19 +41,19 @@ LAYERS = [
      MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
     ("plug-in object", ["src/plugin/mirn_plugin.*"],
-     MODEL + ["framework", "logging", "closed library", "library", "session interfaces", "session", "listeners"]),
+     MODEL + ["framework", "logging", "closed library", "session interfaces", "session", "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.
     ("machine model", ["simulator/model/*"], ["closed library"]),
-    ("engine", ["simulator/engine/*"], MACHINE),
-    ("records", ["simulator/records/*"], MACHINE + ["engine"]),
-    ("rules", ["simulator/rules/*"], MACHINE + ["engine"]),
-    ("scenario", ["simulator/scenario/*"], MACHINE + ["engine"]),
-    ("library core", ["simulator/core/*"], MACHINE + ["base", "engine", "rules", "scenario"]),
+    ("engine", ["simulator/engine/*"], ["machine model"]),
+    ("records", ["simulator/records/*"], ["closed library", "machine model", "engine"]),
+    ("rules", ["simulator/rules/*"], ["machine model", "engine"]),
+    ("scenario", ["simulator/scenario/*"], ["machine model", "engine"]),
+    ("library core", ["simulator/core/*"], ["base", "machine model", "engine", "rules", "scenario"]),
     ("operations", ["simulator/exports/*"],
-     MACHINE + ["simulator controls", "engine", "records", "rules", "scenario", "library core"]),
-    ("scenario writer", ["simulator/mirn_scenario.cpp"], ["scenario"]),
+     ["closed library", "simulator controls", "machine model", "engine", "records", "rules", "scenario", "library core"]),
+    ("scenario writer", ["simulator/mirn_scenario.*"], ["scenario"]),
 
     # The host.
     ("host precompiled", ["host/pch.*"], []),
@@ -59,15 +64,22 @@ LAYERS = [
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
     ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
     ("host options", ["host/options.*", "host/net/limits.h"], CONTRACT + ["host system", "host identity"]),
-    ("host net", ["host/net/*"], CONTRACT + ["host system", "host options", "host answers", "host api"]),
-    ("host main", ["host/main.cpp"],
-     CONTRACT + ["host system", "host identity", "host plugin", "host controls", "host api", "host options", "host net"]),
-
-    ("command line", ["cli/*"], CONTRACT),
+    ("host net", ["host/net/*"], ["host system", "host options", "host api"]),
+    ("host main", ["host/main.*"],
+     CONTRACT + ["host system", "host identity", "host plugin", "host api", "host options", "host net"]),
 ]
 
-FOLDERS = ["base", "vexl2", "src", "simulator", "host", "cli"]
-SOURCES = {".h", ".hpp", ".c", ".cpp"}
+# Permissions that stand although nobody may use them at present.
+GRANTED = {
+    layer: {"base": "what several products need is there for all who stand on a system"}
+    for layer in ("contract", "library core", "host system", "host identity")
+}
+
+FOLDERS = ["base", "vexl2", "src", "simulator", "host"]
+INCLUDE_ROOTS = ["base", "vexl2", "src/*", "simulator", "host", "tests", "bench"]
+DRAWING = "docs/architecture.md"
+HEADERS = {".h", ".hpp"}
+SOURCES = HEADERS | {".c", ".cpp"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
 
 
@@ -79,46 +91,196 @@ def layer_of(path):
     return None
 
 
-def resolve(root, source, name):
-    """The file of ours that `source` means by `name`, as a path below the root; None for any other header."""
-    for folder in [source.parent, root, *(root / folder for folder in FOLDERS), *(root / "src").glob("*/")]:
-        target = (folder / name).resolve()
-        if target.is_file() and root in target.parents:
-            return target.relative_to(root).as_posix()
-    return None
+def allowed_of(name):
+    return next(allowed for layer, _, allowed in LAYERS if layer == name)
 
 
-def faults_of(root, source):
-    path = source.relative_to(root).as_posix()
-    layer = layer_of(path)
-    if layer is None:
-        yield f"{path}: belongs to no layer; give it a row in check_layers.py"
-        return
-    name, _, allowed = layer
-    for include in INCLUDE.findall(source.read_text(encoding="utf-8")):
-        target = resolve(root, source, include)
-        known = layer_of(target) if target else None
-        if known and known[0] != name and known[0] not in allowed:
-            yield f"{path}: includes {target}, and {name} may not know {known[0]}"
+class Tree:
+    """The sources of the products below a folder, and what they include."""
+
+    def __init__(self, root):
+        self.root = pathlib.Path(root).resolve()
+        self.roots = [path for pattern in INCLUDE_ROOTS for path in sorted(self.root.glob(pattern)) if path.is_dir()]
+        self.sources = [path for folder in FOLDERS for path in sorted((self.root / folder).rglob("*"))
+                        if path.suffix in SOURCES]
+        self.includes = [(self.path_of(source), name, self.meanings(source, name)) for source in self.sources
+                         for name in INCLUDE.findall(source.read_text(encoding="utf-8"))]
+
+    def path_of(self, file):
+        return file.relative_to(self.root).as_posix()
+
+    def meanings(self, source, name):
+        """Every file of ours that `source` can mean by `name`, as paths below the root."""
+        ways_around = [self.root, *(self.root / folder for folder in FOLDERS)]
+        found = [(folder / name).resolve() for folder in [source.parent, *self.roots, *ways_around]]
+        return list(dict.fromkeys(self.path_of(file) for file in found if file.is_file() and self.root in file.parents))
+
+    def arrows(self, of=SOURCES):
+        """For each layer the others that its files include directly; of those files alone that end as told."""
+        arrows = {name: set() for name, _, _ in LAYERS}
+        for path, _, meanings in self.includes:
+            layer = layer_of(path)
+            target = layer_of(meanings[0]) if meanings else None
+            if layer and target and layer != target and pathlib.PurePath(path).suffix in of:
+                arrows[layer[0]].add(target[0])
+        return arrows
+
+
+def in_order(names):
+    """The layers in the order of their rows."""
+    return [name for name, _, _ in LAYERS if name in names]
+
+
+def faults_of_includes(tree):
+    for source in tree.sources:
+        if layer_of(tree.path_of(source)) is None:
+            yield f"{tree.path_of(source)}: belongs to no layer; give it a row in check_layers.py"
+    for path, name, meanings in tree.includes:
+        layer = layer_of(path)
+        target = layer_of(meanings[0]) if meanings else None
+        if layer and target and target != layer and target[0] not in layer[2]:
+            yield f"{path}: includes {meanings[0]}, and {layer[0]} may not know {target[0]}"
+        if len(meanings) > 1:
+            yield f"{path}: \"{name}\" may mean {' or '.join(meanings)}"
+
+
+def faults_of_names(tree):
+    """Headers that have one name in two include roots."""
+    files = {}
+    for folder in tree.roots:
+        for header in sorted(folder.rglob("*")):
+            if header.suffix in HEADERS:
+                files.setdefault(header.relative_to(folder).as_posix(), []).append(tree.path_of(header))
+    for name, paths in files.items():
+        if len(paths) > 1:
+            yield f"\"{name}\" may mean {' or '.join(paths)}"
+
+
+def faults_of_permissions(tree):
+    """Permissions that nobody uses."""
+    arrows = tree.arrows()
+    for name, _, allowed in LAYERS:
+        for unused in in_order(set(allowed) - arrows[name] - GRANTED.get(name, {}).keys()):
+            yield f"{name} may know {unused} and does not; take it from its row in check_layers.py"
+
+
+class Drawing:
+    """The rows of the tables of layers in the page that draws them: name, files, what it includes, what it holds."""
+
+    HEADER = ["Layer", "Files", "Includes", "What it holds"]
+
+    def __init__(self, text):
+        self.lines = text.splitlines()
+        self.rows = {}  # line number to cells
+        inside = False
+        for number, line in enumerate(self.lines):
+            cells = [cell.strip() for cell in line.strip("|").split("|")] if line.startswith("|") else []
+            inside = cells == self.HEADER or (inside and len(cells) == len(self.HEADER))
+            if inside and cells != self.HEADER and set(cells[0]) != {"-"}:
+                self.rows[number] = cells
+
+    @staticmethod
+    def cells(name, arrows):
+        """Files and includes of a layer as the page has them."""
+        patterns = next(patterns for layer, patterns, _ in LAYERS if layer == name)
+        files = ", ".join(f"`{re.sub(r'/[*]$', '/', pattern)}`" for pattern in patterns)
+        return files, ", ".join(in_order(arrows[name])) or "nothing"
+
+    def faults(self, arrows):
+        drawn = [row[0] for row in self.rows.values()]
+        for name, _, _ in LAYERS:
+            if drawn.count(name) != 1:
+                yield f"{DRAWING}: draws the layer {name} {drawn.count(name)} times"
+        for name, files, includes, _ in self.rows.values():
+            if name not in arrows:
+                yield f"{DRAWING}: draws {name}, which is no layer"
+                continue
+            for what, told, true in zip(("files", "includes"), (files, includes), self.cells(name, arrows)):
+                if told != true:
+                    yield f"{DRAWING}: the {what} of {name} are \"{told}\" there and {true} in the tree"
+
+    def redrawn(self, arrows):
+        lines = list(self.lines)
+        for number, (name, _, _, holds) in self.rows.items():
+            if name in arrows:
+                lines[number] = "| " + " | ".join([name, *self.cells(name, arrows), holds]) + " |"
+        return "\n".join(lines) + "\n"
+
+
+def faults_of_drawing(tree):
+    path = tree.root / DRAWING
+    return Drawing(path.read_text(encoding="utf-8")).faults(tree.arrows())
+
+
+def visible_to(name, header_arrows):
+    """The layers whose include roots a layer needs: those it may know, and what the headers of those lead to."""
+    reached, waiting = {name}, list(allowed_of(name))
+    while waiting:
+        layer = waiting.pop()
+        if layer not in reached:
+            reached.add(layer)
+            waiting.extend(header_arrows[layer])
+    return reached
+
+
+def faults_of_roots(tree, commands):
+    """Include roots that a target is given and that none of its layers may use. `commands` as CMake writes them."""
+    header_arrows = tree.arrows(HEADERS)
+    layers_of_name = {}  # of a header, for a folder that holds copies
+    for source in tree.sources:
+        if source.suffix in HEADERS:
+            layers_of_name.setdefault(source.name, set()).add((layer_of(tree.path_of(source)) or [None])[0])
+    targets = {}
+    for command in commands:
+        source = (pathlib.Path(command["directory"]) / command["file"]).resolve()
+        target = re.search(rf" -o (?:{'|'.join(FOLDERS)})/(?:\S*/)?CMakeFiles/([^/ ]+)\.dir/", command["command"])
+        layer = layer_of(tree.path_of(source)) if tree.root in source.parents else None
+        if not target or layer is None:
+            continue  # a test may build what it likes of a layer's sources
+        layers, folders = targets.setdefault(target.group(1), (set(), set()))
+        layers.add(layer[0])
+        folders.update(pathlib.Path(folder).resolve()
+                       for folder in re.findall(r"-(?:I|isystem|iquote) ?(\S+)", command["command"]))
+    for target, (layers, folders) in sorted(targets.items()):
+        visible = set().union(*(visible_to(layer, header_arrows) for layer in layers))
+        for folder in sorted(folders):
+            if tree.root not in folder.parents:
+                continue
+            shown = set().union(*(layers_of_name.get(header.name, set()) for header in folder.rglob("*.h")))
+            if shown and not shown & visible:
+                yield (f"{target}: CMake gives it {tree.path_of(folder)} with {', '.join(in_order(shown))}, "
+                       f"and {', '.join(in_order(layers))} may not know that")
+    if not targets:
+        yield "no compile command of a layer's source found"
 
 
 def check(root):
-    """All faults below `root`, and the number of files read."""
-    root = pathlib.Path(root).resolve()
-    sources = [path for folder in FOLDERS for path in sorted((root / folder).rglob("*")) if path.suffix in SOURCES]
-    return [fault for source in sources for fault in faults_of(root, source)], len(sources)
+    """All faults of the sources below `root`, and the number of files read."""
+    tree = Tree(root)
+    return [*faults_of_includes(tree), *faults_of_names(tree)], len(tree.sources)
 
 
 def main(arguments):
-    if len(arguments) != 1:
-        print(__doc__.strip(), file=sys.stderr)
-        return 2
-    faults, count = check(arguments[0])
+    parser = argparse.ArgumentParser(prog="check_layers.py", description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("root", help="of the tree")
+    parser.add_argument("--redraw", action="store_true", help=f"write files and arrows into {DRAWING} as they are")
+    parser.add_argument("--commands", type=pathlib.Path, help="compile_commands.json of a build, for the include roots")
+    options = parser.parse_args(arguments)
+    faults, count = check(options.root)
+    if count == 0:
+        faults.append("no source files found")
+    else:
+        tree = Tree(options.root)
+        if options.redraw:
+            page = tree.root / DRAWING
+            page.write_text(Drawing(page.read_text(encoding="utf-8")).redrawn(tree.arrows()), encoding="utf-8")
+        faults += [*faults_of_permissions(tree), *faults_of_drawing(tree)]
+        if options.commands:
+            faults += faults_of_roots(tree, json.loads(options.commands.read_text(encoding="utf-8")))
     for fault in faults:
         print(fault)
-    if count == 0:
-        print("no source files found")
-    return 1 if faults or count == 0 else 0
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":

@@ -12,8 +12,7 @@ namespace {
 
 fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : "."; }
 
-/// What killed writers of `target` left. A folder that cannot be read keeps them: the write itself may go
-/// well.
+/// What killed writers of `target` left. A folder that cannot be read keeps them: the write may go well.
 void removeLeftovers(const fs::path& target) {
   std::error_code error;
   for (fs::directory_iterator entry(folderOf(target), error), end; !error && entry != end;

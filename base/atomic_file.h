@@ -22,20 +22,19 @@ enum class Readers {
 
 /// Puts `content` in the place of the file at `path`, or makes the file. One that is there keeps its
 /// permissions, and its owner and group where the system lets this process give files away; a new one has
-/// `ofNewFile`'s.
+/// those of `ofNewFile`.
 ///
 /// When this returns, the new content stands at `path` and is itself on the disk. When it throws, the old
 /// file stands there, or none, as before. A failure to synchronise the folder after the new content has taken
 /// the name is neither: it is not told, since the new content stands, but a loss of power before the system
 /// writes the folder by itself may then bring the old content back, whole.
 ///
-/// @throws std::runtime_error whose what() is the system's reason as UTF-8, without the path
+/// What it throws is a `std::runtime_error` whose what() is the system's reason as UTF-8, without the path.
 void replaceFile(const std::filesystem::path& path, std::string_view content, Readers ofNewFile);
 
 /// Makes a file with `content` for its owner alone. One that is there already, or appears meanwhile, of
-/// whatever kind, stays as it is. True when the file was made; the same holds of the folder as above.
-///
-/// @throws std::runtime_error whose what() is the system's reason as UTF-8, without the path
+/// whatever kind, stays as it is. True when the file was made; the same holds of the folder as above, and of
+/// what is thrown.
 bool makePrivateFile(const std::filesystem::path& path, std::string_view content);
 
 #endif

@@ -4,9 +4,8 @@
 #include <filesystem>
 
 /// The file that `path` names in the end: where symbolic links of its last name lead, the place of a missing
-/// file, too. `path` itself when it is no link. Relative paths stay relative. One source a system.
-///
-/// @throws std::runtime_error with the system's reason on a link that cannot be read, or on a ring of links
+/// file, too. `path` itself when it is no link. Relative paths stay relative. Raises `std::runtime_error`
+/// with the system's reason on a link that cannot be read, or on a ring of links. One source a system.
 std::filesystem::path behindLinks(const std::filesystem::path& path);
 
 #endif

@@ -3,9 +3,8 @@
 
 #include <cstddef>
 
-/// Fills `bytes` with what nobody can guess. One source a system.
-///
-/// @throws std::runtime_error when the system has no randomness to give
+/// Fills `bytes` with what nobody can guess. Raises `std::runtime_error` when the system has no randomness to
+/// give. One source a system.
 void fillWithRandomBytes(unsigned char* bytes, std::size_t count);
 
 #endif

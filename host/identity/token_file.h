@@ -23,8 +23,10 @@ using Pause = std::function<void(std::chrono::milliseconds)>;
 /// The token in the file `path`. Without such a file one is made, with a new token and for its owner's eyes
 /// only, together with missing directories; of several hosts that start at once, all get the same token.
 /// A file that cannot be read or is empty is looked at again after `pause`s of kTokenFilePatience in all:
-/// another start may just be making it. A file that is there is never written. Raises `std::runtime_error` on a
-/// file that cannot be read or made, that others may read, or that holds no token.
+/// another start may just be making it. A file that is there is never written.
+///
+/// Raises `std::runtime_error` on a file that cannot be read or made, that others may read, or that holds no
+/// token at all.
 std::string loadOrCreateToken(const std::string& path, const Pause& pause);
 
 /// The same with pauses in which the thread sleeps.

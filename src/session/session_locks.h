@@ -6,7 +6,7 @@
 #include <cstdint>
 
 /// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else touches the
-/// mutex.
+/// mutex itself.
 ///
 /// None of the waits is an interruption point of Boost.Thread: a host may interrupt its own threads, and the
 /// mutex would keep the mark of a writer that was thrown out of its wait. The interruption stays pending.

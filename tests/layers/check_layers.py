@@ -58,7 +58,7 @@ LAYERS = [
     # The host.
     ("host precompiled", ["host/pch.*"], []),
     ("host system", ["host/system/*"], CONTRACT + ["base"]),
-    ("host identity", ["host/identity/*"], CONTRACT + ["base", "host system"]),
+    ("host identity", ["host/identity/*"], CONTRACT + ["base"]),
     ("host plugin", ["host/plugin/*"], CONTRACT + ["base", "host system"]),
     ("host answers", ["host/api/answer.*", "host/api/problem.*", "host/api/json_*"], CONTRACT),
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),

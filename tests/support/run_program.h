@@ -5,8 +5,7 @@
 #include <vector>
 
 /// Runs the program at `path`, or of that name in the search path, to its end. Its streams and environment
-/// are those of this process.
-/// @return its exit code; -1 when it was not started or did not exit by itself
+/// are those of this process. The result is its exit code, or -1 when it was not started or was ended.
 int runProgram(const std::string& path, const std::vector<std::string>& arguments);
 
 #endif

@@ -26,7 +26,7 @@ LAYERS = [
 
     # The module.
     ("precompiled", ["src/pch.*"], []),
-    ("contract", ["src/contract/*"], ["base"]),
+    ("contract", ["src/contract/*"], []),
     ("framework", ["src/framework/*"], CONTRACT),
     ("platform", ["src/platform/*"], CONTRACT + ["base"]),
     ("logging", ["src/logging/*"], CONTRACT + ["base", "platform"]),
@@ -68,12 +68,6 @@ LAYERS = [
     ("host main", ["host/main.*"],
      CONTRACT + ["host system", "host identity", "host plugin", "host api", "host options", "host net"]),
 ]
-
-# Permissions that stand although nobody may use them at present.
-GRANTED = {
-    layer: {"base": "what several products need is there for all who stand on a system"}
-    for layer in ("contract", "library core", "host system", "host identity")
-}
 
 FOLDERS = ["base", "vexl2", "src", "simulator", "host"]
 INCLUDE_ROOTS = ["base", "vexl2", "src/*", "simulator", "host", "tests", "bench"]
@@ -160,7 +154,7 @@ def faults_of_permissions(tree):
     """Permissions that nobody uses."""
     arrows = tree.arrows()
     for name, _, allowed in LAYERS:
-        for unused in in_order(set(allowed) - arrows[name] - GRANTED.get(name, {}).keys()):
+        for unused in in_order(set(allowed) - arrows[name]):
             yield f"{name} may know {unused} and does not; take it from its row in check_layers.py"
 
 

@@ -30,7 +30,6 @@ int main(int count, char** arguments) {
   for (const LogLevel level : {LogLevel::kInfo, LogLevel::kError}) {
     for (const wchar_t* text : kConsoleTexts) provider.report(level, text);
   }
-  // Every line is flushed; at an ordinary end the leak check would tell of what the C library keeps of
-  // LOCPATH.
+  // Every line is flushed; at an ordinary end the leak check would tell of the C library's copy of LOCPATH.
   std::_Exit(std::wcout.good() && std::wcerr.good() ? 0 : kFailedStream);
 }

@@ -143,8 +143,9 @@ TEST_F(EventMonitor, AStartWithoutAThreadToBeHadSaysSoAndCanBeTriedAgain) {
   EXPECT_EQ(picturesTaken(), 1u);
   EXPECT_THAT(eventCalls(), IsEmpty());
 
-  started();
-  EXPECT_EQ(picturesTaken(), 2u);
+  m_session.start();
+  ASSERT_EQ(picturesTaken(), 2u) << "no trace of the first";
+  m_library.events().waitForEventWaits(1);
   degradeData();
   afterWake();
   EXPECT_EQ(stateOfData(), VolumeState::DEGRADED);

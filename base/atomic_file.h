@@ -6,7 +6,8 @@
 
 /// Files that are there whole or not at all, however a write ends: at every moment the old or the new content
 /// stands at the path, also after a kill of the process or a loss of power. One mechanism for every system;
-/// safe to be used by several threads and processes at once, of which the last one wins.
+/// safe to be used by several threads and processes at once, of which the last one wins. On Windows a file
+/// that somebody has open cannot be replaced: the call waits a second for it.
 ///
 /// A path may be relative and may be a bare name. A symbolic link is followed, a dangling one, too: the file
 /// that it names is replaced or made, and the link stays.

@@ -17,6 +17,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// A file that somebody has open cannot be replaced. Readers and other writers have it open for a moment.
+constexpr int kMostLooks = 100;
+constexpr DWORD kPauseMs = 10;
+
 HANDLE asHandle(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
 /// The access list of a file that is there.
@@ -89,7 +93,15 @@ void TemporaryFile::write(std::string_view content) {
 }
 
 void TemporaryFile::replace(const fs::path& target) {
-  if (!rename(asHandle(m_handle), target, true)) throw lastSystemFailure();
+  for (int look = 1; !rename(asHandle(m_handle), target, true); ++look) {
+    const DWORD error = ::GetLastError();
+    const bool isHeld = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+    if (!isHeld || look == kMostLooks) {
+      ::SetLastError(error);
+      throw lastSystemFailure();
+    }
+    ::Sleep(kPauseMs);
+  }
   m_isGone = true;
 }
 

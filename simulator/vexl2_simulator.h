@@ -51,7 +51,8 @@ VEX_API VEX_STATUS VexSimCapEventWait(uint32_t milliseconds);
 #define VEXSIM_ALWAYS UINT32_C(0xFFFFFFFF)
 
 /// The operation, one of the fifty by its name, answers `status` and does nothing: on `count` of its calls,
-/// after `skip` that go through. Needs no initialised library. 2 for a name that is none.
+/// after `skip` that go through. Orders for one operation are used up one after the other; one without end
+/// lasts until the next. `count` 0 orders nothing. Needs no initialised library. 2 for a name that is none.
 VEX_API VEX_STATUS VexSimFailCalls(const char* operation, uint32_t skip, uint32_t count, VEX_STATUS status);
 
 /// The operation takes so many milliseconds more, counted likewise.

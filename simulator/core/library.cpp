@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iostream>
-#include <thread>
 
 #include "core/atomic_file.h"
 #include "core/environment.h"
 #include "engine/work.h"
+#include "perform.h"
 #include "rules/apply.h"
 #include "scenario/loading.h"
 #include "scenario/scenario.h"
@@ -15,22 +14,8 @@
 namespace simulator {
 namespace {
 
-constexpr std::size_t kMaxSessions = 1024;
-
-void say(const std::string& text) { std::cerr << "VEXL2: " << text << std::endl; }
-
-/// No exception leaves the library.
-template <class Body>
-Status guarded(Body body) {
-  try {
-    return body();
-  } catch (const Refusal& refusal) {
-    return refusal.status();
-  } catch (const std::exception& error) {
-    say(error.what());
-    return VEX_STATUS_INTERNAL_ERROR;
-  }
-}
+using vexl2::guarded;
+using vexl2::say;
 
 }  // namespace
 
@@ -39,13 +24,13 @@ Library& Library::instance() {
   return *kInstance;
 }
 
-Library::Library(Clock clock) : m_clock(std::move(clock)), m_nextSession(kFirstSessionHandle) {}
+Library::Library(Clock clock)
+    : m_clock(std::move(clock)),
+      m_sessions(m_handles),
+      m_subscriptions(m_handles, [this] { return m_clock.now(); }) {}
 
 Status Library::perform(const char* operation, const Body& body) {
-  return guarded([&]() -> Status {
-    const Faults::Order order = m_faults.next(operation);
-    if (order.delayMs > 0) std::this_thread::sleep_for(std::chrono::milliseconds(order.delayMs));
-    if (order.status) return *order.status;
+  return vexl2::perform(m_faults, operation, [&]() -> Status {
     Lock lock(m_mutex);
     return body(lock);
   });
@@ -72,7 +57,8 @@ void Library::begin() {
   machine.changes = m_machine.changes + 1;
   m_machine = std::move(machine);
   m_statePath = environment.statePath;
-  m_waitCapMs = std::min(m_waitCapMs, environment.eventWaitCapMs);
+  m_subscriptions.cap(
+      std::min(m_subscriptions.longest(), std::chrono::milliseconds(environment.eventWaitCapMs)));
   m_clock.setSpeed(m_orderedSpeed.value_or(environment.clockSpeed));
   m_clock.take();
   save();
@@ -86,7 +72,6 @@ Status Library::finalize(const char* operation) {
     m_isInitialized = false;
     m_sessions.clear();
     m_subscriptions.clear();
-    m_changed.notify_all();
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -95,8 +80,7 @@ Status Library::openSession(const char* operation, Handle* session) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     require(session != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    require(m_sessions.size() < kMaxSessions, VEX_STATUS_NO_SESSION_LEFT);
-    *session = *m_sessions.insert(takeSessionHandle()).first;
+    *session = m_sessions.open();
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -104,7 +88,7 @@ Status Library::openSession(const char* operation, Handle* session) {
 Status Library::closeSession(const char* operation, Handle session) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    require(m_sessions.erase(session) == 1, VEX_STATUS_INVALID_SESSION);
+    m_sessions.close(session);
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -123,7 +107,7 @@ Status Library::read(const char* operation, Handle session, const void* out, con
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     require(out != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    require(m_sessions.count(session) == 1, VEX_STATUS_INVALID_SESSION);
+    m_sessions.requireOpen(session);
     catchUp();
     body(m_machine);
     return VEX_STATUS_SUCCESS;
@@ -165,7 +149,7 @@ Status Library::subscribe(const char* operation, Handle* subscription) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     require(subscription != nullptr, VEX_STATUS_INVALID_PARAMETER);
     catchUp();
-    *subscription = m_subscriptions.emplace(takeSessionHandle(), m_machine.changes).first->first;
+    *subscription = m_subscriptions.add();
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -173,37 +157,30 @@ Status Library::subscribe(const char* operation, Handle* subscription) {
 Status Library::unsubscribe(const char* operation, Handle subscription) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    require(m_subscriptions.erase(subscription) == 1, VEX_STATUS_INVALID_HANDLE);
-    m_changed.notify_all();
+    m_subscriptions.remove(subscription);
     return VEX_STATUS_SUCCESS;
   });
 }
 
 Status Library::wait(const char* operation, std::uint32_t timeoutMs, Handle subscription) {
   return perform(operation, [&](Lock& lock) -> Status {
-    const Clock::Instant begin = m_clock.now();
-    for (;;) {
-      if (hasChanged(subscription)) return VEX_STATUS_SUCCESS;
-      const auto limit = std::chrono::milliseconds(std::min(timeoutMs, m_waitCapMs));
-      const auto nextEnd = timeToNextEnd(m_machine);
-      if (m_clock.now() - begin >= limit) {
-        if (nextEnd) save();  // so that a restart loses no more progress than one wait
-        return VEX_STATUS_TIMEOUT;
-      }
-      const Clock::Instant workEnds = nextEnd ? m_clock.whenPassed(*nextEnd) : Clock::Instant::max();
-      m_changed.wait_until(lock, std::min(begin + limit, workEnds));
-    }
+    require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
+    const auto look = [&] {
+      catchUp();
+      return nextEvent();
+    };
+    const Status status =
+        m_subscriptions.wait(lock, subscription, std::chrono::milliseconds(timeoutMs), look);
+    // So that a restart loses no more progress than one wait.
+    if (status == VEX_STATUS_TIMEOUT && timeToNextEnd(m_machine)) save();
+    return status;
   });
 }
 
-bool Library::hasChanged(Handle subscription) {
-  require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-  const auto found = m_subscriptions.find(subscription);
-  require(found != m_subscriptions.end(), VEX_STATUS_INVALID_HANDLE);
-  catchUp();
-  const bool result = found->second != m_machine.changes;
-  found->second = m_machine.changes;
-  return result;
+/// The instant at which the machine moves on by itself.
+Clock::Instant Library::nextEvent() const {
+  const auto end = timeToNextEnd(m_machine);
+  return end ? m_clock.whenPassed(*end) : Clock::Instant::max();
 }
 
 Status Library::loadMachine(Machine machine) {
@@ -225,6 +202,7 @@ Status Library::advanceClock(std::uint64_t milliseconds) {
   if (!m_isInitialized) return VEX_STATUS_NOT_INITIALIZED;
   m_clock.advance(milliseconds);
   catchUp();
+  m_subscriptions.lookAgain();  // what ends next has come nearer
   return VEX_STATUS_SUCCESS;
 }
 
@@ -232,14 +210,13 @@ Status Library::setClockSpeed(std::uint32_t speed) {
   const Lock lock(m_mutex);
   m_orderedSpeed = speed;
   m_clock.setSpeed(speed);
-  m_changed.notify_all();
+  m_subscriptions.lookAgain();
   return VEX_STATUS_SUCCESS;
 }
 
 Status Library::capWait(std::uint32_t milliseconds) {
   const Lock lock(m_mutex);
-  m_waitCapMs = milliseconds;
-  m_changed.notify_all();
+  m_subscriptions.cap(std::chrono::milliseconds(milliseconds));
   return VEX_STATUS_SUCCESS;
 }
 
@@ -253,17 +230,12 @@ void Library::catchUp() {
 void Library::publish(std::uint64_t changesBefore) {
   if (m_machine.changes == changesBefore) return;
   save();
-  m_changed.notify_all();
+  m_subscriptions.tell();
 }
 
 void Library::save() const {
   if (m_statePath.empty()) return;
   if (!replaceFile(m_statePath, writeScenario(m_machine))) say(m_statePath + ": cannot be written");
-}
-
-Handle Library::takeSessionHandle() {
-  require(m_nextSession != 0, VEX_STATUS_NO_SESSION_LEFT);
-  return m_nextSession++;
 }
 
 }  // namespace simulator

@@ -1,18 +1,17 @@
 #ifndef MIRN_SIMULATOR_CORE_LIBRARY_H
 #define MIRN_SIMULATOR_CORE_LIBRARY_H
 
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 
-#include "core/faults.h"
 #include "engine/clock.h"
+#include "fault_points.h"
 #include "model/machine.h"
+#include "sessions.h"
+#include "subscriptions.h"
 
 namespace simulator {
 
@@ -65,7 +64,7 @@ class Library {
   Status advanceClock(std::uint64_t milliseconds);
   Status setClockSpeed(std::uint32_t speed);
   Status capWait(std::uint32_t milliseconds);
-  Faults& faults() { return m_faults; }
+  vexl2::FaultPoints& faults() { return m_faults; }
 
  private:
   using Lock = std::unique_lock<std::mutex>;
@@ -77,24 +76,21 @@ class Library {
   void catchUp();
   void publish(std::uint64_t changesBefore);
   void save() const;
-  Handle takeSessionHandle();
-  bool hasChanged(Handle subscription);
+  Clock::Instant nextEvent() const;
 
   // Guarded by m_mutex.
   std::mutex m_mutex;
-  std::condition_variable m_changed;
   bool m_isInitialized = false;
   Machine m_machine;
   std::optional<Machine> m_nextMachine;
   Clock m_clock;
   std::optional<std::uint32_t> m_orderedSpeed;  ///< wins over the environment
   std::string m_statePath;
-  std::set<Handle> m_sessions;
-  std::map<Handle, std::uint64_t> m_subscriptions;  ///< with the changes already told
-  Handle m_nextSession;
-  std::uint32_t m_waitCapMs = 0xFFFFFFFF;
+  vexl2::SessionHandles m_handles;
+  vexl2::Sessions m_sessions;
+  vexl2::Subscriptions m_subscriptions;
 
-  Faults m_faults;  ///< has its own lock
+  vexl2::FaultPoints m_faults;  ///< has its own lock
 };
 
 }  // namespace simulator

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "model/codes.h"
-#include "model/refusal.h"
 
 namespace simulator {
 

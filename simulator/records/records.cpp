@@ -5,10 +5,12 @@
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/redundancy.h"
-#include "records/text_field.h"
+#include "text_field.h"
 
 namespace simulator {
 namespace {
+
+using vexl2::putText;
 
 std::uint32_t flag(bool value) { return value ? 1 : 0; }
 

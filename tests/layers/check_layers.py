@@ -13,10 +13,11 @@ import sys
 # besides itself. A layer knows only rows above it.
 CONTRACT = ["contract"]
 MODEL = CONTRACT + ["common"]
-MACHINE = ["closed library", "machine model"]
+MACHINE = ["closed library", "kit", "machine model"]
 LAYERS = [
     ("base", ["base/*"], []),
-    ("closed library", ["vexl2/*"], []),
+    ("closed library", ["vexl2/VEXL2.h"], []),
+    ("kit", ["vexl2/kit/*"], ["closed library"]),
     ("simulator controls", ["simulator/vexl2_simulator.h"], ["closed library"]),
 
     # The module.
@@ -39,7 +40,7 @@ LAYERS = [
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.
-    ("machine model", ["simulator/model/*"], ["closed library"]),
+    ("machine model", ["simulator/model/*"], ["closed library", "kit"]),
     ("engine", ["simulator/engine/*"], MACHINE),
     ("records", ["simulator/records/*"], MACHINE + ["engine"]),
     ("rules", ["simulator/rules/*"], MACHINE + ["engine"]),
@@ -66,6 +67,7 @@ LAYERS = [
 ]
 
 FOLDERS = ["base", "vexl2", "src", "simulator", "host", "cli"]
+INCLUDE_ROOTS = [*FOLDERS, "vexl2/kit"]
 SOURCES = {".h", ".hpp", ".c", ".cpp"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
 
@@ -80,7 +82,7 @@ def layer_of(path):
 
 def resolve(root, source, name):
     """The file of ours that `source` means by `name`, as a path below the root; None for any other header."""
-    for folder in [source.parent, root, *(root / folder for folder in FOLDERS), *(root / "src").glob("*/")]:
+    for folder in [source.parent, root, *(root / folder for folder in INCLUDE_ROOTS), *(root / "src").glob("*/")]:
         target = (folder / name).resolve()
         if target.is_file() and root in target.parents:
             return target.relative_to(root).as_posix()

@@ -61,13 +61,14 @@ void Library::begin() {
       std::min(m_subscriptions.longest(), std::chrono::milliseconds(environment.eventWaitCapMs)));
   m_clock.setSpeed(m_orderedSpeed.value_or(environment.clockSpeed));
   m_clock.take();
+  m_timeline.plan(m_machine);
   save();
 }
 
 Status Library::finalize(const char* operation) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    catchUp();
+    countTime();
     save();
     m_isInitialized = false;
     m_sessions.clear();
@@ -129,7 +130,7 @@ Status Library::inspect(const Read& body) {
   return guarded([&] {
     const Lock lock(m_mutex);
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    catchUp();
+    countTime();
     body(m_machine);
     return VEX_STATUS_SUCCESS;
   });
@@ -137,9 +138,10 @@ Status Library::inspect(const Read& body) {
 
 Status Library::changeLocked(const Change& body) {
   require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-  catchUp();
+  countTime();
   const std::uint64_t before = m_machine.changes;
   const Status status = apply(m_machine, body);
+  m_timeline.plan(m_machine);
   publish(before);
   return status;
 }
@@ -167,20 +169,17 @@ Status Library::wait(const char* operation, std::uint32_t timeoutMs, Handle subs
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     const auto look = [&] {
       catchUp();
-      return nextEvent();
+      return m_timeline.next(m_machine, m_clock);
     };
     const Status status =
         m_subscriptions.wait(lock, subscription, std::chrono::milliseconds(timeoutMs), look);
     // So that a restart loses no more progress than one wait.
-    if (status == VEX_STATUS_TIMEOUT && timeToNextEnd(m_machine)) save();
+    if (status == VEX_STATUS_TIMEOUT && m_timeline.isWorking()) {
+      countTime();
+      save();
+    }
     return status;
   });
-}
-
-/// The instant at which the machine moves on by itself.
-Clock::Instant Library::nextEvent() const {
-  const auto end = timeToNextEnd(m_machine);
-  return end ? m_clock.whenPassed(*end) : Clock::Instant::max();
 }
 
 Status Library::loadMachine(Machine machine) {
@@ -193,6 +192,7 @@ Status Library::loadMachine(Machine machine) {
   machine.changes = before + 1;
   m_machine = std::move(machine);
   m_clock.take();
+  m_timeline.plan(m_machine);
   publish(before);
   return VEX_STATUS_SUCCESS;
 }
@@ -222,8 +222,20 @@ Status Library::capWait(std::uint32_t milliseconds) {
 
 /// The machine moves on only when somebody looks: what happened meanwhile happens now.
 void Library::catchUp() {
+  m_timeline.pass(m_machine, m_clock.take());
+  if (m_timeline.isDue(m_machine)) moveOn();
+  if (m_timeline.takePercent(m_machine, m_clock.now())) m_subscriptions.tell();
+}
+
+/// Whoever reads or changes the whole machine wants to find all work where it stands.
+void Library::countTime() {
+  catchUp();
+  if (m_machine.pendingMs > 0) moveOn();
+}
+
+void Library::moveOn() {
   const std::uint64_t before = m_machine.changes;
-  advance(m_machine, m_clock.take());
+  m_timeline.catchUp(m_machine);
   publish(before);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "engine/clock.h"
+#include "engine/timeline.h"
 #include "fault_points.h"
 #include "model/machine.h"
 #include "sessions.h"
@@ -74,9 +75,10 @@ class Library {
   Status changeLocked(const Change& body);
   void begin();
   void catchUp();
+  void countTime();
+  void moveOn();
   void publish(std::uint64_t changesBefore);
   void save() const;
-  Clock::Instant nextEvent() const;
 
   // Guarded by m_mutex.
   std::mutex m_mutex;
@@ -84,6 +86,7 @@ class Library {
   Machine m_machine;
   std::optional<Machine> m_nextMachine;
   Clock m_clock;
+  Timeline m_timeline;
   std::optional<std::uint32_t> m_orderedSpeed;  ///< wins over the environment
   std::string m_statePath;
   vexl2::SessionHandles m_handles;

@@ -63,13 +63,31 @@ void finish(Volume& volume) {
   }
 }
 
+/// What work of the volume has spent once so much more time has passed, in which no work ends.
+std::uint64_t elapsedAfter(const Machine& machine, const Volume& volume, std::uint64_t milliseconds) {
+  return volume.work->elapsedMs + (isRunning(machine, volume) ? milliseconds : 0);
+}
+
+/// From `elapsed` or a later moment to the next whole hundredth.
+std::uint64_t timeToNextPercent(std::uint64_t elapsed, std::uint64_t total, std::uint64_t after) {
+  const std::uint64_t hundredth = std::max<std::uint64_t>(1, total / 100);
+  return after + hundredth - (elapsed + after) % hundredth;
+}
+
+std::vector<Handle> runningVolumes(const Machine& machine) {
+  std::vector<Handle> running;
+  for (const auto& entry : machine.volumes) {
+    if (isRunning(machine, entry.second)) running.push_back(entry.first);
+  }
+  return running;
+}
+
 /// Moves on by a time in which no work ends early.
 bool step(Machine& machine, std::uint64_t milliseconds) {
   bool hasEnded = false;
-  for (auto& entry : machine.volumes) {
-    Volume& volume = entry.second;
-    if (!isRunning(machine, volume)) continue;
-    volume.work->elapsedMs += milliseconds;
+  for (const Handle handle : runningVolumes(machine)) {
+    Volume& volume = machine.volumes.at(handle);
+    volume.work->elapsedMs = elapsedAfter(machine, volume, milliseconds);
     if (volume.work->elapsedMs < volume.work->totalMs) continue;
     finish(volume);
     hasEnded = true;
@@ -119,7 +137,7 @@ void startMigration(Machine& machine, Volume& volume, RaidLevel sourceLevel, std
 
 void advance(Machine& machine, std::uint64_t milliseconds) {
   while (milliseconds > 0) {
-    const auto next = timeToNextEnd(machine);
+    const auto next = upcoming(machine).end;
     if (!next) return;
     const std::uint64_t length = std::min(*next, milliseconds);
     milliseconds -= length;
@@ -129,22 +147,28 @@ void advance(Machine& machine, std::uint64_t milliseconds) {
   }
 }
 
-std::optional<std::uint64_t> timeToNextEnd(const Machine& machine) {
-  std::optional<std::uint64_t> next;
-  for (const auto& entry : machine.volumes) {
-    if (!isRunning(machine, entry.second)) continue;
-    const std::uint64_t left = entry.second.work->totalMs - entry.second.work->elapsedMs;
-    next = std::min(next.value_or(left), left);
+Upcoming upcoming(const Machine& machine, std::uint64_t after) {
+  Upcoming result;
+  for (const Handle handle : runningVolumes(machine)) {
+    const Work& work = *machine.volumes.at(handle).work;
+    const std::uint64_t end = work.totalMs - work.elapsedMs;
+    const std::uint64_t percent = timeToNextPercent(work.elapsedMs, work.totalMs, after);
+    result.end = std::min(result.end.value_or(end), end);
+    result.percent = std::min(result.percent.value_or(percent), percent);
   }
-  return next;
+  return result;
 }
 
-std::uint32_t progressOf(const Volume& volume) {
+std::uint64_t elapsedOf(const Machine& machine, const Volume& volume) {
+  return elapsedAfter(machine, volume, machine.pendingMs);
+}
+
+std::uint32_t progressOf(const Machine& machine, const Volume& volume) {
   if (!volume.work) return 0;
   const Work& work = *volume.work;
   constexpr std::uint64_t kFull = 0xFFFFFFFF;
   // The time is shortened until the product fits 64 bits: beyond 2^31 ms nobody sees the difference.
-  std::uint64_t elapsed = work.elapsedMs;
+  std::uint64_t elapsed = elapsedOf(machine, volume);
   std::uint64_t total = work.totalMs;
   for (; total > 0x7FFFFFFF; total >>= 1) elapsed >>= 1;
   return static_cast<std::uint32_t>(elapsed * kFull / total);

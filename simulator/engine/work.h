@@ -25,11 +25,18 @@ void startMigration(Machine& machine, Volume& volume, RaidLevel sourceLevel, std
 /// one step of the same length does.
 void advance(Machine& machine, std::uint64_t milliseconds);
 
-/// The time until the next work ends; nothing when none runs.
-std::optional<std::uint64_t> timeToNextEnd(const Machine& machine);
+/// When something happens next by itself, counted from where all work stands; nothing when no work runs.
+struct Upcoming {
+  std::optional<std::uint64_t> end;      ///< of the work that ends first
+  std::optional<std::uint64_t> percent;  ///< some work comes to its next hundredth, `after` or later
+};
+Upcoming upcoming(const Machine& machine, std::uint64_t after = 0);
+
+/// The time that the work has spent, the pending time included.
+std::uint64_t elapsedOf(const Machine& machine, const Volume& volume);
 
 /// The fraction done, in the full range of 32 bits; 0 without work.
-std::uint32_t progressOf(const Volume& volume);
+std::uint32_t progressOf(const Machine& machine, const Volume& volume);
 
 }  // namespace simulator
 

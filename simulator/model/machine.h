@@ -214,7 +214,9 @@ struct Machine {
   Handle nextHandle = 1;  ///< handles are given once and never again
 
   std::uint64_t changes = 0;  ///< derived: counts what subscribers are told of
-  Table<Handle> phyOwner;     ///< derived: phy handle to device handle
+  std::uint64_t pendingMs =
+      0;  ///< derived: time that has passed and that work does not count yet, since nothing ends within it
+  Table<Handle> phyOwner;  ///< derived: phy handle to device handle
 };
 
 }  // namespace simulator

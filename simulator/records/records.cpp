@@ -142,7 +142,7 @@ void fill(const Machine& machine, const Volume& volume, VEX_VOLUME_INFO& info) {
   info.totalSize = volume.size;
   info.stripSize = code(volume.stripSize);
   info.numDisks = static_cast<std::uint32_t>(array.disks.size());
-  info.migrationProgress = progressOf(volume);
+  info.migrationProgress = progressOf(machine, volume);
   info.migrationInProgress = flag(volume.work && volume.work->kind == WorkKind::MIGRATE);
   info.cachePolicy = code(volume.cachePolicy);
   info.rwhPolicy = code(volume.rwhPolicy);

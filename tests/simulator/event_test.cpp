@@ -85,6 +85,15 @@ TEST_F(Event, AWaiterWakesAtTheEndOfWork) {
   EXPECT_EQ(stateOf("mirror"), VEX_VOLUME_STATE_NORMAL);
 }
 
+TEST_F(Event, AWaiterWakesWhenWorkComesOnByAPercent) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), 0U);
+  ASSERT_EQ(VexEventWait(0, event()), 0U);
+  auto waiter = waitInBackground();
+  pass(50);
+  EXPECT_EQ(waiter.get(), 0U);
+  EXPECT_EQ(volume("volume five").migrationProgress, 0xFFFFFFFFU / 100);
+}
+
 TEST_F(Event, WorkEndsOnTimeWhileSomebodyWaits) {
   ASSERT_EQ(VexSimPullDisk("a0"), 0U);
   ASSERT_EQ(VexSimInsertDisk("a0"), 0U);

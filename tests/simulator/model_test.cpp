@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "engine/work.h"
 #include "model/capacity.h"
 #include "model/names.h"
 #include "support/by_name.h"
@@ -68,20 +67,6 @@ INSTANTIATE_TEST_SUITE_P(Texts, VolumeName,
                                          NameRow{"Tab", "a\t", false}, NameRow{"Delete", "a\x7F", false},
                                          NameRow{"Tilde", "~", true}, NameRow{"NotAscii", "\xC3\xA4", false}),
                          ByName());
-
-TEST(Progress, IsAFractionOf32Bits) {
-  Volume volume;
-  EXPECT_EQ(progressOf(volume), 0U);
-  volume.work.emplace();
-  volume.work->totalMs = 1000;
-  volume.work->elapsedMs = 500;
-  EXPECT_EQ(progressOf(volume), 0x7FFFFFFFU);
-  volume.work->elapsedMs = 1000;
-  EXPECT_EQ(progressOf(volume), 0xFFFFFFFFU);
-  volume.work->totalMs = std::uint64_t{1} << 60;
-  volume.work->elapsedMs = std::uint64_t{1} << 59;
-  EXPECT_EQ(progressOf(volume), 0x7FFFFFFFU);
-}
 
 }  // namespace
 }  // namespace simulator

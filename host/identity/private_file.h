@@ -2,7 +2,6 @@
 #define MIRN_HOST_IDENTITY_PRIVATE_FILE_H
 
 #include <filesystem>
-#include <string>
 
 namespace host {
 
@@ -17,10 +16,6 @@ extern const char* const kPrivacyRemedy;
 
 /// Makes a directory for its owner alone; one that is there already stays as it is.
 void makePrivateDirectory(const std::filesystem::path& directory);
-
-/// Makes a file with `content` for its owner alone. It appears whole or not at all; one that is there
-/// already, or appears meanwhile, stays as it is.
-void makePrivateFile(const std::filesystem::path& file, const std::string& content);
 
 }  // namespace host
 

@@ -5,14 +5,7 @@
 
 namespace host {
 
-/// What a secret needs of the system; one source a system.
-
-/// Fills `bytes` with what nobody can guess.
-///
-/// @throws std::runtime_error when the system has no randomness to give
-void fillWithRandomBytes(unsigned char* bytes, std::size_t count);
-
-/// Whether the first `count` bytes are the same, in a time that `count` alone decides.
+/// Whether the first `count` bytes are the same, in a time that `count` alone decides. One source a system.
 bool sameBytes(const char* one, const char* other, std::size_t count);
 
 }  // namespace host

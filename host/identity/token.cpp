@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "identity/secrets.h"
+#include "random_bytes.h"
 
 namespace host {
 

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "atomic_file.h"
 #include "identity/private_file.h"
 #include "identity/token.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "plugin/module_loader.h"
-#include "system/system_reason.h"
+#include "system_reason.h"
 
 namespace host {
 

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <memory>
 
-#include "identity/owner_only_windows.h"
-#include "system/system_reason.h"
+#include "owner_only_windows.h"
+#include "system_reason.h"
 #include "text.h"
 
 namespace host {

@@ -6,7 +6,7 @@
 
 #include "system/process.h"
 #include "system/stop_signal.h"
-#include "system/system_reason.h"
+#include "system_reason.h"
 
 namespace host {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "core/atomic_file.h"
+#include "atomic_file.h"
 #include "core/environment.h"
 #include "engine/work.h"
 #include "perform.h"
@@ -247,7 +247,11 @@ void Library::publish(std::uint64_t changesBefore) {
 
 void Library::save() const {
   if (m_statePath.empty()) return;
-  if (!replaceFile(m_statePath, writeScenario(m_machine))) say(m_statePath + ": cannot be written");
+  try {
+    replaceFile(m_statePath, writeScenario(m_machine), Readers::kEveryone);
+  } catch (const std::runtime_error&) {
+    say(m_statePath + ": cannot be written");
+  }
 }
 
 }  // namespace simulator

@@ -3,22 +3,23 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <boost/filesystem.hpp>
 #include <boost/property_tree/ini_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <charconv>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <mutex>
 #include <sstream>
 #include <stdexcept>
 
 #include "atomic_file.h"
+#include "links.h"
 #include "text.h"
 
 namespace {
 
-namespace fs = boost::filesystem;
+namespace fs = std::filesystem;
 using boost::property_tree::ptree;
 
 constexpr char kPathVariable[] = "MIRN_REGISTRY";
@@ -43,20 +44,24 @@ class IniFile {
   explicit IniFile(fs::path path) : m_path(std::move(path)) {}
 
   bool exists() const {
-    boost::system::error_code error;
+    std::error_code error;
     return fs::exists(m_path, error);
   }
 
   bool isWritable() const {
-    const auto& subject = exists() ? m_path : m_path.parent_path();
-    return ::faccessat(AT_FDCWD, subject.c_str(), W_OK, AT_EACCESS) == 0;
+    try {
+      const fs::path subject = exists() ? m_path : behindLinks(m_path).parent_path();
+      return ::faccessat(AT_FDCWD, subject.c_str(), W_OK, AT_EACCESS) == 0;
+    } catch (const std::runtime_error&) {
+      return false;
+    }
   }
 
   /// None when the file is missing, may not be read or is no INI file.
   boost::optional<ptree> load() const {
-    boost::system::error_code error;
+    std::error_code error;
     if (!fs::is_regular_file(m_path, error)) return boost::none;
-    std::ifstream stream(m_path.c_str());
+    std::ifstream stream(m_path);
     if (!stream) return boost::none;
     try {
       ptree tree;
@@ -71,8 +76,9 @@ class IniFile {
     try {
       std::ostringstream content;
       write_ini(content, tree);
-      return replaceFile(m_path, content.str());
-    } catch (const boost::property_tree::ptree_error&) {
+      replaceFile(m_path, content.str(), Readers::kEveryone);
+      return true;
+    } catch (const std::runtime_error&) {  // what the tree raises, too
       return false;
     }
   }
@@ -131,13 +137,13 @@ class IniStore : public ISettingsStore {
   IniFile m_file;
 };
 
-/// Absolute, and behind symbolic links, so that a link to the file stays one.
+/// Absolute, so that every name has a folder.
 fs::path registryPath() {
   const char* chosen = std::getenv(kPathVariable);
   const fs::path path = chosen && *chosen ? chosen : kDefaultPath;
-  boost::system::error_code error;
-  const fs::path resolved = fs::weakly_canonical(path, error);
-  return error ? path : resolved;
+  std::error_code error;
+  const fs::path absolute = fs::absolute(path, error);
+  return error ? path : absolute;
 }
 
 }  // namespace

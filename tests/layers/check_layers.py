@@ -54,7 +54,7 @@ LAYERS = [
     ("host precompiled", ["host/pch.*"], []),
     ("host system", ["host/system/*"], CONTRACT + ["base"]),
     ("host identity", ["host/identity/*"], CONTRACT + ["base", "host system"]),
-    ("host plugin", ["host/plugin/*"], CONTRACT + ["host system"]),
+    ("host plugin", ["host/plugin/*"], CONTRACT + ["base", "host system"]),
     ("host answers", ["host/api/answer.*", "host/api/problem.*", "host/api/json_*"], CONTRACT),
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
     ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),

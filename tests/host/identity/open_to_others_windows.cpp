@@ -6,8 +6,8 @@
 
 #include <memory>
 
-#include "identity/owner_only_windows.h"
-#include "system/system_reason.h"
+#include "owner_only_windows.h"
+#include "system_reason.h"
 
 namespace host {
 

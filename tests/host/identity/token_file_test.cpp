@@ -6,6 +6,7 @@
 #include <future>
 #include <set>
 
+#include "atomic_file.h"
 #include "host/identity/open_to_others.h"
 #include "identity/private_file.h"
 #include "support/temporary_folder.h"

@@ -1,12 +1,10 @@
-#ifndef MIRN_HOST_IDENTITY_OWNER_ONLY_WINDOWS_H
-#define MIRN_HOST_IDENTITY_OWNER_ONLY_WINDOWS_H
+#ifndef MIRN_BASE_OWNER_ONLY_WINDOWS_H
+#define MIRN_BASE_OWNER_ONLY_WINDOWS_H
 
 #include <windows.h>
 
 #include <memory>
 #include <string>
-
-namespace host {
 
 /// Memory that the system hands out and takes back by LocalFree.
 struct LocalMemory {
@@ -38,7 +36,5 @@ bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor);
 
 /// The same of the file `path`, as it is now.
 bool letsOthersIn(const std::wstring& path);
-
-}  // namespace host
 
 #endif

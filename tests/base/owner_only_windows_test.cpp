@@ -1,11 +1,9 @@
-#include "identity/owner_only_windows.h"
+#include "owner_only_windows.h"
 
 #include <gtest/gtest.h>
 #include <sddl.h>
 
 #include "support/by_name.h"
-
-namespace host {
 
 namespace {
 
@@ -93,5 +91,3 @@ TEST(OwnerOnly, OfADirectoryIsHandedOn) {
 }
 
 }  // namespace
-
-}  // namespace host

@@ -1,12 +1,9 @@
+#include "system_reason.h"
+
 #include <windows.h>
 
 #include <array>
 #include <string>
-
-#include "system/system_reason.h"
-#include "text.h"
-
-namespace host {
 
 namespace {
 
@@ -19,6 +16,14 @@ std::wstring asLine(std::wstring text) {
   return text;
 }
 
+std::string asUtf8(const std::wstring& text) {
+  const int units = static_cast<int>(text.size());
+  const int size = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
+  std::string result(static_cast<std::size_t>(size), '\0');
+  ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, result.data(), size, nullptr, nullptr);
+  return result;
+}
+
 }  // namespace
 
 std::runtime_error lastSystemFailure() {
@@ -28,7 +33,5 @@ std::runtime_error lastSystemFailure() {
   const DWORD size = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                       error, 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
   if (size == 0) return std::runtime_error("error " + std::to_string(error));
-  return std::runtime_error(wideToUtf8(asLine(std::wstring(text.data(), size))));
+  return std::runtime_error(asUtf8(asLine(std::wstring(text.data(), size))));
 }
-
-}  // namespace host

@@ -1,4 +1,4 @@
-#include "identity/owner_only_windows.h"
+#include "owner_only_windows.h"
 
 #include <accctrl.h>
 #include <aclapi.h>
@@ -7,9 +7,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "system/system_reason.h"
-
-namespace host {
+#include "system_reason.h"
 
 namespace {
 
@@ -109,5 +107,3 @@ bool letsOthersIn(const std::wstring& path) {
   const std::unique_ptr<void, LocalMemory> owned(descriptor);
   return letsOthersIn(descriptor);
 }
-
-}  // namespace host

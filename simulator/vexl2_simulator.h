@@ -66,7 +66,7 @@ VEX_API VEX_STATUS VexSimClearFaults(void);
 VEX_API VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls);
 
 /// Checks the machine against its own rules: 0 when they hold, otherwise 16 with the first that does not as
-/// text.
+/// text. Also 16 when something that happened by itself could not be saved, with the reason.
 VEX_API VEX_STATUS VexSimCheck(char* text, uint32_t size);
 
 #endif

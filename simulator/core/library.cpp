@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <chrono>
 
-#include "atomic_file.h"
 #include "core/environment.h"
 #include "engine/work.h"
+#include "model/edit.h"
 #include "perform.h"
 #include "rules/apply.h"
+#include "scenario/changes.h"
 #include "scenario/loading.h"
 #include "scenario/scenario.h"
 
@@ -24,8 +25,9 @@ Library& Library::instance() {
   return *kInstance;
 }
 
-Library::Library(Clock clock)
+Library::Library(Clock clock, StateOptions stateOptions)
     : m_clock(std::move(clock)),
+      m_stateOptions(std::move(stateOptions)),
       m_sessions(m_handles),
       m_subscriptions(m_handles, [this] { return m_clock.now(); }) {}
 
@@ -52,24 +54,37 @@ Status Library::initialize(const char* operation) {
 
 void Library::begin() {
   const Environment environment = readEnvironment();
-  Machine machine = m_nextMachine ? std::move(*m_nextMachine) : firstMachine(environment);
-  m_nextMachine.reset();
+  StateStore store;
+  if (!environment.statePath.empty()) store = StateStore(environment.statePath, m_stateOptions);
+  Machine machine = firstMachine(environment, store);
+  store.begin(writeScenario(machine));
   machine.changes = m_machine.changes + 1;
   m_machine = std::move(machine);
-  m_statePath = environment.statePath;
+  m_store = std::move(store);
   m_subscriptions.cap(
       std::min(m_subscriptions.longest(), std::chrono::milliseconds(environment.eventWaitCapMs)));
   m_clock.setSpeed(m_orderedSpeed.value_or(environment.clockSpeed));
   m_clock.take();
   m_timeline.plan(m_machine);
-  save();
+}
+
+/// The one given by hand, else the one that is kept, else that of the scenario.
+Machine Library::firstMachine(const Environment& environment, StateStore& store) {
+  if (m_nextMachine) {
+    store.disregard();
+    Machine machine = std::move(*m_nextMachine);
+    m_nextMachine.reset();
+    return machine;
+  }
+  auto kept = store.load();
+  return kept ? std::move(*kept) : scenarioMachine(environment);
 }
 
 Status Library::finalize(const char* operation) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     countTime();
-    save();
+    m_store.end(writeScenario(m_machine));
     m_isInitialized = false;
     m_sessions.clear();
     m_subscriptions.clear();
@@ -140,9 +155,13 @@ Status Library::changeLocked(const Change& body) {
   require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
   countTime();
   const std::uint64_t before = m_machine.changes;
+  Edit edit(m_machine);
   const Status status = apply(m_machine, body);
+  const auto whole = [&] { return writeScenario(m_machine); };
+  if (!m_store.save(writeChanges(edit), whole)) return VEX_STATUS_FAILED;
+  edit.keep();
   m_timeline.plan(m_machine);
-  publish(before);
+  if (m_machine.changes != before) m_subscriptions.tell();
   return status;
 }
 
@@ -173,13 +192,18 @@ Status Library::wait(const char* operation, std::uint32_t timeoutMs, Handle subs
     };
     const Status status =
         m_subscriptions.wait(lock, subscription, std::chrono::milliseconds(timeoutMs), look);
-    // So that a restart loses no more progress than one wait.
-    if (status == VEX_STATUS_TIMEOUT && m_timeline.isWorking()) {
-      countTime();
-      save();
-    }
+    saveProgress();
     return status;
   });
+}
+
+/// A restart loses no more progress than this, while somebody waits for events.
+void Library::saveProgress() {
+  constexpr std::chrono::seconds kBetween(5);
+  if (!m_isInitialized || !m_timeline.isWorking() || m_clock.now() - kBetween < m_progressSaved) return;
+  countTime();
+  m_store.saveProgress(writeProgress(m_machine), [&] { return writeScenario(m_machine); });
+  m_progressSaved = m_clock.now();
 }
 
 Status Library::loadMachine(Machine machine) {
@@ -188,12 +212,12 @@ Status Library::loadMachine(Machine machine) {
     m_nextMachine = std::move(machine);
     return VEX_STATUS_SUCCESS;
   }
-  const std::uint64_t before = m_machine.changes;
-  machine.changes = before + 1;
+  if (!m_store.replace(writeScenario(machine))) return VEX_STATUS_FAILED;
+  machine.changes = m_machine.changes + 1;
   m_machine = std::move(machine);
   m_clock.take();
   m_timeline.plan(m_machine);
-  publish(before);
+  m_subscriptions.tell();
   return VEX_STATUS_SUCCESS;
 }
 
@@ -233,25 +257,21 @@ void Library::countTime() {
   if (m_machine.pendingMs > 0) moveOn();
 }
 
+/// What happens by itself cannot be refused.
 void Library::moveOn() {
   const std::uint64_t before = m_machine.changes;
+  Edit edit(m_machine);
   m_timeline.catchUp(m_machine);
-  publish(before);
-}
-
-void Library::publish(std::uint64_t changesBefore) {
-  if (m_machine.changes == changesBefore) return;
-  save();
-  m_subscriptions.tell();
-}
-
-void Library::save() const {
-  if (m_statePath.empty()) return;
-  try {
-    replaceFile(m_statePath, writeScenario(m_machine), Readers::kEveryone);
-  } catch (const std::runtime_error&) {
-    say(m_statePath + ": cannot be written");
+  if (m_machine.changes != before) {
+    m_store.saveProgress(writeChanges(edit), [&] { return writeScenario(m_machine); });
+    m_subscriptions.tell();
   }
+  edit.keep();
+}
+
+std::string Library::whyBehind() {
+  const Lock lock(m_mutex);
+  return m_store.whyBehind();
 }
 
 }  // namespace simulator

@@ -35,7 +35,7 @@ Clock::Instant Timeline::next(const Machine& machine, const Clock& clock) const 
   if (!m_end) return Clock::Instant::max();
   const auto whenPending = [&](std::uint64_t moment) {
     const bool isOver = moment <= machine.pendingMs;
-    return isOver ? Clock::Instant::min() : clock.whenPassed(moment - machine.pendingMs);
+    return isOver ? clock.now() : clock.whenPassed(moment - machine.pendingMs);
   };
   return std::min(whenPending(*m_end), std::max(whenPending(*m_percent), m_mayTell));
 }

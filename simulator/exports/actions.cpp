@@ -134,11 +134,14 @@ VEX_STATUS VexVolumeCreate(VEX_CREATE_VOLUME_PARAMS params) {
 }
 
 VEX_STATUS VexVolumeCreateFromDisks(VEX_CREATE_FROM_DISKS_PARAMS params, VEX_HANDLE* volume) {
-  return Library::instance().change(__func__, [&](Machine& machine) {
+  VEX_HANDLE created = 0;
+  const VEX_STATUS status = Library::instance().change(__func__, [&](Machine& machine) {
     require(volume != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    *volume = simulator::createVolumeFromDisks(machine, handlesOf(params.disks, params.diskCount),
+    created = simulator::createVolumeFromDisks(machine, handlesOf(params.disks, params.diskCount),
                                                params.sourceDiskHandle, newVolume(params));
   });
+  if (status == VEX_STATUS_SUCCESS) *volume = created;
+  return status;
 }
 
 VEX_STATUS VexVolumeSetRwhPolicy(VEX_HANDLE volume, VEX_HANDLE journalingDrive, uint32_t policy) {

@@ -136,8 +136,10 @@ VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls) {
 }
 
 VEX_STATUS VexSimCheck(char* text, uint32_t size) {
+  const std::string whyBehind = Library::instance().whyBehind();
   return Library::instance().inspect([&](const Machine& machine) {
-    const std::string violation = simulator::findViolation(machine);
+    std::string violation = simulator::findViolation(machine);
+    if (violation.empty() && !whyBehind.empty()) violation = "what happened is not kept: " + whyBehind;
     putText(text, size, violation);
     vexl2::require(violation.empty(), VEX_STATUS_INTERNAL_ERROR);
   });

@@ -45,9 +45,10 @@ LAYERS = [
     ("records", ["simulator/records/*"], MACHINE + ["engine"]),
     ("rules", ["simulator/rules/*"], MACHINE + ["engine"]),
     ("scenario", ["simulator/scenario/*"], MACHINE + ["engine"]),
-    ("library core", ["simulator/core/*"], MACHINE + ["base", "engine", "rules", "scenario"]),
+    ("state", ["simulator/state/*"], MACHINE + ["base", "engine", "scenario"]),
+    ("library core", ["simulator/core/*"], MACHINE + ["engine", "rules", "scenario", "state"]),
     ("operations", ["simulator/exports/*"],
-     MACHINE + ["simulator controls", "engine", "records", "rules", "scenario", "library core"]),
+     MACHINE + ["simulator controls", "engine", "records", "rules", "scenario", "state", "library core"]),
     ("scenario writer", ["simulator/mirn_scenario.cpp"], ["scenario"]),
 
     # The host.

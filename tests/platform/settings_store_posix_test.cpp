@@ -166,6 +166,51 @@ TEST_F(SettingsStore, KeepsALinkToTheFile) {
   EXPECT_EQ(readText(target), "[a]\nb=1\n[SYSTEM\\Services\\driver.v1\\Device]\nTime.Out=60\n");
 }
 
+TEST_F(SettingsStore, KeepsALinkToAMissingFileAndMakesTheFile) {
+  fs::create_directory(m_folder / "elsewhere");
+  fs::create_symlink("elsewhere/target.ini", m_path);
+  EXPECT_FALSE(opensForReading());
+  ASSERT_TRUE(write(60));
+  EXPECT_EQ(fs::read_symlink(m_path), "elsewhere/target.ini");
+  EXPECT_EQ(readText(m_folder / "elsewhere/target.ini"),
+            "[SYSTEM\\Services\\driver.v1\\Device]\nTime.Out=60\n");
+  EXPECT_EQ(read(), 60u);
+}
+
+TEST_F(SettingsStore, IsNotMadeBehindALinkToAMissingFolder) {
+  fs::create_symlink("missing/target.ini", m_path);
+  EXPECT_FALSE(opensForWriting());
+}
+
+TEST_F(SettingsStore, IsNotOpenedInARingOfLinks) {
+  fs::create_symlink("registry.ini", m_path);
+  EXPECT_FALSE(opensForReading());
+  EXPECT_FALSE(opensForWriting());
+}
+
+TEST_F(SettingsStore, MayBeABareName) {
+  const auto before = fs::current_path();
+  fs::current_path(m_folder.path());
+  setVariable("MIRN_REGISTRY", "settings.ini");
+  EXPECT_TRUE(write(60)) << "made";
+  EXPECT_TRUE(write(61)) << "changed";
+  EXPECT_EQ(read(), 61u);
+  fs::current_path(before);
+  EXPECT_EQ(readText(m_folder / "settings.ini"), "[SYSTEM\\Services\\driver.v1\\Device]\nTime.Out=61\n");
+}
+
+TEST_F(SettingsStore, TakesAValueInAFolderThatCannotBeOpened) {
+  ASSERT_TRUE(write(5));
+  fs::permissions(m_path, static_cast<fs::perms>(0666));
+  fs::permissions(m_folder.path(), static_cast<fs::perms>(0333));
+  {
+    const OrdinaryUser user;
+    EXPECT_TRUE(write(60)) << "the new value stands";
+  }
+  fs::permissions(m_folder.path(), fs::owner_all);
+  EXPECT_EQ(read(), 60u);
+}
+
 TEST_F(SettingsStore, IsNotReadWithoutRights) {
   ASSERT_TRUE(write(5));
   fs::permissions(m_folder.path(), static_cast<fs::perms>(0755));

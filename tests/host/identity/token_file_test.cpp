@@ -24,10 +24,11 @@ class TokenFileTest : public testing::Test {
     return {std::istreambuf_iterator<char>(stream), {}};
   }
 
-  /// What a load of the file is refused with.
-  static std::string refusalOf(const std::string& path) {
+  /// What a load of the file is refused with; no time passes.
+  static std::string refusalOf(
+      const std::string& path, const Pause& pause = [](auto) {}) {
     try {
-      loadOrCreateToken(path);
+      loadOrCreateToken(path, pause);
     } catch (const std::runtime_error& failure) {
       return failure.what();
     }
@@ -88,8 +89,41 @@ TEST_F(TokenFileTest, IsRefusedWithoutAToken) {
   EXPECT_EQ(refusalOfContent("short\n"), refusal("holds no token"));
 }
 
-TEST_F(TokenFileTest, IsRefusedWhenEmpty) {
-  EXPECT_EQ(refusalOfContent(""), refusal("cannot be read or is empty"));
+TEST_F(TokenFileTest, IsRefusedWhenItStaysEmptyAndStaysAsItIs) {
+  makePrivateFile(file("token"), "");
+  std::chrono::milliseconds waited{0};
+  EXPECT_EQ(refusalOf(file("token"), [&](std::chrono::milliseconds time) { waited += time; }),
+            refusal("cannot be read or is empty"));
+  EXPECT_EQ(waited, kTokenFilePatience);
+  EXPECT_TRUE(std::filesystem::is_empty(file("token")));
+}
+
+TEST_F(TokenFileTest, IsReadWhenAnotherStartHasFilledIt) {
+  const std::string token(40, 'x');
+  makePrivateFile(file("token"), "");
+  int pauses = 0;
+  const auto fill = [&](std::chrono::milliseconds) {
+    if (++pauses == 3) std::ofstream(file("token")) << token << std::endl;
+  };
+  EXPECT_EQ(loadOrCreateToken(file("token"), fill), token);
+  EXPECT_EQ(pauses, 3);
+}
+
+TEST_F(TokenFileTest, IsMadeWhenAnEmptyOneHasGone) {
+  makePrivateFile(file("token"), "");
+  const std::string token =
+      loadOrCreateToken(file("token"), [&](auto) { std::filesystem::remove(file("token")); });
+  EXPECT_EQ(contentOf(file("token")), token + "\n");
+}
+
+TEST_F(TokenFileTest, IsRefusedAtOnceForWhatNoStartDoes) {
+  const auto fail = [](std::chrono::milliseconds) { FAIL() << "it waits"; };
+  makePrivateFile(file("token"), "short\n");
+  EXPECT_EQ(refusalOf(file("token"), fail), refusal("holds no token"));
+  std::filesystem::create_directory(file("directory"));
+  EXPECT_NE(refusalOf(file("directory"), fail), "no refusal");
+  openToOthers(file("token"));
+  EXPECT_NE(refusalOf(file("token"), fail), "no refusal");
 }
 
 TEST_F(TokenFileTest, IsRefusedWhenItIsNoFile) {

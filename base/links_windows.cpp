@@ -1,12 +1,13 @@
 #include "links.h"
 
 #include <windows.h>
+// After the header that it needs.
+#include <winioctl.h>
 
-#include <algorithm>
 #include <array>
 #include <memory>
-#include <type_traits>
 
+#include "handle_windows.h"
 #include "system_reason.h"
 
 namespace fs = std::filesystem;
@@ -14,11 +15,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kMostLinks = 63;  // as many as the system itself follows
-
-struct HandleClosing {
-  void operator()(HANDLE handle) const { ::CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleClosing>;
 
 /// What FSCTL_GET_REPARSE_POINT answers of a symbolic link. Offsets and sizes are in bytes.
 struct LinkRecord {

@@ -4,16 +4,12 @@
 #include <aclapi.h>
 #include <sddl.h>
 
-#include <type_traits>
 #include <vector>
 
+#include "handle_windows.h"
 #include "system_reason.h"
 
 namespace {
-
-struct HandleClosing {
-  void operator()(HANDLE handle) const { ::CloseHandle(handle); }
-};
 
 /// The user that this process runs for.
 class ProcessUser {
@@ -21,7 +17,7 @@ class ProcessUser {
   ProcessUser() {
     HANDLE opened = nullptr;
     if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &opened)) throw lastSystemFailure();
-    const std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleClosing> token(opened);
+    const Handle token(opened);
     DWORD size = 0;
     ::GetTokenInformation(token.get(), TokenUser, nullptr, 0, &size);
     m_record.resize(size);

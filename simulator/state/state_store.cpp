@@ -6,6 +6,7 @@
 
 #include "atomic_file.h"
 #include "links.h"
+#include "narrow_path.h"
 #include "say.h"
 #include "scenario/changes.h"
 #include "scenario/scenario.h"
@@ -47,7 +48,7 @@ std::optional<std::string> readFile(const fs::path& path) {
 
 fs::path resolve(const std::string& path) {
   try {
-    return behindLinks(path);
+    return behindLinks(narrowPath(path));
   } catch (const std::runtime_error& error) {
     refuse(path, std::string("cannot be opened: ") + error.what() + "; mend the link" + kBeginAnew);
   }

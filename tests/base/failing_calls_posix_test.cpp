@@ -38,37 +38,47 @@ bool fails(const char* call) {
 
 extern "C" {
 
-int __real_open(const char* path, int flags, ...);
-ssize_t __real_write(int file, const void* bytes, std::size_t count);
-int __real_fsync(int file);
-int __real_fchmod(int file, mode_t mode);
-int __real_fchown(int file, uid_t user, gid_t group);
-int __real_flock(int file, int operation);
-int __real_rename(const char* from, const char* to);
-int __real_link(const char* from, const char* to);
-int __real_unlink(const char* path);
+int realOpen(const char* path, int flags, ...) __asm__("__real_open");
+ssize_t realWrite(int file, const void* bytes, std::size_t count) __asm__("__real_write");
+int realFsync(int file) __asm__("__real_fsync");
+int realFchmod(int file, mode_t mode) __asm__("__real_fchmod");
+int realFchown(int file, uid_t user, gid_t group) __asm__("__real_fchown");
+int realFlock(int file, int operation) __asm__("__real_flock");
+int realRename(const char* from, const char* to) __asm__("__real_rename");
+int realLink(const char* from, const char* to) __asm__("__real_link");
+int realUnlink(const char* path) __asm__("__real_unlink");
 
-int __wrap_open(const char* path, int flags, ...) {
+int tryOpen(const char* path, int flags, ...) __asm__("__wrap_open");
+ssize_t tryWrite(int file, const void* bytes, std::size_t count) __asm__("__wrap_write");
+int tryFsync(int file) __asm__("__wrap_fsync");
+int tryFchmod(int file, mode_t mode) __asm__("__wrap_fchmod");
+int tryFchown(int file, uid_t user, gid_t group) __asm__("__wrap_fchown");
+int tryFlock(int file, int operation) __asm__("__wrap_flock");
+int tryRename(const char* from, const char* to) __asm__("__wrap_rename");
+int tryLink(const char* from, const char* to) __asm__("__wrap_link");
+int tryUnlink(const char* path) __asm__("__wrap_unlink");
+
+int tryOpen(const char* path, int flags, ...) {
   va_list list;
   va_start(list, flags);
   const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(list, mode_t) : 0;
   va_end(list);
-  return fails("open") ? -1 : __real_open(path, flags, mode);
+  return fails("open") ? -1 : realOpen(path, flags, mode);
 }
 
-ssize_t __wrap_write(int file, const void* bytes, std::size_t count) {
-  return fails("write") ? -1 : __real_write(file, bytes, std::min(count, mostAtOnce));
+ssize_t tryWrite(int file, const void* bytes, std::size_t count) {
+  return fails("write") ? -1 : realWrite(file, bytes, std::min(count, mostAtOnce));
 }
 
-int __wrap_fsync(int file) { return fails("fsync") ? -1 : __real_fsync(file); }
-int __wrap_fchmod(int file, mode_t mode) { return fails("fchmod") ? -1 : __real_fchmod(file, mode); }
-int __wrap_fchown(int file, uid_t user, gid_t group) {
-  return fails("fchown") ? -1 : __real_fchown(file, user, group);
+int tryFsync(int file) { return fails("fsync") ? -1 : realFsync(file); }
+int tryFchmod(int file, mode_t mode) { return fails("fchmod") ? -1 : realFchmod(file, mode); }
+int tryFchown(int file, uid_t user, gid_t group) {
+  return fails("fchown") ? -1 : realFchown(file, user, group);
 }
-int __wrap_flock(int file, int operation) { return fails("flock") ? -1 : __real_flock(file, operation); }
-int __wrap_rename(const char* from, const char* to) { return fails("rename") ? -1 : __real_rename(from, to); }
-int __wrap_link(const char* from, const char* to) { return fails("link") ? -1 : __real_link(from, to); }
-int __wrap_unlink(const char* path) { return fails("unlink") ? -1 : __real_unlink(path); }
+int tryFlock(int file, int operation) { return fails("flock") ? -1 : realFlock(file, operation); }
+int tryRename(const char* from, const char* to) { return fails("rename") ? -1 : realRename(from, to); }
+int tryLink(const char* from, const char* to) { return fails("link") ? -1 : realLink(from, to); }
+int tryUnlink(const char* path) { return fails("unlink") ? -1 : realUnlink(path); }
 
 }  // extern "C"
 

@@ -1,0 +1,3 @@
+#include "narrow_path.h"
+
+std::filesystem::path narrowPath(const std::string& text) { return text; }

@@ -27,7 +27,7 @@ class AtomicFileOnPosix : public AtomicFileFixture {
 };
 
 TEST_F(AtomicFileOnPosix, IsMadeForWhoIsAskedForWhateverTheMask) {
-  for (const mode_t mask : {0000, 0077}) {
+  for (const mode_t mask : {0000U, 0077U}) {
     const mode_t before = ::umask(mask);
     replaceFile(m_path, "content", Readers::kEveryone);
     EXPECT_EQ(mode(), 0644U);
@@ -43,7 +43,7 @@ TEST_F(AtomicFileOnPosix, IsMadeForWhoIsAskedForWhateverTheMask) {
 }
 
 TEST_F(AtomicFileOnPosix, KeepsItsMode) {
-  for (const mode_t mode : {0640, 0600, 0664, 0444}) {
+  for (const mode_t mode : {0640U, 0600U, 0664U, 0444U}) {
     given("old");
     ASSERT_EQ(::chmod(m_path.c_str(), mode), 0);
     for (const Readers readers : {Readers::kEveryone, Readers::kOwner}) {

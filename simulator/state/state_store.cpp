@@ -190,7 +190,7 @@ bool StateStore::attempt(const Act& act) {
       trouble = error.what();
     }
   }
-  if (trouble != m_trouble)
+  if (m_trouble.empty())
     vexl2::say(trouble + "; until that is mended, no change can be kept, and all are refused");
   m_trouble = trouble;
   return false;

@@ -254,7 +254,7 @@ void Library::catchUp() {
 /// Whoever reads or changes the whole machine wants to find all work where it stands.
 void Library::countTime() {
   catchUp();
-  if (m_machine.pendingMs > 0) moveOn();
+  if (m_machine.pendingMs > 0) m_timeline.catchUp(m_machine);  // nothing ends within that time
 }
 
 /// What happens by itself cannot be refused.

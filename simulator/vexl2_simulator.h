@@ -15,7 +15,8 @@ VEX_API VEX_STATUS VexSimLastError(char* text, uint32_t size);
 
 /// Puts a machine in place of the present one: at once when the library is initialised, else with the next
 /// `VexInitialize`, which then looks at neither VEXL2_SCENARIO nor the content of VEXL2_STATE. All handles
-/// are those of the new machine; subscribers are told. 2 for a scenario that cannot be taken.
+/// are those of the new machine; subscribers are told. 2 for a scenario that cannot be taken, or that
+/// `VexSimCheck` would not hold for; 15 when it cannot be kept.
 VEX_API VEX_STATUS VexSimLoadText(const char* json);
 VEX_API VEX_STATUS VexSimLoadFile(const char* path);
 

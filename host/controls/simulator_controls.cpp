@@ -89,15 +89,38 @@ VEX_STATUS check(void* function, const ControlArguments&, Outcome& outcome) {
   return status;
 }
 
-unsigned httpStatusOf(VEX_STATUS status) {
-  static const std::map<VEX_STATUS, unsigned> kStatuses{{VEX_STATUS_INVALID_PARAMETER, 400},
-                                                        {VEX_STATUS_INVALID_DISK, 400},
-                                                        {VEX_STATUS_INVALID_HANDLE, 404},
-                                                        {VEX_STATUS_INVALID_STATE, 409},
-                                                        {VEX_STATUS_NOT_INITIALIZED, 503}};
+/// What a client is told of a status: the library's words, and what to do.
+struct Refused {
+  std::int32_t httpStatus;
+  const char* words;
+};
+
+Refused refusedBy(VEX_STATUS status) {
+  static const std::map<VEX_STATUS, Refused> kStatuses{
+      {VEX_STATUS_INVALID_PARAMETER,
+       {400,
+        "Invalid parameter was passed: an operation is named as in VexRescan, and a device as it is listed"}},
+      {VEX_STATUS_INVALID_DISK, {400, "Invalid Disk: the device is none; name a disk"}},
+      {VEX_STATUS_INVALID_HANDLE,
+       {404, "There is no such disk: name it by its identity text, its serial number or its published id"}},
+      {VEX_STATUS_INVALID_STATE,
+       {409,
+        "Item not in appropriate state for action to complete successfully: look at the disk's state, which "
+        "is as "
+        "ordered already or does not allow it"}},
+      {VEX_STATUS_NOT_INITIALIZED,
+       {503, "The library is not initialized yet: ask again when the host has started"}},
+      {VEX_STATUS_FAILED,
+       {500,
+        "Function failed to complete: the change cannot be kept, and the host's standard error says why; "
+        "mend that "
+        "and ask again"}},
+  };
   const auto found = kStatuses.find(status);
-  return found == kStatuses.end() ? 500 : found->second;
+  return found == kStatuses.end() ? Refused{500, ""} : found->second;
 }
+
+constexpr wchar_t kDisk[] = L"disk";
 
 }  // namespace
 
@@ -151,19 +174,30 @@ SimulatorControls::Value SimulatorControls::describe() const {
   return list;
 }
 
-SimulatorControls::Value SimulatorControls::run(const std::wstring& name, const Value& arguments) const {
+SimulatorControls::Value SimulatorControls::run(const std::wstring& name, const Value& arguments,
+                                                DiskNames* disks) const {
   const Found& found = m_functions.at(name);
   Outcome outcome;
-  const VEX_STATUS status =
-      found.control->call(found.function, ControlArguments(arguments, found.control->arguments), outcome);
+  const auto call = [&](const Value& given) {
+    return found.control->call(found.function, ControlArguments(given, found.control->arguments), outcome);
+  };
+  if (disks != nullptr && found.control->call == onDisk) disks->remember();
+  VEX_STATUS status = call(arguments);
+  if (disks != nullptr && found.control->call == onDisk && status == VEX_STATUS_INVALID_HANDLE) {
+    Value translated = arguments;
+    translated.member(kDisk) = disks->serialNumberOf(arguments.member(kDisk).toString());
+    if (!translated.member(kDisk).toString().empty()) status = call(translated);
+  }
   if (status == VEX_STATUS_SUCCESS) return outcome.answer;
   if (found.control->call == loadScenario && m_lastError) {
     VEX_STATUS ignored = VEX_STATUS_SUCCESS;
     outcome.reason = reasonOf<decltype(VexSimLastError)>(m_lastError, ignored);
   }
+  const Refused refused = refusedBy(status);
+  if (outcome.reason.empty()) outcome.reason = refused.words;
   if (outcome.reason.empty())
     outcome.reason = "The simulated library answers status " + std::to_string(status);
-  throw Refusal(static_cast<std::int32_t>(httpStatusOf(status)), outcome.reason);
+  throw Refusal(refused.httpStatus, outcome.reason);
 }
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "controls/disk_names.h"
 #include "ServiceObject.h"
 
 namespace host {
@@ -34,8 +35,9 @@ class SimulatorControls {
 
   /// @param arguments  an object, or null
   /// @return what the control tells; null when it tells nothing
+  /// @param disks      leads from a published id to a name that the library knows; null when nothing does
   /// @throws Refusal 400 for wrong arguments, otherwise with the status that fits what the library says
-  Value run(const std::wstring& name, const Value& arguments) const;
+  Value run(const std::wstring& name, const Value& arguments, DiskNames* disks = nullptr) const;
 
  private:
   struct Found {

@@ -52,7 +52,8 @@ VEX_STATUS load(const char* source, Read read) {
   if (source == nullptr) return VEX_STATUS_INVALID_PARAMETER;
   try {
     Machine machine = read(source);
-    LastError::instance().set("");
+    LastError::instance().set(simulator::findViolation(machine));
+    if (!LastError::instance().get().empty()) return VEX_STATUS_INVALID_PARAMETER;
     return Library::instance().loadMachine(std::move(machine));
   } catch (const simulator::ScenarioError& error) {
     LastError::instance().set(error.what());

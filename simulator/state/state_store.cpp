@@ -150,7 +150,7 @@ void StateStore::saveProgress(const std::string& change, const Whole& whole) {
 
 void StateStore::end(const std::string& whole) {
   begin(whole);
-  if (m_journal) m_journal->remove();
+  if (m_journal && m_lock) m_journal->remove();
   *this = StateStore();
 }
 

@@ -103,13 +103,42 @@ TEST_F(SimulatorControlsTest, TellWhatTheLibrarySays) {
   using Told = std::pair<int, std::string>;
   answered = VEX_STATUS_INVALID_STATE;
   EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
-            (Told{409, "The simulated library answers status 18"}));
+            (Told{409,
+                  "Item not in appropriate state for action to complete successfully: look at the disk's "
+                  "state, which "
+                  "is as ordered already or does not allow it"}));
+  answered = VEX_STATUS_TIMEOUT;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
+            (Told{500, "The simulated library answers status 9"}));
+  answered = VEX_STATUS_FAILED;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
+            (Told{500,
+                  "Function failed to complete: the change cannot be kept, and the host's standard error "
+                  "says why; mend "
+                  "that and ask again"}));
   answered = VEX_STATUS_NOT_INITIALIZED;
   EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})").first, 503);
   answered = VEX_STATUS_INTERNAL_ERROR;
   EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})").first, 500);
   answered = VEX_STATUS_INVALID_PARAMETER;
   EXPECT_EQ(refusal(m_controls, L"load-scenario", R"({"scenario": {}})"), (Told{400, "the reason"}));
+}
+
+/// Knows the disk by its serial number alone.
+VEX_STATUS takeSerialNumber(const char* disk) {
+  calledWith += std::string(disk) + ' ';
+  return std::string(disk) == "S-7" ? VEX_STATUS_SUCCESS : VEX_STATUS_INVALID_HANDLE;
+}
+
+TEST_F(SimulatorControlsTest, TakeThePublishedIdOfADisk) {
+  const SimulatorControls controls = controlsWith({{"VexSimFailDisk", symbol(takeSerialNumber)}});
+  DiskNames disks([] { return readJson(R"([{"id": "7", "serialNumber": "S-7"}])", 8); });
+  calledWith.clear();
+  controls.run(L"fail-disk", readJson(R"({"disk": "7"})", 8), &disks);
+  EXPECT_EQ(calledWith, "7 S-7 ");
+  calledWith.clear();
+  EXPECT_THROW(controls.run(L"fail-disk", readJson(R"({"disk": "8"})", 8), &disks), Refusal);
+  EXPECT_EQ(calledWith, "8 ");
 }
 
 TEST_F(SimulatorControlsTest, RefuseWrongArgumentsBeforeTheCall) {

@@ -26,8 +26,8 @@ EndDevice& findDevice(Machine& machine, std::string_view name) {
 
 void failDisk(Machine&, EndDevice& disk) {
   require(isDisk(disk), VEX_STATUS_INVALID_DISK);
-  require(disk.presence == Presence::PRESENT && disk.state != DiskState::FAILED, VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::FAILED;
+  require(disk.presence == Presence::PRESENT && !disk.failed, VEX_STATUS_INVALID_STATE);
+  disk.failed = true;
 }
 
 void pullDevice(Machine&, EndDevice& device) {
@@ -47,14 +47,14 @@ void insertDevice(Machine& machine, EndDevice& device) {
 void lockDisk(Machine&, EndDevice& disk) {
   require(isDisk(disk), VEX_STATUS_INVALID_DISK);
   require(isUsable(disk), VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::LOCKED;
+  disk.locked = true;
   disk.failedUnlocks = 0;
 }
 
 void raiseSmartEvent(Machine&, EndDevice& disk) {
   require(isDisk(disk), VEX_STATUS_INVALID_DISK);
   require(stateOf(disk) == DiskState::NORMAL, VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::SMART_EVENT_TRIGGERED;
+  disk.smartEvent = true;
 }
 
 void notice(Machine& machine) {

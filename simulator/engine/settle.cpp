@@ -80,16 +80,16 @@ EndDevice* findArrived(Machine& machine, const Array& array, Handle arrived) {
   return serves ? disk : nullptr;
 }
 
-EndDevice* findUnusableMember(Machine& machine, const Array& array) {
+EndDevice* findReplaceableMember(Machine& machine, const Array& array) {
   for (const Handle handle : array.disks) {
     EndDevice& disk = machine.devices.at(handle);
-    if (!isUsable(disk) && disk.state != DiskState::LOCKED) return &disk;
+    if (mayBeReplaced(disk)) return &disk;
   }
   return nullptr;
 }
 
 void replaceLostMember(Machine& machine, Array& array, Handle arrived) {
-  EndDevice* const lost = isBusy(machine, array) ? nullptr : findUnusableMember(machine, array);
+  EndDevice* const lost = isBusy(machine, array) ? nullptr : findReplaceableMember(machine, array);
   if (lost == nullptr) return;
   EndDevice* replacement = findSpare(machine, array);
   if (replacement == nullptr) replacement = findArrived(machine, array, arrived);

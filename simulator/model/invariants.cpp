@@ -30,6 +30,11 @@ bool hasDuplicate(const std::vector<Handle>& handles) {
   return std::set<Handle>(handles.begin(), handles.end()).size() != handles.size();
 }
 
+bool isCondition(DiskState state) {
+  return state != DiskState::MISSING && state != DiskState::FAILED && state != DiskState::LOCKED &&
+         state != DiskState::SMART_EVENT_TRIGGERED;
+}
+
 void checkDevice(const Machine& machine, const EndDevice& device) {
   const Array* const array = machine.arrays.find(device.array);
   expect(device.array == 0 || (array != nullptr && contains(array->disks, device.handle)), device,
@@ -39,7 +44,7 @@ void checkDevice(const Machine& machine, const EndDevice& device) {
   expect(!(device.array != 0 && device.journalUsers != 0), device, "a member holds a journal");
   expect(device.spareFor == 0 || (device.spare && machine.arrays.contains(device.spareFor)), device,
          "is the spare of nothing");
-  expect(device.state != DiskState::MISSING, device, "stores that it is missing");
+  expect(isCondition(device.condition), device, "stores as its condition what is told apart");
   expect(contains(machine.controllers.at(device.controller).devices, device.handle), device,
          "its controller does not hold it");
   const auto users = std::count_if(machine.volumes.begin(), machine.volumes.end(), [&](const auto& entry) {

@@ -120,7 +120,10 @@ struct EndDevice {
   std::string model;
   std::string firmware;
   DiskType diskType = DiskType::UNKNOWN;
-  DiskState state = DiskState::NORMAL;
+  DiskState condition = DiskState::NORMAL;  ///< never MISSING, FAILED, LOCKED or SMART_EVENT_TRIGGERED
+  bool failed = false;                      ///< the facts from here on do not exclude each other
+  bool locked = false;
+  bool smartEvent = false;
   Presence presence = Presence::PRESENT;
   bool spare = false;
   Handle spareFor = 0;           ///< array of a dedicated spare

@@ -43,21 +43,22 @@ Health healthBy(const Machine& machine, const Volume& volume, HoldsData holdsDat
 }
 
 /// Would the volume serve if its locked disks were unlocked?
-bool isLockedOnly(const Machine& machine, const Volume& volume) {
+bool isLostToLocksOnly(const Machine& machine, const Volume& volume) {
   return healthBy(machine, volume, [&](const EndDevice& disk) {
-           return (isUsable(disk) || stateOf(disk) == DiskState::LOCKED) && !isStale(volume, disk.handle);
+           return (isUsable(disk) || isLockedOnly(disk)) && !isStale(volume, disk.handle);
          }) != Health::LOST;
 }
 
 /// A failed disk that is still there may be marked as normal again.
 bool isLostToFailedDisksOnly(const Machine& machine, const Volume& volume) {
   return healthBy(machine, volume, [&](const EndDevice& disk) {
-           return (isUsable(disk) || stateOf(disk) == DiskState::FAILED) && !isStale(volume, disk.handle);
+           const bool mayServe = isUsable(disk) || (disk.failed && mayBeMarkedAsNormal(disk));
+           return mayServe && !isStale(volume, disk.handle);
          }) != Health::LOST;
 }
 
 VolumeState stateOfLost(const Machine& machine, const Volume& volume) {
-  if (isLockedOnly(machine, volume)) return VolumeState::LOCKED;
+  if (isLostToLocksOnly(machine, volume)) return VolumeState::LOCKED;
   const bool mayComeBack = !isRedundant(levelOfData(volume)) && isLostToFailedDisksOnly(machine, volume);
   return mayComeBack ? VolumeState::NON_REDUNDANT_VOLUME_FAILED_DISK : VolumeState::FAILED;
 }

@@ -55,8 +55,11 @@ Controller& controllerOf(Machine& machine, const Volume& volume) {
   return machine.controllers.at(machine.arrays.at(volume.array).controller);
 }
 
-bool isSupported(const EndDevice& disk) {
-  return disk.state != DiskState::UNSUPPORTED && disk.state != DiskState::INCOMPATIBLE;
+void takeAsNormal(EndDevice& disk) {
+  disk.failed = false;
+  if (disk.condition == DiskState::OFFLINE || disk.condition == DiskState::MANUAL_OFFLINE) {
+    disk.condition = DiskState::NORMAL;
+  }
 }
 
 void requireCandidate(const Machine& machine, const EndDevice& disk, const Membership& membership) {

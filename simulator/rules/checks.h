@@ -19,8 +19,8 @@ EndDevice& diskAt(Machine& machine, Handle disk);
 
 Controller& controllerOf(Machine& machine, const Volume& volume);
 
-/// Whether the disk is one that engines work with at this level: X8 disks are for RAID 0 only.
-bool isSupported(const EndDevice& disk);
+/// The disk neither failed nor is it offline from now on; its other facts stay.
+void takeAsNormal(EndDevice& disk);
 
 /// What an array asks of a disk that is to join it, or of all disks of an array that is to be.
 struct Membership {

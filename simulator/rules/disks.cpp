@@ -51,7 +51,7 @@ void clearMetadata(Machine& machine, Handle handle) {
   require(isClearable(disk), VEX_STATUS_INVALID_STATE);
   dropSpareRole(disk);
   disk.foreignMetadata = false;
-  if (!isUsable(disk)) disk.state = DiskState::NORMAL;
+  disk.condition = DiskState::NORMAL;
 }
 
 void markDiskAsNormal(Machine& machine, Handle handle) {
@@ -60,7 +60,7 @@ void markDiskAsNormal(Machine& machine, Handle handle) {
   const DiskState state = stateOf(disk);
   require(state == DiskState::FAILED || state == DiskState::OFFLINE || state == DiskState::MANUAL_OFFLINE,
           VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::NORMAL;
+  takeAsNormal(disk);
 }
 
 void markAsSpare(Machine& machine, Handle handle, Handle array) {
@@ -101,13 +101,13 @@ void unlockDisk(Machine& machine, Handle handle, std::string_view password, bool
     throw Refusal(VEX_STATUS_WRONG_PASSWORD);
   }
   disk.failedUnlocks = 0;
-  disk.state = DiskState::NORMAL;
+  disk.locked = false;
 }
 
 void resetSmartEvent(Machine& machine, Handle handle) {
   EndDevice& disk = diskAt(machine, handle);
   require(stateOf(disk) == DiskState::SMART_EVENT_TRIGGERED, VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::NORMAL;
+  disk.smartEvent = false;
 }
 
 void removePhy(Machine& machine, Handle phy, std::uint32_t one) {

@@ -12,11 +12,7 @@ namespace simulator {
 namespace {
 
 /// A disk that failed or was taken offline may serve again; any other that does not serve stands in the way.
-bool mayServeAgain(const EndDevice& disk) {
-  const DiskState state = stateOf(disk);
-  return isUsable(disk) || state == DiskState::FAILED || state == DiskState::OFFLINE ||
-         state == DiskState::MANUAL_OFFLINE;
-}
+bool mayServeAgain(const EndDevice& disk) { return isUsable(disk) || mayBeMarkedAsNormal(disk); }
 
 }  // namespace
 
@@ -32,7 +28,7 @@ void markVolumeAsNormal(Machine& machine, Handle handle) {
   }
   for (const Handle handleOfDisk : array.disks) {
     EndDevice& disk = machine.devices.at(handleOfDisk);
-    if (!isUsable(disk)) disk.state = DiskState::NORMAL;
+    takeAsNormal(disk);
   }
   volume.stale.clear();
   if (isRedundant(volume.level)) volume.initialized = false;

@@ -14,7 +14,7 @@ namespace {
 EndDevice& lostMemberOf(Machine& machine, const Volume& volume) {
   for (const Handle handle : machine.arrays.at(volume.array).disks) {
     EndDevice& disk = machine.devices.at(handle);
-    if (!isUsable(disk)) return disk;
+    if (mayBeReplaced(disk)) return disk;
   }
   throw Refusal(VEX_STATUS_INVALID_STATE);
 }

@@ -129,7 +129,10 @@ void fields(A& archive, Of<EndDevice>) {
   archive.text("model", &EndDevice::model, 40);
   archive.text("firmware", &EndDevice::firmware, 21);
   archive.word("diskType", &EndDevice::diskType);
-  archive.word("state", &EndDevice::state);
+  archive.word("state", &EndDevice::condition);
+  archive.flag("failed", &EndDevice::failed);
+  archive.flag("locked", &EndDevice::locked);
+  archive.flag("smartEvent", &EndDevice::smartEvent);
   archive.word("presence", &EndDevice::presence);
   archive.flag("spare", &EndDevice::spare);
   archive.reference("spareFor", &EndDevice::spareFor, kArray);

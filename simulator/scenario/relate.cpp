@@ -73,12 +73,24 @@ class Relating {
   void relateDevice(EndDevice& device) {
     m_machine.controllers.at(device.controller).devices.push_back(device.handle);
     for (const Phy& phy : device.phys) m_machine.phyOwner.add(phy.handle, device.handle);
+    tellFactsApart(device);
     if (device.type != DeviceType::DISK) return;
     demand(usableSize(device) > 0, device, "totalSize", "a disk needs more than 8 MiB");
     demand(device.logicalSectorSize > 0 && device.logicalSectorSize <= UINT32_MAX, device,
            "logicalSectorSize", "must be from 1 to 4294967295");
     demand(device.physicalSectorSize > 0 && device.physicalSectorSize <= UINT32_MAX, device,
            "physicalSectorSize", "must be from 1 to 4294967295");
+  }
+
+  /// A state that says the same as a flag is taken as the flag.
+  static void tellFactsApart(EndDevice& device) {
+    bool* fact = nullptr;
+    if (device.condition == DiskState::FAILED) fact = &device.failed;
+    if (device.condition == DiskState::LOCKED) fact = &device.locked;
+    if (device.condition == DiskState::SMART_EVENT_TRIGGERED) fact = &device.smartEvent;
+    if (fact == nullptr) return;
+    *fact = true;
+    device.condition = DiskState::NORMAL;
   }
 
   void relatePort(Port& port) {
@@ -224,7 +236,6 @@ class Relating {
   }
 
   void checkRole(const EndDevice& device) const {
-    demand(device.state != DiskState::MISSING, device, "state", "MISSING follows from \"presence\"");
     demand(device.spareFor == 0 || device.spare, device, "spareFor", "needs \"spare\"");
     if (device.type == DeviceType::DISK) return;
     demand(!device.spare && !device.foreignMetadata && device.x8 == X8Role::NONE, device, "deviceType",

@@ -1,4 +1,5 @@
 #include "simulator/workbench_fixture.h"
+#include "support/by_name.h"
 
 // What becomes of volumes when disks go and come back.
 
@@ -199,6 +200,71 @@ TEST_F(Incident, BothVolumesOfAnArrayAreRebuilt) {
   pass(5000);
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
   EXPECT_EQ(volumeNamed("second").state, VEX_VOLUME_STATE_NORMAL);
+}
+
+struct FactRow {
+  std::string name;
+  const char* disk;
+  VEX_STATUS (*befall)(const char*);
+  std::uint32_t state;
+};
+
+void PrintTo(const FactRow& row, std::ostream* stream) { *stream << row.name; }
+
+class Fact : public Workbench, public testing::WithParamInterface<FactRow> {};
+
+TEST_P(Fact, OutlivesAFailure) {
+  const char* const id = GetParam().disk;
+  if (GetParam().befall != nullptr) {
+    ASSERT_EQ(GetParam().befall(id), kOk);
+  }
+  ASSERT_EQ(disk(id).diskState, GetParam().state);
+  ASSERT_EQ(VexSimFailDisk(id), kOk);
+  EXPECT_EQ(disk(id).diskState, VEX_DISK_STATE_FAILED);
+  ASSERT_EQ(VexDiskMarkAsNormal(diskHandle(id)), kOk);
+  EXPECT_EQ(disk(id).diskState, GetParam().state);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Incident, Fact,
+    testing::Values(FactRow{"Lock", "a5", VexSimLockDisk, VEX_DISK_STATE_LOCKED},
+                    FactRow{"SmartEvent", "a5", VexSimRaiseSmartEvent, VEX_DISK_STATE_SMART_EVENT_TRIGGERED},
+                    FactRow{"BeingUnsupported", "odd", nullptr, VEX_DISK_STATE_UNSUPPORTED},
+                    FactRow{"LaterMetadata", "uprev", nullptr, VEX_DISK_STATE_CONFIG_IS_UPREV}),
+    ByName());
+
+TEST_F(Incident, ASmartEventOutlivesALock) {
+  ASSERT_EQ(VexSimLockDisk("smart"), kOk);
+  EXPECT_EQ(disk("smart").diskState, VEX_DISK_STATE_LOCKED);
+  const std::string kept = machine();
+  EXPECT_NE(kept.find("\"smartEvent\":true"), std::string::npos) << kept;
+}
+
+TEST_F(Incident, ALockedVolumeIsNotMarkedAsNormal) {
+  ASSERT_EQ(VexSimLockDisk("a5"), kOk);
+  ASSERT_EQ(VexSimFailDisk("a5"), kOk);
+  EXPECT_EQ(stateOf("stripe"), VEX_VOLUME_STATE_FAILED) << "marking the disk as normal leaves it locked";
+  EXPECT_EQ(VexVolumeMarkAsNormal(volumeHandle("stripe")), VEX_STATUS_MARK_AS_NORMAL_FAILED);
+  ASSERT_EQ(VexDiskMarkAsNormal(diskHandle("a5")), kOk);
+  EXPECT_EQ(stateOf("stripe"), VEX_VOLUME_STATE_LOCKED);
+}
+
+TEST_F(Incident, ALockedMemberIsReplacedOnceItIsPulled) {
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
+  ASSERT_EQ(VexSimLockDisk("a2"), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_DEGRADED) << "it may be unlocked";
+  ASSERT_EQ(VexSimPullDisk("a2"), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_REBUILDING);
+  EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("five"));
+}
+
+TEST_F(Incident, ARebuildOntoADiskOfChoiceLeavesTheLockedMemberIn) {
+  ASSERT_EQ(VexSimLockDisk("a10"), kOk);
+  EXPECT_EQ(VexVolumeRebuild(volumeHandle("ten"), diskHandle("a7")), VEX_STATUS_INVALID_STATE);
+  ASSERT_EQ(VexSimFailDisk("a12"), kOk);
+  ASSERT_EQ(VexVolumeRebuild(volumeHandle("ten"), diskHandle("a7")), kOk);
+  EXPECT_EQ(disk("a10").arrayHandle, arrayHandle("ten"));
+  EXPECT_EQ(disk("a12").arrayHandle, 0U);
 }
 
 TEST_F(Incident, WhatCannotHappenIsRefused) {

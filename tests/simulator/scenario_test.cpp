@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 #include "model/capacity.h"
+#include "model/disk_role.h"
 #include "model/invariants.h"
 #include "model/redundancy.h"
 #include "scenario/generator.h"
@@ -222,6 +224,21 @@ TEST(Scenario, AFailedMemberDegradesARedundantVolume) {
            "volumes": [{"id": "V", "name": "v", "array": "A", "raidLevel": "RAID_5"}])"));
   EXPECT_EQ(stateOf(machine, volumeOf(machine, "v")), VolumeState::DEGRADED);
   EXPECT_EQ(findViolation(machine), "");
+}
+
+TEST(Scenario, AStateIsShortForAFactAndFactsStandBesideEachOther) {
+  const std::string disks = R"(, {"id": "d4", "controller": "C", "totalSize": 1056964608, "state": "LOCKED"},
+      {"id": "d5", "controller": "C", "totalSize": 1056964608, "locked": true},
+      {"id": "d6", "controller": "C", "totalSize": 1056964608, "state": "UNSUPPORTED", "failed": true,
+       "smartEvent": true})";
+  const std::string kept = writeScenario(readScenario(machineWith(disks, "")));
+  std::map<std::string, const EndDevice*> byId;
+  const Machine machine = readScenario(kept);
+  for (const auto& entry : machine.devices) byId[entry.second.id] = &entry.second;
+  for (const char* const id : {"d4", "d5"}) EXPECT_EQ(stateOf(*byId[id]), DiskState::LOCKED) << id;
+  EXPECT_EQ(stateOf(*byId["d6"]), DiskState::FAILED);
+  EXPECT_EQ(byId["d6"]->condition, DiskState::UNSUPPORTED);
+  EXPECT_TRUE(byId["d6"]->smartEvent);
 }
 
 TEST(Scenario, WorkWithoutATimeTakesTheTimeOfItsRate) {

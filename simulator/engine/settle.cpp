@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "engine/work.h"
-#include "model/capability.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/links.h"
+#include "model/membership.h"
 #include "model/redundancy.h"
 
 namespace simulator {
@@ -46,14 +46,11 @@ Handle findReturnedMember(const Machine& machine, const Volume& volume) {
 }
 
 bool isSpareFor(const EndDevice& disk, const Array& array) {
-  return disk.spare && stateOf(disk) == DiskState::NORMAL &&
-         (disk.spareFor == 0 || disk.spareFor == array.handle);
+  return disk.spare && (disk.spareFor == 0 || disk.spareFor == array.handle);
 }
 
-bool fits(const Machine& machine, const EndDevice& disk, const Array& array) {
-  const EndDevice& member = machine.devices.at(array.disks.front());
-  return disk.logicalSectorSize == member.logicalSectorSize &&
-         usableSize(disk) >= usedPerDisk(machine, array);
+bool mayReplace(const Machine& machine, const EndDevice& disk, const Array& array) {
+  return judgeCandidate(machine, disk, membershipOf(machine, array)) == VEX_STATUS_SUCCESS;
 }
 
 /// Dedicated spares come before global ones, and small ones before large ones.
@@ -66,7 +63,7 @@ EndDevice* findSpare(Machine& machine, const Array& array) {
   };
   for (const Handle handle : machine.controllers.at(array.controller).devices) {
     EndDevice& disk = machine.devices.at(handle);
-    if (isSpareFor(disk, array) && fits(machine, disk, array) && isBetter(disk)) best = &disk;
+    if (isSpareFor(disk, array) && mayReplace(machine, disk, array) && isBetter(disk)) best = &disk;
   }
   return best;
 }
@@ -75,8 +72,7 @@ EndDevice* findArrived(Machine& machine, const Array& array, Handle arrived) {
   EndDevice* const disk = machine.devices.find(arrived);
   const Controller& controller = machine.controllers.at(array.controller);
   if (disk == nullptr || !controller.rohiEnabled || disk->controller != controller.handle) return nullptr;
-  const bool isForeign = engineOf(machine, array).ordanDrivesOnly && !disk->isOrdanNVMe;
-  const bool serves = isFree(*disk) && disk->x8 == X8Role::NONE && !isForeign && fits(machine, *disk, array);
+  const bool serves = isFree(*disk) && mayReplace(machine, *disk, array);
   return serves ? disk : nullptr;
 }
 

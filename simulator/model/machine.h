@@ -181,6 +181,9 @@ struct Work {
   std::uint64_t targetSize = 0;               ///< MIGRATE: the size at the end
 };
 
+/// Not given yet; every volume of a machine has one.
+constexpr std::uint32_t kNoOrdinal = 0xFFFFFFFF;
+
 /// Spans all disks of its array, in the array's order. With MIGRATE work, level and strip size are those that
 /// it comes to; until then its data are as safe as the source layout of the work makes them.
 struct Volume {
@@ -188,7 +191,7 @@ struct Volume {
   std::string id;
   std::string name;
   Handle array = 0;
-  std::uint32_t ordinal = 0;
+  std::uint32_t ordinal = kNoOrdinal;
   RaidLevel level = RaidLevel::RAID_0;
   StripSize stripSize = StripSize::SIZE_64KB;
   std::uint64_t size = 0;

@@ -10,7 +10,6 @@
 namespace simulator {
 namespace {
 
-constexpr std::uint64_t kTwoTb = std::uint64_t{1} << 41;
 constexpr std::uint64_t kMaxSizeMiB = std::uint64_t{1} << 40;
 
 bool isOneLevel(std::uint32_t code) {
@@ -19,14 +18,6 @@ bool isOneLevel(std::uint32_t code) {
 }
 
 bool isOneBit(std::uint32_t code) { return code != 0 && (code & (code - 1)) == 0; }
-
-/// Spares may become members, and so may free disks; a source disk may hold the system.
-bool mayJoin(const EndDevice& disk, Handle sourceDisk) {
-  if (stateOf(disk) != DiskState::NORMAL) return false;
-  const DiskUsage usage = usageOf(disk);
-  const bool isSource = disk.handle == sourceDisk;
-  return usage == DiskUsage::SPARE || (usage == DiskUsage::PASS_THROUGH && (isSource || !disk.systemDisk));
-}
 
 void requireJournalingDrive(const EndDevice& drive, const EndDevice& member) {
   require(drive.controller == member.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
@@ -63,16 +54,8 @@ void takeAsNormal(EndDevice& disk) {
 }
 
 void requireCandidate(const Machine& machine, const EndDevice& disk, const Membership& membership) {
-  const Controller& controller = machine.controllers.at(membership.controller);
-  const RaidEngine& engine = machine.engines.at(controller.engine);
-  const bool isTooLarge = disk.totalSize > kTwoTb && !controller.twoTbDiskSupport;
-  const bool isX8Misused = disk.x8 != X8Role::NONE && !membership.isRaid0Only;
-  require(disk.controller == membership.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
-  require(isSupported(disk) && !isTooLarge && !isX8Misused, VEX_STATUS_UNSUPPORTED_DISK);
-  require(disk.isOrdanNVMe || !engine.ordanDrivesOnly, VEX_STATUS_FOREIGN_DRIVE_NOT_SUPPORTED);
-  require(disk.logicalSectorSize == membership.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
-  require(mayJoin(disk, membership.sourceDisk), VEX_STATUS_INVALID_STATE);
-  require(usableSize(disk) >= membership.minUsableSize, VEX_STATUS_DISK_TOO_SMALL);
+  const Status judgement = judgeCandidate(machine, disk, membership);
+  require(judgement == VEX_STATUS_SUCCESS, judgement);
 }
 
 void requireDisks(Machine& machine, const std::vector<Handle>& disks) {
@@ -82,14 +65,10 @@ void requireDisks(Machine& machine, const std::vector<Handle>& disks) {
   require(different.size() == disks.size(), VEX_STATUS_INVALID_DISK);
 }
 
-void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, std::size_t more) {
-  const auto isRaidDisk = [&](const auto& entry) {
-    const EndDevice& disk = entry.second;
-    return machine.controllers.at(disk.controller).engine == engine.handle && (disk.array != 0 || disk.spare);
-  };
-  const auto present = std::count_if(machine.devices.begin(), machine.devices.end(), isRaidDisk);
-  require(static_cast<std::size_t>(present) + more <= engine.maxRaidDisksSupported,
-          VEX_STATUS_TOO_MANY_ITEMS);
+void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, const std::vector<Handle>& disks) {
+  const auto isNew = [&](Handle disk) { return !machine.devices.at(disk).spare; };
+  const auto more = static_cast<std::size_t>(std::count_if(disks.begin(), disks.end(), isNew));
+  require(raidDisksOf(machine, engine) + more <= engine.maxRaidDisksSupported, VEX_STATUS_TOO_MANY_ITEMS);
 }
 
 const RaidEngine& requireEngine(const Machine& machine, const Controller& controller) {

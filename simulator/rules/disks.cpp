@@ -69,11 +69,11 @@ void markAsSpare(Machine& machine, Handle handle, Handle array) {
   require(controller.supportsMarkAsSpare, VEX_STATUS_NOT_SUPPORTED);
   const RaidEngine& engine = requireEngine(machine, controller);
   require(array == 0 ? engine.globalSpareSupport : engine.dedicatedSpareSupport, VEX_STATUS_NOT_SUPPORTED);
-  require(isSupported(disk) && disk.x8 == X8Role::NONE, VEX_STATUS_UNSUPPORTED_DISK);
-  require(disk.isOrdanNVMe || !engine.ordanDrivesOnly, VEX_STATUS_FOREIGN_DRIVE_NOT_SUPPORTED);
+  const Status drive = judgeDrive(machine, controller, disk, false);
+  require(drive == VEX_STATUS_SUCCESS, drive);
   require(isFree(disk), VEX_STATUS_INVALID_STATE);
   if (array != 0) requireSpareOf(machine, disk, array);
-  requireRaidDiskRoom(machine, engine, 1);
+  requireRaidDiskRoom(machine, engine, {handle});
   disk.spare = true;
   disk.spareFor = array;
 }

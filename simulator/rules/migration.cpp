@@ -22,14 +22,11 @@ void requireNewMembers(Machine& machine, const Volume& volume, RaidLevel target,
                        const std::vector<Handle>& disks) {
   const Array& array = machine.arrays.at(volume.array);
   const RaidEngine& engine = engineOf(machine, array);
-  Membership membership;
-  membership.controller = array.controller;
-  membership.logicalSectorSize = machine.devices.at(array.disks.front()).logicalSectorSize;
-  membership.minUsableSize = footprintOf(machine, volume);
+  Membership membership = membershipOf(machine, array);
   membership.isRaid0Only = target == RaidLevel::RAID_0;
   for (const Handle disk : disks) requireCandidate(machine, machine.devices.at(disk), membership);
   require(array.disks.size() + disks.size() <= engine.maxDisksPerArray, VEX_STATUS_TOO_MANY_ITEMS);
-  requireRaidDiskRoom(machine, engine, disks.size());
+  requireRaidDiskRoom(machine, engine, disks);
 }
 
 void requireMembersAtLevel(const Machine& machine, const Array& array, RaidLevel target) {

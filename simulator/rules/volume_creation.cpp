@@ -131,7 +131,7 @@ Handle createVolumeFromDisks(Machine& machine, const std::vector<Handle>& disks,
   membership.isRaid0Only = level.level == RaidLevel::RAID_0;
   membership.sourceDisk = source;
   for (const Handle disk : disks) requireCandidate(machine, machine.devices.at(disk), membership);
-  requireRaidDiskRoom(machine, engine, disks.size());
+  requireRaidDiskRoom(machine, engine, disks);
   const RwhChoice rwh =
       requireRwh(machine, engine, level.level, wanted.rwhPolicy, wanted.journalingDrive, disks);
   const std::uint64_t size =

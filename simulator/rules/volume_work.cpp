@@ -33,11 +33,7 @@ void rebuildVolume(Machine& machine, Handle handle, Handle diskHandle) {
   const bool isDegraded = stateOf(machine, volume) == VolumeState::DEGRADED;
   require(isDegraded && !isBusy(machine, array), VEX_STATUS_INVALID_STATE);
   EndDevice& lost = lostMemberOf(machine, volume);
-  Membership membership;
-  membership.controller = array.controller;
-  membership.logicalSectorSize = lost.logicalSectorSize;
-  membership.minUsableSize = usedPerDisk(machine, array);
-  requireCandidate(machine, disk, membership);
+  requireCandidate(machine, disk, membershipOf(machine, array));
   replaceMember(machine, array, lost, disk);
 }
 

@@ -1,7 +1,9 @@
 #include "scenario/relate.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <string>
 
 #include "engine/settle.h"
 #include "engine/work.h"
@@ -9,6 +11,7 @@
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/links.h"
+#include "model/membership.h"
 #include "model/names.h"
 #include "model/redundancy.h"
 #include "scenario/scenario.h"
@@ -32,6 +35,7 @@ class Relating {
     relateArrays();
     relateVolumes();
     for (const auto& entry : m_machine.devices) checkRole(entry.second);
+    for (const auto& entry : m_machine.arrays) checkNotEmpty(entry.second);
     for (auto& entry : m_machine.volumes) relateWork(entry.second);
     settle(m_machine);
   }
@@ -129,13 +133,31 @@ class Relating {
     }
     const Controller& controller = m_machine.controllers.at(first.controller);
     demand(controller.engine != 0, array, "disks", "their controller has no RAID engine");
+    for (std::size_t i = 0; i < array.disks.size(); ++i) {
+      const EndDevice& disk = m_machine.devices.at(array.disks[i]);
+      checkDrive(disk, indexed(m_loading.pathOf(array.handle), "disks", i));
+    }
     demand(array.disks.size() <= m_machine.engines.at(controller.engine).maxDisksPerArray, array, "disks",
            "are more than the engine's maxDisksPerArray");
+  }
+
+  /// A member or spare is a drive that its engine would take.
+  void checkDrive(const EndDevice& disk, const std::string& at) const {
+    const Controller& controller = m_machine.controllers.at(disk.controller);
+    demandAt(!isTooLarge(controller, disk), at, "is over 2 TiB, and its controller takes no such disks");
+    demandAt(!isForeign(m_machine.engines.at(controller.engine), disk), at,
+             "is no Ordan drive, and the engine takes no others");
+  }
+
+  void checkNotEmpty(const Array& array) const {
+    demand(!array.volumes.empty() || engineOf(m_machine, array).emptyArraysSupport, array, "disks",
+           "no volume stands on them, and the engine has no empty arrays");
   }
 
   void relateVolumes() {
     Table<Volume> read;
     std::swap(read, m_machine.volumes);
+    for (auto& entry : read) claimOrdinal(entry.second);
     for (auto& entry : read) {
       Volume& volume = entry.second;
       chooseOrdinal(volume);
@@ -147,17 +169,17 @@ class Relating {
     }
   }
 
-  /// Volumes of one array that all leave their ordinal out are numbered in the order of the file.
-  void chooseOrdinal(Volume& volume) const {
-    const auto isTaken = [&](std::uint32_t ordinal) {
-      const auto& volumes = m_machine.arrays.at(volume.array).volumes;
-      return std::any_of(volumes.begin(), volumes.end(),
-                         [&](Handle other) { return m_machine.volumes.at(other).ordinal == ordinal; });
-    };
-    if (volume.ordinal == 0) {
-      while (isTaken(volume.ordinal)) ++volume.ordinal;
-    }
-    demand(!isTaken(volume.ordinal), volume, "arrayOrdinal", "is taken in its array");
+  void claimOrdinal(const Volume& volume) {
+    if (volume.ordinal == kNoOrdinal) return;
+    demand(m_ordinals[volume.array].insert(volume.ordinal).second, volume, "arrayOrdinal",
+           "is taken in its array");
+  }
+
+  /// Volumes that leave their ordinal out take the first ones that are free, in the order of the file.
+  void chooseOrdinal(Volume& volume) {
+    if (volume.ordinal != kNoOrdinal) return;
+    volume.ordinal = 0;
+    while (!m_ordinals[volume.array].insert(volume.ordinal).second) ++volume.ordinal;
   }
 
   void checkVolume(const Volume& volume) {
@@ -177,8 +199,18 @@ class Relating {
       const bool isMember = m_machine.devices.at(volume.stale[i]).array == volume.array;
       demandAt(isMember, indexed(m_loading.pathOf(volume.handle), "stale", i),
                "is not a disk of the volume's array");
+      demandAt(std::count(volume.stale.begin(), volume.stale.end(), volume.stale[i]) == 1,
+               indexed(m_loading.pathOf(volume.handle), "stale", i), "stands twice");
     }
+    checkX8(volume, array);
     checkJournal(volume, engine);
+  }
+
+  void checkX8(const Volume& volume, const Array& array) const {
+    const auto isX8 = [&](Handle disk) { return m_machine.devices.at(disk).x8 != X8Role::NONE; };
+    const bool holdsX8 = std::any_of(array.disks.begin(), array.disks.end(), isX8);
+    demand(!holdsX8 || volume.level == RaidLevel::RAID_0, volume, "raidLevel",
+           "X8 disks are for RAID_0 only");
   }
 
   void checkJournal(const Volume& volume, const RaidEngine& engine) const {
@@ -210,7 +242,8 @@ class Relating {
       const bool isMember = m_machine.devices.at(work.sourceDisks[i]).array == volume.array;
       demandAt(isMember, indexed(at, "sourceDisks", i), "is not a disk of the volume's array");
     }
-    demandAt(dataDisks(work.sourceLevel, work.sourceDisks.size()) > 0, at + ".sourceLevel",
+    const bool isOfPairs = work.sourceLevel != RaidLevel::RAID_10 || work.sourceDisks.size() % 2 == 0;
+    demandAt(isOfPairs && dataDisks(work.sourceLevel, work.sourceDisks.size()) > 0, at + ".sourceLevel",
              "does not go with the number of source disks");
   }
 
@@ -237,9 +270,17 @@ class Relating {
 
   void checkRole(const EndDevice& device) const {
     demand(device.spareFor == 0 || device.spare, device, "spareFor", "needs \"spare\"");
+    if (device.spare) checkSpare(device);
     if (device.type == DeviceType::DISK) return;
     demand(!device.spare && !device.foreignMetadata && device.x8 == X8Role::NONE, device, "deviceType",
            "only a disk has a role");
+  }
+
+  void checkSpare(const EndDevice& spare) const {
+    demand(m_machine.controllers.at(spare.controller).engine != 0, spare, "spare",
+           "its controller has no RAID engine");
+    demand(spare.x8 == X8Role::NONE, spare, "spare", "an X8 disk is no spare");
+    checkDrive(spare, m_loading.pathOf(spare.handle) + ".spare");
   }
 
   void relateWork(Volume& volume) {
@@ -262,6 +303,7 @@ class Relating {
   Machine& m_machine;
   const Loading& m_loading;
   std::set<std::string> m_volumeNames;
+  std::map<Handle, std::set<std::uint32_t>> m_ordinals;  ///< of the volumes of each array
 };
 
 }  // namespace

@@ -265,6 +265,17 @@ TEST_F(Action, ASpareMayBecomeAMember) {
   EXPECT_EQ(disk("a7").diskUsage, VEX_DISK_USAGE_ARRAY_MEMBER);
 }
 
+TEST_F(Action, ASpareThatBecomesAMemberIsCountedOnce) {
+  for (const char* const id : {"a7", "a8", "a9", "large", "journal"}) {
+    ASSERT_EQ(VexDiskMarkAsSpare(diskHandle(id), 0), kOk)
+        << "the engine has room for 18 disks, and 13 are members";
+  }
+  EXPECT_EQ(VexDiskMarkAsSpare(diskHandle("sectors"), 0), VEX_STATUS_TOO_MANY_ITEMS);
+  EXPECT_EQ(createFromDisks(diskHandles({"a7", "a8"}), wish("new", VEX_RAID_LEVEL_1, 0)), kOk);
+  EXPECT_EQ(addDisks(arrayHandle("five"), diskHandles({"a9"})), kOk);
+  EXPECT_EQ(modify(volumeHandle("stripe"), VEX_RAID_LEVEL_5, diskHandles({"large"})), kOk);
+}
+
 TEST_F(Action, X8DisksMakeARaid0) {
   EXPECT_EQ(createFromDisks(diskHandles({"x8", "other x8"}), wish("new", VEX_RAID_LEVEL_0, 0)), kOk);
 }

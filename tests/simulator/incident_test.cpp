@@ -1,4 +1,4 @@
-#include "simulator/workbench_fixture.h"
+#include "simulator/refusal_rows.h"
 #include "support/by_name.h"
 
 // What becomes of volumes when disks go and come back.
@@ -265,6 +265,19 @@ TEST_F(Incident, ARebuildOntoADiskOfChoiceLeavesTheLockedMemberIn) {
   ASSERT_EQ(VexVolumeRebuild(volumeHandle("ten"), diskHandle("a7")), kOk);
   EXPECT_EQ(disk("a10").arrayHandle, arrayHandle("ten"));
   EXPECT_EQ(disk("a12").arrayHandle, 0U);
+}
+
+TEST_F(Incident, ADiskTooLargeForItsControllerIsNotTakenWhenItIsPutIn) {
+  Wanted wanted;
+  wanted.level = VEX_RAID_LEVEL_1;
+  ASSERT_EQ(createFromDisks(diskHandles({"d4", "d5"}), wanted), kOk);
+  ASSERT_EQ(VexROHISetState(controller("D").controllerHandle, 1), kOk);
+  ASSERT_EQ(VexSimFailDisk("d4"), kOk);
+  ASSERT_EQ(VexSimPullDisk("d6"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("d6"), kOk);
+  ASSERT_EQ(VexRescan(), kOk);
+  EXPECT_NE(diskHandle("d6"), 0U);
+  EXPECT_EQ(volumeNamed("new").state, VEX_VOLUME_STATE_DEGRADED);
 }
 
 TEST_F(Incident, WhatCannotHappenIsRefused) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/migration.h"
 #include "engine/work.h"
 #include "model/capacity.h"
 #include "model/disk_role.h"
@@ -15,7 +16,9 @@ namespace {
 void markStale(const Machine& machine, Volume& volume) {
   if (healthOf(machine, volume) == Health::LOST) return;
   for (const Handle disk : machine.arrays.at(volume.array).disks) {
-    if (!isUsable(machine.devices.at(disk)) && !isStale(volume, disk)) volume.stale.push_back(disk);
+    if (isUsable(machine.devices.at(disk)) || isStale(volume, disk)) continue;
+    volume.stale.push_back(disk);
+    if (isMigrating(volume) && !contains(volume.work->sourceDisks, disk)) volume.blank.push_back(disk);
   }
 }
 
@@ -28,7 +31,7 @@ bool hasGround(const Machine& machine, const Volume& volume) {
     case WorkKind::VERIFY_AND_FIX:
       return healthOf(machine, volume) == Health::INTACT;
     case WorkKind::MIGRATE:
-      return true;  // it waits while its source is lost
+      return true;  // it may wait
   }
   return false;
 }
@@ -84,35 +87,48 @@ EndDevice* findReplaceableMember(Machine& machine, const Array& array) {
   return nullptr;
 }
 
-void replaceLostMember(Machine& machine, Array& array, Handle arrived) {
-  EndDevice* const lost = isBusy(machine, array) ? nullptr : findReplaceableMember(machine, array);
-  if (lost == nullptr) return;
-  EndDevice* replacement = findSpare(machine, array);
-  if (replacement == nullptr) replacement = findArrived(machine, array, arrived);
-  if (replacement != nullptr) replaceMember(machine, array, *lost, *replacement);
+/// A volume whose redundancy or whose migration needs a member more, or an array on which nothing stands yet.
+bool callsForMember(const Machine& machine, const Array& array) {
+  const auto calls = [&](Handle handle) {
+    const Volume& volume = machine.volumes.at(handle);
+    return needsRebuild(machine, volume) || waitsForMember(machine, volume);
+  };
+  return array.volumes.empty() || std::any_of(array.volumes.begin(), array.volumes.end(), calls);
 }
 
-bool isAnyServed(const Machine& machine, const Array& array) {
-  return std::any_of(array.volumes.begin(), array.volumes.end(),
-                     [&](Handle volume) { return needsRebuild(machine, machine.volumes.at(volume)); });
+bool replaceLostMember(Machine& machine, Array& array, Handle arrived) {
+  if (isAtWork(machine, array) || !callsForMember(machine, array)) return false;
+  EndDevice* const lost = findReplaceableMember(machine, array);
+  if (lost == nullptr) return false;
+  EndDevice* replacement = findSpare(machine, array);
+  if (replacement == nullptr) replacement = findArrived(machine, array, arrived);
+  if (replacement == nullptr) return false;
+  replaceMember(machine, array, *lost, *replacement);
+  return true;
+}
+
+void rebuildOntoReturned(Machine& machine, Volume& volume) {
+  if (!needsRebuild(machine, volume)) return;
+  const Handle disk = findReturnedMember(machine, volume);
+  if (disk != 0) startRebuild(machine, volume, disk);
+}
+
+void settleVolume(Machine& machine, Volume& volume) {
+  markStale(machine, volume);
+  if (volume.work && !hasGround(machine, volume)) volume.work.reset();
+  if (isMigrating(volume)) settleMigration(machine, volume);
+  rebuildOntoReturned(machine, volume);
 }
 
 }  // namespace
 
 void settle(Machine& machine, Handle arrived) {
-  for (auto& entry : machine.volumes) {
-    Volume& volume = entry.second;
-    markStale(machine, volume);
-    if (volume.work && !hasGround(machine, volume)) volume.work.reset();
-  }
+  for (auto& entry : machine.volumes) settleVolume(machine, entry.second);
   for (auto& entry : machine.arrays) {
-    if (isAnyServed(machine, entry.second)) replaceLostMember(machine, entry.second, arrived);
-  }
-  for (auto& entry : machine.volumes) {
-    Volume& volume = entry.second;
-    if (!needsRebuild(machine, volume)) continue;
-    const Handle disk = findReturnedMember(machine, volume);
-    if (disk != 0) startRebuild(machine, volume, disk);
+    Array& array = entry.second;
+    while (replaceLostMember(machine, array, arrived)) {
+      for (const Handle volume : array.volumes) settleVolume(machine, machine.volumes.at(volume));
+    }
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "engine/settle.h"
 #include "model/capacity.h"
+#include "model/links.h"
 #include "model/redundancy.h"
 
 namespace simulator {
@@ -30,10 +31,6 @@ void start(Machine& machine, Volume& volume, Work work) {
   ++machine.changes;
 }
 
-bool isRunning(const Machine& machine, const Volume& volume) {
-  return volume.work && healthOf(machine, volume) != Health::LOST;
-}
-
 void finishVerify(Volume& volume, bool fix) {
   volume.verifyErrors = volume.latentErrors;
   volume.verifyBadBlocks = volume.latentBadBlocks;
@@ -42,13 +39,14 @@ void finishVerify(Volume& volume, bool fix) {
   volume.latentBadBlocks = 0;
 }
 
+/// A migration ends with what is settled afterwards, since it may have to wait.
 void finish(Volume& volume) {
+  if (isMigrating(volume)) return;
   const Work work = std::move(*volume.work);
   volume.work.reset();
   switch (work.kind) {
     case WorkKind::REBUILD:
-      volume.stale.erase(std::remove(volume.stale.begin(), volume.stale.end(), work.disk),
-                         volume.stale.end());
+      bringUpToDate(volume, work.disk);
       break;
     case WorkKind::INITIALIZE:
       volume.initialized = true;
@@ -58,7 +56,6 @@ void finish(Volume& volume) {
       finishVerify(volume, work.kind == WorkKind::VERIFY_AND_FIX);
       break;
     case WorkKind::MIGRATE:
-      volume.size = work.targetSize;
       break;
   }
 }
@@ -126,12 +123,14 @@ void startVerify(Machine& machine, Volume& volume, bool fix) {
 }
 
 void startMigration(Machine& machine, Volume& volume, RaidLevel sourceLevel, std::vector<Handle> sourceDisks,
-                    std::uint64_t targetSize) {
+                    std::uint64_t targetSize, bool rewrites) {
   Work work;
   work.kind = WorkKind::MIGRATE;
   work.sourceLevel = sourceLevel;
   work.sourceDisks = std::move(sourceDisks);
   work.targetSize = targetSize;
+  work.rewrites = rewrites;
+  if (!isRedundant(volume.level)) volume.initialized = true;
   start(machine, volume, std::move(work));
 }
 

@@ -17,9 +17,9 @@ void startInitialize(Machine& machine, Volume& volume);
 void startVerify(Machine& machine, Volume& volume, bool fix);
 
 /// Begins the way from the source layout to the volume's present level, strip size and array, and to
-/// `targetSize`.
+/// `targetSize`. What is written anew is initialised at the end, and so is always what has no redundancy.
 void startMigration(Machine& machine, Volume& volume, RaidLevel sourceLevel, std::vector<Handle> sourceDisks,
-                    std::uint64_t targetSize);
+                    std::uint64_t targetSize, bool rewrites = true);
 
 /// Moves the time on: work proceeds, ends and draws its consequences, in the order of time. Two steps do what
 /// one step of the same length does.

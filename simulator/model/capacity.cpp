@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "model/disk_role.h"
+#include "model/redundancy.h"
 
 namespace simulator {
 
@@ -34,7 +35,7 @@ std::uint64_t shareOf(RaidLevel level, std::size_t disks, std::uint64_t size) {
 
 std::uint64_t footprintOf(const Machine& machine, const Volume& volume) {
   const std::size_t disks = machine.arrays.at(volume.array).disks.size();
-  if (!volume.work || volume.work->kind != WorkKind::MIGRATE) {
+  if (!isMigrating(volume)) {
     return shareOf(volume.level, disks, volume.size);
   }
   return std::max(shareOf(volume.work->sourceLevel, volume.work->sourceDisks.size(), volume.size),

@@ -22,10 +22,6 @@ void expect(bool holds, const T& object, const char* rule) {
   if (!holds) throw Violation(object.id + " (" + std::to_string(object.handle) + "): " + rule);
 }
 
-bool contains(const std::vector<Handle>& handles, Handle handle) {
-  return std::find(handles.begin(), handles.end(), handle) != handles.end();
-}
-
 bool hasDuplicate(const std::vector<Handle>& handles) {
   return std::set<Handle>(handles.begin(), handles.end()).size() != handles.size();
 }
@@ -77,6 +73,7 @@ void checkLayout(const Machine& machine, const Volume& volume, const Array& arra
   expect(level != nullptr, volume, "its engine has no such level");
   expect(takesDiskCount(*level, array.disks.size()), volume, "has a wrong number of disks");
   expect(volume.size > 0, volume, "has no size");
+  expect(volume.initialized || isRedundant(volume.level), volume, "has no redundancy to be initialised");
   expect(volume.rwhPolicy == RwhPolicy::RWH_OFF || volume.level == RaidLevel::RAID_5, volume,
          "closes a write hole that it does not have");
   expect((volume.rwhPolicy == RwhPolicy::RWH_JOURNALING_DRIVE) == (volume.journalingDrive != 0), volume,
@@ -92,9 +89,26 @@ void checkStale(const Machine& machine, const Volume& volume, const Array& array
   for (const Handle disk : volume.stale) {
     expect(contains(array.disks, disk), volume, "a disk is stale that is no member");
   }
+  for (const Handle disk : volume.blank)
+    expect(isStale(volume, disk), volume, "a disk is blank and not stale");
   if (healthOf(machine, volume) == Health::LOST) return;
   for (const Handle disk : array.disks) {
     expect(isUsable(machine.devices.at(disk)) || isStale(volume, disk), volume, "a lost disk is up to date");
+  }
+}
+
+bool mayEnd(const Machine& machine, const Volume& volume) {
+  return wouldServeAtTarget(machine, volume, volume.work->catchUp);
+}
+
+void checkMigration(const Machine& machine, const Volume& volume, Health health) {
+  const Work& work = *volume.work;
+  for (const Handle disk : work.sourceDisks) {
+    expect(machine.devices.at(disk).array == volume.array, volume, "migrates from a disk that is no member");
+  }
+  for (const Handle disk : work.catchUp) {
+    expect(isStale(volume, disk), volume, "a disk is caught up that is not stale");
+    expect(health == Health::LOST || isUsable(machine.devices.at(disk)), volume, "a lost disk is caught up");
   }
 }
 
@@ -108,7 +122,8 @@ void checkWork(const Machine& machine, const Volume& volume) {
     return;
   }
   const Work& work = *volume.work;
-  expect(work.elapsedMs < work.totalMs, volume, "its work is over and has not ended");
+  const bool waits = work.kind == WorkKind::MIGRATE && (health == Health::LOST || !mayEnd(machine, volume));
+  expect(work.elapsedMs < work.totalMs || waits, volume, "its work is over and has not ended");
   switch (work.kind) {
     case WorkKind::REBUILD:
       expect(isStale(volume, work.disk) && isUsable(machine.devices.at(work.disk)), volume,
@@ -121,10 +136,7 @@ void checkWork(const Machine& machine, const Volume& volume) {
       expect(health == Health::INTACT && isRedundant(volume.level), volume, "is checked though it cannot be");
       break;
     case WorkKind::MIGRATE:
-      for (const Handle disk : work.sourceDisks) {
-        expect(machine.devices.at(disk).array == volume.array, volume,
-               "migrates from a disk that is no member");
-      }
+      checkMigration(machine, volume, health);
       break;
   }
 }

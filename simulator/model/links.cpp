@@ -58,9 +58,19 @@ void replaceMember(Machine& machine, Array& array, EndDevice& oldDisk, EndDevice
   oldDisk.foreignMetadata = true;
   for (const Handle handle : array.volumes) {
     Volume& volume = machine.volumes.at(handle);
-    erase(volume.stale, oldDisk.handle);
+    bringUpToDate(volume, oldDisk.handle);
     volume.stale.push_back(newDisk.handle);
+    volume.blank.push_back(newDisk.handle);
+    if (!volume.work) continue;
+    auto& sources = volume.work->sourceDisks;
+    std::replace(sources.begin(), sources.end(), oldDisk.handle, newDisk.handle);
+    erase(volume.work->catchUp, oldDisk.handle);
   }
+}
+
+void bringUpToDate(Volume& volume, Handle disk) {
+  erase(volume.stale, disk);
+  erase(volume.blank, disk);
 }
 
 Volume& addVolume(Machine& machine, Volume volume) {

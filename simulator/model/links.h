@@ -16,8 +16,12 @@ void removeArray(Machine& machine, Handle array);
 
 void joinArray(Machine& machine, Array& array, EndDevice& disk);
 
-/// Puts `newDisk` into the place of `oldDisk`, which keeps the metadata of the array that goes on without it.
+/// Puts `newDisk`, blank, into the place of `oldDisk`, which keeps the metadata of the array that goes on
+/// without it. Migrations that wait go on from `newDisk` instead.
 void replaceMember(Machine& machine, Array& array, EndDevice& oldDisk, EndDevice& newDisk);
+
+/// The disk is no stale member of the volume any more.
+void bringUpToDate(Volume& volume, Handle disk);
 
 Volume& addVolume(Machine& machine, Volume volume);
 

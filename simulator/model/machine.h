@@ -179,6 +179,8 @@ struct Work {
   RaidLevel sourceLevel = RaidLevel::RAID_0;  ///< MIGRATE: how the data lay before
   std::vector<Handle> sourceDisks;            ///< MIGRATE: and on which disks
   std::uint64_t targetSize = 0;               ///< MIGRATE: the size at the end
+  std::vector<Handle> catchUp;                ///< MIGRATE: stale members that it has written since it began
+  bool rewrites = true;                       ///< MIGRATE: writes everything anew; an expansion does not
 };
 
 /// Not given yet; every volume of a machine has one.
@@ -196,6 +198,7 @@ struct Volume {
   StripSize stripSize = StripSize::SIZE_64KB;
   std::uint64_t size = 0;
   std::vector<Handle> stale;  ///< members whose content is out of date
+  std::vector<Handle> blank;  ///< those among them that never held the volume as it lies now
   CachePolicy cachePolicy = CachePolicy::OFF;
   RwhPolicy rwhPolicy = RwhPolicy::RWH_OFF;
   Handle journalingDrive = 0;

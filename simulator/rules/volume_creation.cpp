@@ -148,8 +148,7 @@ void deleteVolume(Machine& machine, Handle handle) {
   const Volume& volume = machine.volumes.at(handle);
   require(controllerOf(machine, volume).supportsVolumeDelete, VEX_STATUS_NOT_SUPPORTED);
   require(!volume.systemVolume, VEX_STATUS_NOT_PERMITTED);
-  const bool isMigrating = volume.work && volume.work->kind == WorkKind::MIGRATE;
-  require(!isMigrating || healthOf(machine, volume) == Health::LOST, VEX_STATUS_INVALID_STATE);
+  require(!isMigrating(volume) || !isRunning(machine, volume), VEX_STATUS_INVALID_STATE);
   const Array& array = machine.arrays.at(volume.array);
   const Handle arrayHandle = array.handle;
   removeVolume(machine, handle);

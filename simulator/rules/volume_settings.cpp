@@ -24,13 +24,15 @@ void markVolumeAsNormal(Machine& machine, Handle handle) {
           VEX_STATUS_INVALID_STATE);
   const Array& array = machine.arrays.at(volume.array);
   for (const Handle disk : array.disks) {
-    require(mayServeAgain(machine.devices.at(disk)), VEX_STATUS_MARK_AS_NORMAL_FAILED);
+    const bool hasContent = !contains(volume.blank, disk);
+    require(hasContent && mayServeAgain(machine.devices.at(disk)), VEX_STATUS_MARK_AS_NORMAL_FAILED);
   }
   for (const Handle handleOfDisk : array.disks) {
     EndDevice& disk = machine.devices.at(handleOfDisk);
     takeAsNormal(disk);
   }
   volume.stale.clear();
+  if (volume.work) volume.work->catchUp.clear();
   if (isRedundant(volume.level)) volume.initialized = false;
 }
 
@@ -70,7 +72,7 @@ void expandVolume(Machine& machine, Handle handle, std::uint64_t sizeMiB) {
   const std::uint64_t room = footprintOf(machine, volume) + freePerDisk(machine, array);
   const std::uint64_t size = requireSize(controller, volume.level, array.disks.size(), sizeMiB, room);
   require(size > volume.size, VEX_STATUS_INVALID_VOLUME_SIZE);
-  startMigration(machine, volume, volume.level, array.disks, size);
+  startMigration(machine, volume, volume.level, array.disks, size, false);
 }
 
 }  // namespace simulator

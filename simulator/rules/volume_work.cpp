@@ -31,7 +31,8 @@ void rebuildVolume(Machine& machine, Handle handle, Handle diskHandle) {
   EndDevice& disk = diskAt(machine, diskHandle);
   Array& array = machine.arrays.at(volume.array);
   const bool isDegraded = stateOf(machine, volume) == VolumeState::DEGRADED;
-  require(isDegraded && !isBusy(machine, array), VEX_STATUS_INVALID_STATE);
+  const bool needsMember = isDegraded || waitsForMember(machine, volume);
+  require(needsMember && !isAtWork(machine, array), VEX_STATUS_INVALID_STATE);
   EndDevice& lost = lostMemberOf(machine, volume);
   requireCandidate(machine, disk, membershipOf(machine, array));
   replaceMember(machine, array, lost, disk);

@@ -183,6 +183,8 @@ void fields(A& archive, Of<Work>) {
   archive.word("sourceLevel", &Work::sourceLevel);
   archive.references("sourceDisks", &Work::sourceDisks, kDevice);
   archive.number("targetSize", &Work::targetSize);
+  archive.references("catchUp", &Work::catchUp, kDevice);
+  archive.flag("rewrites", &Work::rewrites);
 }
 
 template <class A>
@@ -195,6 +197,7 @@ void fields(A& archive, Of<Volume>) {
   archive.word("stripSize", &Volume::stripSize);
   archive.number("size", &Volume::size);
   archive.references("stale", &Volume::stale, kDevice);
+  archive.references("blank", &Volume::blank, kDevice);
   archive.word("cachePolicy", &Volume::cachePolicy);
   archive.word("rwhPolicy", &Volume::rwhPolicy);
   archive.reference("journalingDrive", &Volume::journalingDrive, kDevice);

@@ -161,6 +161,7 @@ class Relating {
     for (auto& entry : read) {
       Volume& volume = entry.second;
       chooseOrdinal(volume);
+      if (!isRedundant(volume.level)) volume.initialized = true;
       checkVolume(volume);
       completeMigration(volume);
       const Handle handle = volume.handle;
@@ -195,6 +196,10 @@ class Relating {
            "does not go with " + std::to_string(array.disks.size()) + " disks on this engine");
     demand(volume.level == RaidLevel::RAID_1 || takesStripSize(*level, volume.stripSize), volume, "stripSize",
            "the engine does not have it at this level");
+    for (std::size_t i = 0; i < volume.blank.size(); ++i) {
+      demandAt(isStale(volume, volume.blank[i]), indexed(m_loading.pathOf(volume.handle), "blank", i),
+               "is not among the stale");
+    }
     for (std::size_t i = 0; i < volume.stale.size(); ++i) {
       const bool isMember = m_machine.devices.at(volume.stale[i]).array == volume.array;
       demandAt(isMember, indexed(m_loading.pathOf(volume.handle), "stale", i),
@@ -241,6 +246,9 @@ class Relating {
     for (std::size_t i = 0; i < work.sourceDisks.size(); ++i) {
       const bool isMember = m_machine.devices.at(work.sourceDisks[i]).array == volume.array;
       demandAt(isMember, indexed(at, "sourceDisks", i), "is not a disk of the volume's array");
+    }
+    for (std::size_t i = 0; i < work.catchUp.size(); ++i) {
+      demandAt(isStale(volume, work.catchUp[i]), indexed(at, "catchUp", i), "is not among the stale");
     }
     const bool isOfPairs = work.sourceLevel != RaidLevel::RAID_10 || work.sourceDisks.size() % 2 == 0;
     demandAt(isOfPairs && dataDisks(work.sourceLevel, work.sourceDisks.size()) > 0, at + ".sourceLevel",
@@ -297,7 +305,10 @@ class Relating {
     }
     demandAt(isWithinCapacity(array), at, capacityText(array));
     if (work.totalMs == 0) work.totalMs = durationOf(m_machine, volume, work.kind);
-    demandAt(work.elapsedMs < work.totalMs, at + ".elapsedMs", "must be less than totalMs");
+    const bool waits =
+        work.kind == WorkKind::MIGRATE && work.elapsedMs == work.totalMs &&
+        (healthOf(m_machine, volume) == Health::LOST || !wouldServeAtTarget(m_machine, volume, work.catchUp));
+    demandAt(work.elapsedMs < work.totalMs || waits, at + ".elapsedMs", "must be less than totalMs");
   }
 
   Machine& m_machine;

@@ -69,10 +69,7 @@ std::uint64_t freeSize(const Machine& machine, const Array& array) {
 }
 
 std::uint64_t freeSize(const Machine& machine, const EndDevice& disk) {
-  if (disk.array != 0) {
-    const std::uint64_t used = usedPerDisk(machine, machine.arrays.at(disk.array));
-    return used < usableSize(disk) ? usableSize(disk) - used : 0;
-  }
+  if (disk.array != 0) return freePerDisk(machine, machine.arrays.at(disk.array));
   return usageOf(disk) == DiskUsage::PASS_THROUGH && isUsable(disk) ? usableSize(disk) : 0;
 }
 

@@ -38,7 +38,8 @@ std::uint64_t freePerDisk(const Machine& machine, const Array& array);
 std::uint64_t totalSize(const Machine& machine, const Array& array);
 std::uint64_t freeSize(const Machine& machine, const Array& array);
 
-/// What a new volume could take of the disk; 0 for a disk that none can take.
+/// What a new volume could take of the disk, of a member what its array leaves of each; 0 for a disk that
+/// none can take.
 std::uint64_t freeSize(const Machine& machine, const EndDevice& disk);
 
 }  // namespace simulator

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/disk_role.h"
+
 namespace simulator {
 namespace {
 
@@ -11,6 +13,16 @@ void insertSorted(std::vector<Handle>& handles, Handle handle) {
 
 void erase(std::vector<Handle>& handles, Handle handle) {
   handles.erase(std::remove(handles.begin(), handles.end(), handle), handles.end());
+}
+
+void takeWriteCache(const Array& array, EndDevice& disk) {
+  if (array.writeCache != WriteCache::UNKNOWN) disk.writeCache = array.writeCache;
+}
+
+/// What cannot be written keeps the metadata of the array that it was in.
+void release(EndDevice& disk) {
+  disk.array = 0;
+  disk.foreignMetadata = !isUsable(disk);
 }
 
 void claim(EndDevice& disk, Handle array) {
@@ -35,7 +47,7 @@ Array& addArray(Machine& machine, Array array) {
 
 void removeArray(Machine& machine, Handle handle) {
   const Array& array = machine.arrays.at(handle);
-  for (const Handle disk : array.disks) machine.devices.at(disk).array = 0;
+  for (const Handle disk : array.disks) release(machine.devices.at(disk));
   erase(machine.controllers.at(array.controller).arrays, handle);
   for (auto& entry : machine.devices) {
     EndDevice& disk = entry.second;
@@ -49,11 +61,22 @@ void removeArray(Machine& machine, Handle handle) {
 void joinArray(Machine&, Array& array, EndDevice& disk) {
   array.disks.push_back(disk.handle);
   claim(disk, array.handle);
+  takeWriteCache(array, disk);
+}
+
+void leaveArray(Machine& machine, Array& array, EndDevice& disk) {
+  erase(array.disks, disk.handle);
+  release(disk);
+  const auto serves = [&](Handle member) { return isUsable(machine.devices.at(member)); };
+  if (std::none_of(array.disks.begin(), array.disks.end(), serves)) removeArray(machine, array.handle);
 }
 
 void replaceMember(Machine& machine, Array& array, EndDevice& oldDisk, EndDevice& newDisk) {
   std::replace(array.disks.begin(), array.disks.end(), oldDisk.handle, newDisk.handle);
   claim(newDisk, array.handle);
+  takeWriteCache(array, newDisk);
+  newDisk.systemDisk = oldDisk.systemDisk;
+  oldDisk.systemDisk = false;
   oldDisk.array = 0;
   oldDisk.foreignMetadata = true;
   for (const Handle handle : array.volumes) {

@@ -1,5 +1,6 @@
 #include "model/capacity.h"
 #include "model/disk_role.h"
+#include "model/links.h"
 #include "model/redundancy.h"
 #include "rules/checks.h"
 #include "rules/rules.h"
@@ -9,14 +10,19 @@ namespace {
 
 constexpr std::uint32_t kMaxFailedUnlocks = 5;
 
+/// A member of an array on which no volume stands.
+bool isIdleMember(const Machine& machine, const EndDevice& disk) {
+  return disk.array != 0 && machine.arrays.at(disk.array).volumes.empty();
+}
+
 /// Metadata are cleared of a disk that can be written and that nothing uses.
-bool isClearable(const EndDevice& disk) {
+bool isClearable(const Machine& machine, const EndDevice& disk) {
   const DiskState state = stateOf(disk);
   const bool isWritable =
       isUsable(disk) || state == DiskState::OFFLINE || state == DiskState::CONFIG_IS_UPREV;
   const DiskUsage usage = usageOf(disk);
-  const bool isUnused =
-      usage == DiskUsage::PASS_THROUGH || usage == DiskUsage::SPARE || usage == DiskUsage::OFFLINE_ARRAY;
+  const bool isUnused = usage == DiskUsage::PASS_THROUGH || usage == DiskUsage::SPARE ||
+                        usage == DiskUsage::OFFLINE_ARRAY || isIdleMember(machine, disk);
   return isWritable && isUnused && !disk.systemDisk;
 }
 
@@ -48,7 +54,8 @@ bool holdsUpSystem(const Machine& machine, const EndDevice& device) {
 
 void clearMetadata(Machine& machine, Handle handle) {
   EndDevice& disk = diskAt(machine, handle);
-  require(isClearable(disk), VEX_STATUS_INVALID_STATE);
+  require(isClearable(machine, disk), VEX_STATUS_INVALID_STATE);
+  if (disk.array != 0) leaveArray(machine, machine.arrays.at(disk.array), disk);
   dropSpareRole(disk);
   disk.foreignMetadata = false;
   disk.condition = DiskState::NORMAL;

@@ -43,6 +43,13 @@ std::uint64_t memberSizeWith(const Machine& machine, const Array& array, const s
   return smallest;
 }
 
+/// All that there is room for, up to where volumes end.
+std::uint64_t allThatFits(const Controller& controller, RaidLevel level, std::size_t disks,
+                          std::uint64_t room) {
+  const std::uint64_t size = room * dataDisks(level, disks);
+  return controller.twoTbVolumeSupport ? size : std::min(size, kTwoTb);
+}
+
 }  // namespace
 
 void modifyRaidLevel(Machine& machine, Handle handle, std::uint32_t levelCode, std::uint32_t stripCode,
@@ -62,7 +69,8 @@ void modifyRaidLevel(Machine& machine, Handle handle, std::uint32_t levelCode, s
   requireNewMembers(machine, volume, target.level, disks);
   const std::size_t count = array.disks.size() + disks.size();
   const std::uint64_t room = memberSizeWith(machine, array, disks);
-  const std::uint64_t size = requireSize(controller, target.level, count, sizeMiB, room);
+  const std::uint64_t size = sizeMiB == 0 ? allThatFits(controller, target.level, count, room)
+                                          : requireSize(controller, target.level, count, sizeMiB, room);
   require(size >= volume.size, VEX_STATUS_INVALID_VOLUME_SIZE);
   const bool isNew =
       target.level != volume.level || strip != volume.stripSize || !disks.empty() || size > volume.size;

@@ -76,7 +76,9 @@ Array& addNewArray(Machine& machine, const std::vector<Handle>& disks) {
   array.id = newId(machine, "ARRAY-", array.handle);
   array.name = nameOfNewArray(machine);
   array.disks = disks;
-  return addArray(machine, std::move(array));
+  Array& added = addArray(machine, std::move(array));
+  for (const Handle disk : disks) machine.devices.at(disk).writeCache = added.writeCache;
+  return added;
 }
 
 /// The volume begins as the bare source disk and migrates from there.

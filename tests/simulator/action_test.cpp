@@ -256,7 +256,32 @@ TEST_F(Action, CreatesAVolumeFromDisks) {
   EXPECT_STREQ(info.name, "Array_0");
   EXPECT_EQ(info.totalSize, 3000 * kMiB);
   EXPECT_EQ(disk("large").arrayHandle, created.arrayHandle);
-  EXPECT_EQ(disk("large").freeSize, 1000 * kMiB);
+  EXPECT_EQ(disk("large").freeSize, 0U) << "no member gives more than the smallest";
+}
+
+TEST_F(Action, MembersAndArrayAgreeOnWhatIsFree) {
+  ASSERT_EQ(createFromDisks(diskHandles({"a7", "large"}), wish("new", VEX_RAID_LEVEL_0, 500)), kOk);
+  EXPECT_EQ(disk("a7").freeSize, 750 * kMiB);
+  EXPECT_EQ(disk("large").freeSize, 750 * kMiB);
+  VEX_ARRAY_INFO info = {};
+  ASSERT_EQ(VexGetArrayInfo(session(), volumeNamed("new").arrayHandle, &info), kOk);
+  EXPECT_EQ(info.freeSize, 2 * 750 * kMiB);
+}
+
+TEST_F(Action, NewMembersTakeTheWriteCacheOfTheirArray) {
+  ASSERT_EQ(VexArraySetWriteCacheState(arrayHandle("five"), 1), kOk);
+  ASSERT_EQ(addDisks(arrayHandle("five"), diskHandles({"a7"})), kOk);
+  EXPECT_EQ(disk("a7").writeCachePolicy, VEX_WRITE_CACHE_ON);
+  pass(5000);
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a8"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(disk("a8").writeCachePolicy, VEX_WRITE_CACHE_ON);
+}
+
+TEST_F(Action, ALevelChangeTakesWhatFitsWhereVolumesEndAt2Tb) {
+  ASSERT_EQ(modify(volumeHandle("tiny"), VEX_RAID_LEVEL_0, {}, VEX_STRIP_SIZE_128KB), kOk);
+  pass(std::uint64_t{1} << 40);
+  EXPECT_EQ(volume("volume tiny").totalSize, std::uint64_t{1} << 41);
 }
 
 TEST_F(Action, ASpareMayBecomeAMember) {
@@ -292,6 +317,19 @@ TEST_F(Action, TakesOverTheDataOfASourceDisk) {
   ASSERT_EQ(VexSimInsertDisk("a7"), kOk);
   pass(10000);
   EXPECT_EQ(volumeNamed("new").totalSize, 2000 * kMiB);
+}
+
+TEST_F(Action, TheSystemMovesWithTheDiskThatTakesOver) {
+  const std::vector<VEX_HANDLE> disks = diskHandles({"system", "a7"});
+  ASSERT_EQ(createFromDisks(disks, wish("new", VEX_RAID_LEVEL_1, 0), disks[0]), kOk);
+  pass(10000);
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a8"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("system"), kOk);
+  EXPECT_EQ(disk("a8").systemDisk, 1U);
+  EXPECT_EQ(disk("system").systemDisk, 0U);
+  ASSERT_EQ(VexDiskMarkAsNormal(disks[0]), kOk);
+  ASSERT_EQ(VexDiskClearMetadata(disks[0]), kOk);
+  EXPECT_EQ(VexDiskMarkAsSpare(disks[0], 0), kOk) << "it can be used again";
 }
 
 TEST_F(Action, NewHandlesAreNeverThoseOfDeletedObjects) {

@@ -156,6 +156,53 @@ TEST_F(Incident, ADiskReplacedComesBackWithForeignMetadata) {
   EXPECT_NE(disk("a2").freeSize, 0U);
 }
 
+TEST_F(Incident, ADiskThatWasOutWhenItsArrayWasDeletedComesBackWithForeignMetadata) {
+  ASSERT_EQ(VexSimPullDisk("a5"), kOk);
+  ASSERT_EQ(VexSimFailDisk("a6"), kOk);
+  ASSERT_EQ(VexVolumeDelete(volumeHandle("stripe")), kOk);
+  EXPECT_EQ(disk("a5").endDeviceHandle, 0U);
+  ASSERT_EQ(VexSimInsertDisk("a5"), kOk);
+  EXPECT_EQ(disk("a5").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY);
+  EXPECT_EQ(disk("a6").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY) << "nobody could write it";
+  ASSERT_EQ(VexDiskClearMetadata(diskHandle("a5")), kOk);
+  EXPECT_EQ(disk("a5").diskUsage, VEX_DISK_USAGE_PASS_THROUGH);
+}
+
+class EmptyArray : public Workbench {
+ protected:
+  /// The array `five`, whose volume is gone.
+  void SetUp() override {
+    std::string scenario = kWorkbench;
+    const std::string place = "{\"id\": \"engine\", ";
+    scenario.insert(scenario.find(place) + place.size(), "\"emptyArraysSupport\": true, ");
+    start(scenario.c_str());
+    ASSERT_EQ(VexVolumeDelete(volumeHandle("five")), kOk);
+    ASSERT_EQ(array("array five").numVolumes, 0U);
+  }
+};
+
+TEST_F(EmptyArray, GivesItsDisksFreeOneByOne) {
+  ASSERT_EQ(VexDiskClearMetadata(diskHandle("a2")), kOk);
+  EXPECT_EQ(disk("a2").diskUsage, VEX_DISK_USAGE_PASS_THROUGH);
+  EXPECT_EQ(array("array five").numDisks, 2U);
+  ASSERT_EQ(VexSimPullDisk("a3"), kOk);
+  ASSERT_EQ(VexDiskClearMetadata(diskHandle("a4")), kOk);
+  EXPECT_EQ(arrayHandle("five"), 0U) << "none of its disks serves any more";
+  ASSERT_EQ(VexSimInsertDisk("a3"), kOk);
+  EXPECT_EQ(disk("a3").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY);
+}
+
+TEST_F(EmptyArray, TakesASpareForALostMember) {
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("five"));
+  EXPECT_EQ(disk("a2").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY);
+  Wanted wanted;
+  wanted.level = VEX_RAID_LEVEL_5;
+  EXPECT_EQ(create(arrayHandle("five"), wanted), kOk);
+  EXPECT_EQ(volumeNamed("new").state, VEX_VOLUME_STATE_NORMAL);
+}
+
 TEST_F(Incident, WithoutHotPlugARescanNoticesADiskPutIn) {
   ASSERT_EQ(VexSimPullDisk("sectors"), kOk);
   ASSERT_EQ(VexSimInsertDisk("sectors"), kOk);

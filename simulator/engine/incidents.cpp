@@ -11,7 +11,8 @@ bool isDisk(const EndDevice& device) { return device.type == DeviceType::DISK; }
 /// The device is there from now on.
 void arrive(Machine& machine, EndDevice& device) {
   device.presence = Presence::PRESENT;
-  settle(machine, device.handle);
+  device.hotInserted = isDisk(device) && machine.controllers.at(device.controller).rohiEnabled;
+  settle(machine);
 }
 
 }  // namespace
@@ -37,6 +38,7 @@ void pullDevice(Machine&, EndDevice& device) {
 
 void insertDevice(Machine& machine, EndDevice& device) {
   require(device.presence == Presence::ABSENT, VEX_STATUS_INVALID_STATE);
+  device.failedUnlocks = 0;
   if (device.managedHotplug) {
     arrive(machine, device);
   } else {

@@ -56,8 +56,10 @@ bool mayReplace(const Machine& machine, const EndDevice& disk, const Array& arra
   return judgeCandidate(machine, disk, membershipOf(machine, array)) == VEX_STATUS_SUCCESS;
 }
 
-/// Dedicated spares come before global ones, and small ones before large ones.
-EndDevice* findSpare(Machine& machine, const Array& array) {
+/// The best disk of the array's controller that `suits` and may become a member: dedicated spares come before
+/// others, and small disks before large ones.
+template <class Suits>
+EndDevice* findBest(Machine& machine, const Array& array, Suits suits) {
   EndDevice* best = nullptr;
   const auto isBetter = [&](const EndDevice& disk) {
     if (best == nullptr) return true;
@@ -66,17 +68,16 @@ EndDevice* findSpare(Machine& machine, const Array& array) {
   };
   for (const Handle handle : machine.controllers.at(array.controller).devices) {
     EndDevice& disk = machine.devices.at(handle);
-    if (isSpareFor(disk, array) && mayReplace(machine, disk, array) && isBetter(disk)) best = &disk;
+    if (suits(disk) && mayReplace(machine, disk, array) && isBetter(disk)) best = &disk;
   }
   return best;
 }
 
-EndDevice* findArrived(Machine& machine, const Array& array, Handle arrived) {
-  EndDevice* const disk = machine.devices.find(arrived);
-  const Controller& controller = machine.controllers.at(array.controller);
-  if (disk == nullptr || !controller.rohiEnabled || disk->controller != controller.handle) return nullptr;
-  const bool serves = isFree(*disk) && mayReplace(machine, *disk, array);
-  return serves ? disk : nullptr;
+EndDevice* findReplacement(Machine& machine, const Array& array) {
+  EndDevice* const spare =
+      findBest(machine, array, [&](const EndDevice& disk) { return isSpareFor(disk, array); });
+  if (spare != nullptr || !machine.controllers.at(array.controller).rohiEnabled) return spare;
+  return findBest(machine, array, [](const EndDevice& disk) { return disk.hotInserted && isFree(disk); });
 }
 
 EndDevice* findReplaceableMember(Machine& machine, const Array& array) {
@@ -96,15 +97,35 @@ bool callsForMember(const Machine& machine, const Array& array) {
   return array.volumes.empty() || std::any_of(array.volumes.begin(), array.volumes.end(), calls);
 }
 
-bool replaceLostMember(Machine& machine, Array& array, Handle arrived) {
+bool replaceLostMember(Machine& machine, Array& array) {
   if (isAtWork(machine, array) || !callsForMember(machine, array)) return false;
   EndDevice* const lost = findReplaceableMember(machine, array);
   if (lost == nullptr) return false;
-  EndDevice* replacement = findSpare(machine, array);
-  if (replacement == nullptr) replacement = findArrived(machine, array, arrived);
+  EndDevice* const replacement = findReplacement(machine, array);
   if (replacement == nullptr) return false;
   replaceMember(machine, array, *lost, *replacement);
   return true;
+}
+
+/// An array that serves or is empty, and that has lost a member for good.
+bool missesMember(Machine& machine, const Array& array) {
+  const auto serves = [&](Handle volume) {
+    return healthOf(machine, machine.volumes.at(volume)) != Health::LOST;
+  };
+  const bool isWorthIt =
+      array.volumes.empty() || std::any_of(array.volumes.begin(), array.volumes.end(), serves);
+  return isWorthIt && findReplaceableMember(machine, array) != nullptr;
+}
+
+/// A disk put in is remembered only while an array that it fits waits until its work is over.
+bool isStillWanted(Machine& machine, const EndDevice& disk) {
+  const Controller& controller = machine.controllers.at(disk.controller);
+  const auto wants = [&](Handle handle) {
+    const Array& array = machine.arrays.at(handle);
+    return missesMember(machine, array) && mayReplace(machine, disk, array);
+  };
+  return controller.rohiEnabled && isFree(disk) &&
+         std::any_of(controller.arrays.begin(), controller.arrays.end(), wants);
 }
 
 void rebuildOntoReturned(Machine& machine, Volume& volume) {
@@ -122,13 +143,17 @@ void settleVolume(Machine& machine, Volume& volume) {
 
 }  // namespace
 
-void settle(Machine& machine, Handle arrived) {
+void settle(Machine& machine) {
   for (auto& entry : machine.volumes) settleVolume(machine, entry.second);
   for (auto& entry : machine.arrays) {
     Array& array = entry.second;
-    while (replaceLostMember(machine, array, arrived)) {
+    while (replaceLostMember(machine, array)) {
       for (const Handle volume : array.volumes) settleVolume(machine, machine.volumes.at(volume));
     }
+  }
+  for (auto& entry : machine.devices) {
+    EndDevice& disk = entry.second;
+    if (disk.hotInserted) disk.hotInserted = isStillWanted(machine, disk);
   }
 }
 

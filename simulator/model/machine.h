@@ -127,6 +127,7 @@ struct EndDevice {
   Presence presence = Presence::PRESENT;
   bool spare = false;
   Handle spareFor = 0;           ///< array of a dedicated spare
+  bool hotInserted = false;      ///< put in for a lost member that nothing has replaced yet
   bool foreignMetadata = false;  ///< carries the metadata of an array that goes on without it
   bool readOnlyMount = false;
   std::uint8_t storagePool = 0;

@@ -136,6 +136,7 @@ void fields(A& archive, Of<EndDevice>) {
   archive.word("presence", &EndDevice::presence);
   archive.flag("spare", &EndDevice::spare);
   archive.reference("spareFor", &EndDevice::spareFor, kArray);
+  archive.flag("hotInserted", &EndDevice::hotInserted);
   archive.flag("foreignMetadata", &EndDevice::foreignMetadata);
   archive.flag("readOnlyMount", &EndDevice::readOnlyMount);
   archive.number("storagePool", &EndDevice::storagePool);

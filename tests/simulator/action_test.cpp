@@ -74,6 +74,20 @@ TEST_F(Action, UnlocksWithEitherPassword) {
   EXPECT_EQ(VexDiskUnlock(diskHandle("locked"), &params), kOk);
 }
 
+TEST_F(Action, CountsWrongPasswordsAnewAfterADiskWasOut) {
+  VEX_UNLOCK_PARAMS params = {};
+  std::strcpy(params.password, "guess");
+  const VEX_HANDLE locked = diskHandle("locked");
+  for (int guess = 0; guess < 5; ++guess) {
+    EXPECT_EQ(VexDiskUnlock(locked, &params), VEX_STATUS_WRONG_PASSWORD);
+  }
+  EXPECT_EQ(VexDiskUnlock(locked, &params), VEX_STATUS_UNLOCK_LIMIT_REACHED);
+  ASSERT_EQ(VexSimPullDisk("locked"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("locked"), kOk);
+  ASSERT_EQ(VexRescan(), kOk);
+  EXPECT_EQ(VexDiskUnlock(locked, &params), VEX_STATUS_WRONG_PASSWORD);
+}
+
 TEST_F(Action, RemovesADiskAtItsPhy) {
   ASSERT_EQ(VexPhyRemove(phyOf("a2"), 1), kOk);
   EXPECT_EQ(disk("a2").diskState, VEX_DISK_STATE_MISSING);

@@ -144,6 +144,29 @@ TEST_F(Incident, ADiskPutInIsTakenOnlyWithRebuildOnHotInsert) {
   EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("five"));
 }
 
+TEST_F(Incident, ADiskPutInDuringARebuildIsRememberedForTheSecondLostPair) {
+  ASSERT_EQ(VexROHISetState(controller("A").controllerHandle, 1), kOk);
+  ASSERT_EQ(VexSimPullDisk("a7"), kOk);
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a8"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("a10"), kOk);
+  ASSERT_EQ(disk("a8").arrayHandle, arrayHandle("ten"));
+  ASSERT_EQ(VexSimFailDisk("a12"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("a7"), kOk);
+  EXPECT_EQ(disk("a7").diskUsage, VEX_DISK_USAGE_PASS_THROUGH) << "the array is at work";
+  pass(10000);
+  EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("ten"));
+  pass(10000);
+  EXPECT_EQ(stateOf("ten"), VEX_VOLUME_STATE_NORMAL);
+}
+
+TEST_F(Incident, ADiskPutInWhereNothingIsLostIsForgotten) {
+  ASSERT_EQ(VexROHISetState(controller("A").controllerHandle, 1), kOk);
+  ASSERT_EQ(VexSimPullDisk("a7"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("a7"), kOk);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_DEGRADED);
+}
+
 TEST_F(Incident, ADiskReplacedComesBackWithForeignMetadata) {
   ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
   ASSERT_EQ(VexSimPullDisk("a2"), kOk);

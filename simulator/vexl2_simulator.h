@@ -27,10 +27,19 @@ VEX_API VEX_STATUS VexSimSaveText(char* text, uint32_t* size);
 /// The disk fails: it is there and serves nothing. 18 when it is not there or has failed already.
 VEX_API VEX_STATUS VexSimFailDisk(const char* disk);
 
-/// Somebody pulls the device out, or puts it back where it was. 18 when it is out, or in, already. Where no
+/// Somebody pulls the device out, or puts it back where it was. 18 when it is out, or in, already, or when
+/// another disk is in its bay. Where no
 /// hot-plug is managed, a device put in is noticed at the next `VexRescan`.
 VEX_API VEX_STATUS VexSimPullDisk(const char* disk);
 VEX_API VEX_STATUS VexSimInsertDisk(const char* disk);
+
+/// A blank disk is put into the bay of `bay`, a disk that is out: 18 when a disk is in it. `totalSize` in
+/// bytes and `sectorSize` may be 0, `model` null or empty, for those of that disk. Stores the new disk's id,
+/// which is also its serial number, as much of it as fits `size` bytes with a NUL; `id` may be null. 37 for a
+/// disk that is too small for any use, 34 for a sector size that is no power of two from 512 on, 2 for a
+/// model of more than 40 bytes, 43 for a bay where no disk was.
+VEX_API VEX_STATUS VexSimInsertBlankDisk(const char* bay, uint64_t totalSize, uint32_t sectorSize,
+                                         const char* model, char* id, uint32_t size);
 
 /// The disk locks itself. 18 unless it is there and serves.
 VEX_API VEX_STATUS VexSimLockDisk(const char* disk);
@@ -67,7 +76,8 @@ VEX_API VEX_STATUS VexSimClearFaults(void);
 VEX_API VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls);
 
 /// Checks the machine against its own rules: 0 when they hold, otherwise 16 with the first that does not as
-/// text. Also 16 when something that happened by itself could not be saved, with the reason.
+/// text. Also 16 when something that happened by itself could not be saved, with the reason. With 0 the text
+/// tells of a volume that goes on without its journal, or is empty.
 VEX_API VEX_STATUS VexSimCheck(char* text, uint32_t size);
 
 #endif

@@ -39,6 +39,17 @@ VEX_STATUS onDisk(void* function, const ControlArguments& arguments, Outcome&) {
   return as<decltype(VexSimFailDisk)>(function)(arguments.text(L"disk").c_str());
 }
 
+VEX_STATUS insertBlankDisk(void* function, const ControlArguments& arguments, Outcome& outcome) {
+  std::string id(kReasonSize, '\0');
+  const std::string bay = arguments.text(L"disk");
+  const std::string model = arguments.text(L"model", "");
+  const VEX_STATUS status = as<decltype(VexSimInsertBlankDisk)>(function)(
+      bay.c_str(), arguments.longNumber(L"size", 0), arguments.number(L"sectorSize", 0), model.c_str(),
+      id.data(), static_cast<std::uint32_t>(id.size()));
+  outcome.answer.member(L"disk") = utf8ToWide(id.c_str());
+  return status;
+}
+
 VEX_STATUS advanceClock(void* function, const ControlArguments& arguments, Outcome&) {
   return as<decltype(VexSimAdvanceClock)>(function)(arguments.longNumber(L"milliseconds"));
 }
@@ -86,6 +97,8 @@ VEX_STATUS loadScenario(void* function, const ControlArguments& arguments, Outco
 VEX_STATUS check(void* function, const ControlArguments&, Outcome& outcome) {
   VEX_STATUS status = VEX_STATUS_SUCCESS;
   outcome.reason = reasonOf<decltype(VexSimCheck)>(function, status);
+  const bool isNotice = status == VEX_STATUS_SUCCESS && !outcome.reason.empty();
+  if (isNotice) outcome.answer.member(L"notice") = utf8ToWide(outcome.reason);
   return status;
 }
 
@@ -137,6 +150,10 @@ const std::vector<SimulatorControl> kControls{
     {L"fail-disk", "VexSimFailDisk", {L"disk"}, onDisk},
     {L"pull-disk", "VexSimPullDisk", {L"disk"}, onDisk},
     {L"insert-disk", "VexSimInsertDisk", {L"disk"}, onDisk},
+    {L"insert-blank-disk",
+     "VexSimInsertBlankDisk",
+     {L"disk", L"size", L"sectorSize", L"model"},
+     insertBlankDisk},
     {L"lock-disk", "VexSimLockDisk", {L"disk"}, onDisk},
     {L"raise-smart-event", "VexSimRaiseSmartEvent", {L"disk"}, onDisk},
     {L"advance-clock", "VexSimAdvanceClock", {L"milliseconds"}, advanceClock},

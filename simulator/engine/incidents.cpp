@@ -1,5 +1,6 @@
 #include "engine/incidents.h"
 
+#include "engine/bays.h"
 #include "engine/settle.h"
 #include "model/disk_role.h"
 
@@ -37,13 +38,21 @@ void pullDevice(Machine&, EndDevice& device) {
 }
 
 void insertDevice(Machine& machine, EndDevice& device) {
-  require(device.presence == Presence::ABSENT, VEX_STATUS_INVALID_STATE);
+  require(isBayEmpty(machine, device), VEX_STATUS_INVALID_STATE);
+  takeBay(machine, device);
   device.failedUnlocks = 0;
   if (device.managedHotplug) {
     arrive(machine, device);
   } else {
     device.presence = Presence::UNNOTICED;
   }
+}
+
+const EndDevice& insertBlankDisk(Machine& machine, const EndDevice& former, const BlankDisk& wanted) {
+  require(isBayEmpty(machine, former), VEX_STATUS_INVALID_STATE);
+  EndDevice& disk = makeBlankDisk(machine, former, wanted);
+  insertDevice(machine, disk);
+  return disk;
 }
 
 void lockDisk(Machine&, EndDevice& disk) {

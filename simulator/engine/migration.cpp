@@ -27,6 +27,7 @@ void forgetLost(const Machine& machine, std::vector<Handle>& catchUp) {
 void beginAnew(Machine& machine, Volume& volume, std::vector<Handle> returned) {
   volume.work->catchUp = std::move(returned);
   volume.work->elapsedMs = 0;
+  volume.work->carryMs = 0;
   volume.work->totalMs = durationOf(machine, volume, WorkKind::MIGRATE);
   ++machine.changes;
 }

@@ -136,7 +136,7 @@ void rebuildOntoReturned(Machine& machine, Volume& volume) {
 
 void settleVolume(Machine& machine, Volume& volume) {
   markStale(machine, volume);
-  if (volume.work && !hasGround(machine, volume)) volume.work.reset();
+  if (volume.work && !hasGround(machine, volume)) stopWork(machine, volume);
   if (isMigrating(volume)) settleMigration(machine, volume);
   rebuildOntoReturned(machine, volume);
 }

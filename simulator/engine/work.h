@@ -32,6 +32,13 @@ struct Upcoming {
 };
 Upcoming upcoming(const Machine& machine, std::uint64_t after = 0);
 
+/// Ends the work before its time. A verification leaves what it has found and repaired by then.
+void stopWork(const Machine& machine, Volume& volume);
+
+/// What the verification that runs has found by now, or what the last one found.
+std::uint32_t verifyErrorsOf(const Machine& machine, const Volume& volume);
+std::uint32_t verifyBadBlocksOf(const Machine& machine, const Volume& volume);
+
 /// The time that the work has spent, the pending time included.
 std::uint64_t elapsedOf(const Machine& machine, const Volume& volume);
 

@@ -103,6 +103,19 @@ VEX_STATUS VexSimPullDisk(const char* disk) { return strike(disk, simulator::pul
 
 VEX_STATUS VexSimInsertDisk(const char* disk) { return strike(disk, simulator::insertDevice); }
 
+VEX_STATUS VexSimInsertBlankDisk(const char* bay, uint64_t totalSize, uint32_t sectorSize, const char* model,
+                                 char* id, uint32_t size) {
+  if (bay == nullptr) return VEX_STATUS_INVALID_PARAMETER;
+  simulator::BlankDisk wanted;
+  wanted.totalSize = totalSize;
+  wanted.logicalSectorSize = sectorSize;
+  if (model != nullptr) wanted.model = model;
+  return Library::instance().control([&](Machine& machine) {
+    const EndDevice& former = simulator::findDevice(machine, bay);
+    putText(id, size, simulator::insertBlankDisk(machine, former, wanted).id);
+  });
+}
+
 VEX_STATUS VexSimLockDisk(const char* disk) { return strike(disk, simulator::lockDisk); }
 
 VEX_STATUS VexSimRaiseSmartEvent(const char* disk) { return strike(disk, simulator::raiseSmartEvent); }
@@ -141,7 +154,7 @@ VEX_STATUS VexSimCheck(char* text, uint32_t size) {
   return Library::instance().inspect([&](const Machine& machine) {
     std::string violation = simulator::findViolation(machine);
     if (violation.empty() && !whyBehind.empty()) violation = "what happened is not kept: " + whyBehind;
-    putText(text, size, violation);
+    putText(text, size, violation.empty() ? simulator::findUnprotected(machine) : violation);
     vexl2::require(violation.empty(), VEX_STATUS_INTERNAL_ERROR);
   });
 }

@@ -13,6 +13,8 @@ std::uint64_t usableSize(const EndDevice& disk) {
   return (disk.totalSize - kMetadataSize) / kMiB * kMiB;
 }
 
+std::uint64_t journalRoom(const EndDevice& drive) { return usableSize(drive) / kJournalSize; }
+
 std::uint32_t dataDisks(RaidLevel level, std::size_t disks) {
   const auto count = static_cast<std::uint32_t>(disks);
   switch (level) {

@@ -11,8 +11,11 @@ namespace simulator {
 /// Kept for metadata at the end of each disk.
 constexpr std::uint64_t kMetadataSize = 8 * kMiB;
 
-/// The least size of a journaling drive.
+/// What the journal of one volume takes of its drive.
 constexpr std::uint64_t kJournalSize = 1024 * kMiB;
+
+/// How many volumes may keep their journal on the drive.
+std::uint64_t journalRoom(const EndDevice& drive);
 
 /// What volumes can take of a disk: whole mebibytes without the metadata.
 std::uint64_t usableSize(const EndDevice& disk);

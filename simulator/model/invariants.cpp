@@ -31,6 +31,15 @@ bool isCondition(DiskState state) {
          state != DiskState::SMART_EVENT_TRIGGERED;
 }
 
+bool isAloneInBay(const Machine& machine, const EndDevice& device) {
+  const auto bayOf = [](const EndDevice& each) { return each.bay != 0 ? each.bay : each.handle; };
+  return std::none_of(machine.devices.begin(), machine.devices.end(), [&](const auto& entry) {
+    const EndDevice& other = entry.second;
+    return other.handle != device.handle && other.presence != Presence::ABSENT &&
+           bayOf(other) == bayOf(device);
+  });
+}
+
 void checkDevice(const Machine& machine, const EndDevice& device) {
   const Array* const array = machine.arrays.find(device.array);
   expect(device.array == 0 || (array != nullptr && contains(array->disks, device.handle)), device,
@@ -43,6 +52,9 @@ void checkDevice(const Machine& machine, const EndDevice& device) {
   expect(isCondition(device.condition), device, "stores as its condition what is told apart");
   expect(contains(machine.controllers.at(device.controller).devices, device.handle), device,
          "its controller does not hold it");
+  expect(device.bay == 0 || device.presence == Presence::ABSENT || isAloneInBay(machine, device), device,
+         "shares its bay with another");
+  expect(device.journalUsers <= journalRoom(device), device, "holds more journals than it has room for");
   const auto users = std::count_if(machine.volumes.begin(), machine.volumes.end(), [&](const auto& entry) {
     return entry.second.journalingDrive == device.handle;
   });
@@ -174,7 +186,23 @@ void checkAllHandles(const Machine& machine) {
   }
 }
 
+bool hasLostJournal(const Machine& machine, const Volume& volume) {
+  const EndDevice* const drive = machine.devices.find(volume.journalingDrive);
+  return drive != nullptr && !isUsable(*drive);
+}
+
 }  // namespace
+
+std::string findUnprotected(const Machine& machine) {
+  for (const auto& entry : machine.volumes) {
+    const Volume& volume = entry.second;
+    if (!hasLostJournal(machine, volume)) continue;
+    return volume.id + " (" + std::to_string(volume.handle) +
+           "): goes on without its journal, since the drive " +
+           machine.devices.at(volume.journalingDrive).id + " is lost";
+  }
+  return "";
+}
 
 std::string findViolation(const Machine& machine) try {
   checkAllHandles(machine);

@@ -36,6 +36,22 @@ void claim(EndDevice& disk, Handle array) {
 
 Handle takeHandle(Machine& machine) { return machine.nextHandle++; }
 
+EndDevice& addDevice(Machine& machine, EndDevice device) {
+  insertSorted(machine.controllers.at(device.controller).devices, device.handle);
+  for (const Phy& phy : device.phys) machine.phyOwner.add(phy.handle, device.handle);
+  const Handle handle = device.handle;
+  return machine.devices.add(handle, std::move(device));
+}
+
+void handOver(Machine& machine, EndDevice& from, EndDevice& to) {
+  for (const Phy& phy : from.phys) machine.phyOwner.at(phy.handle) = to.handle;
+  to.phys.insert(to.phys.end(), from.phys.begin(), from.phys.end());
+  from.phys.clear();
+  for (auto& entry : machine.ports) {
+    if (entry.second.device == from.handle) entry.second.device = to.handle;
+  }
+}
+
 Array& addArray(Machine& machine, Array array) {
   const Handle handle = array.handle;
   Array& added = machine.arrays.add(handle, std::move(array));

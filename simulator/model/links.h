@@ -8,6 +8,12 @@ namespace simulator {
 
 Handle takeHandle(Machine& machine);
 
+/// Adds the device to its controller.
+EndDevice& addDevice(Machine& machine, EndDevice device);
+
+/// The phys and ports of `from` are those of `to` from now on.
+void handOver(Machine& machine, EndDevice& from, EndDevice& to);
+
 /// Adds the array and claims its disks.
 Array& addArray(Machine& machine, Array array);
 

@@ -145,6 +145,7 @@ struct EndDevice {
   std::string userPassword;
   std::string masterPassword;
   std::uint32_t failedUnlocks = 0;
+  Handle bay = 0;  ///< the device whose bay it was put into; 0: its own
   std::vector<Phy> phys;
 
   Handle array = 0;                ///< derived
@@ -176,6 +177,7 @@ struct Work {
   WorkKind kind = WorkKind::VERIFY;
   std::uint64_t elapsedMs = 0;
   std::uint64_t totalMs = 0;
+  std::uint64_t carryMs = 0;                  ///< time not yet in elapsedMs, since work shares the disks
   Handle disk = 0;                            ///< REBUILD: the disk rebuilt onto
   RaidLevel sourceLevel = RaidLevel::RAID_0;  ///< MIGRATE: how the data lay before
   std::vector<Handle> sourceDisks;            ///< MIGRATE: and on which disks

@@ -149,8 +149,8 @@ void fill(const Machine& machine, const Volume& volume, VEX_VOLUME_INFO& info) {
   info.journalingDriveHandle = volume.journalingDrive;
   info.systemVolume = flag(volume.systemVolume);
   info.initialized = flag(volume.initialized);
-  info.verifyErrors = volume.verifyErrors;
-  info.verifyBadBlocks = volume.verifyBadBlocks;
+  info.verifyErrors = verifyErrorsOf(machine, volume);
+  info.verifyBadBlocks = verifyBadBlocksOf(machine, volume);
   info.logicalSectorSize = static_cast<std::uint32_t>(member.logicalSectorSize);
   info.physicalSectorSize = static_cast<std::uint32_t>(member.physicalSectorSize);
 }

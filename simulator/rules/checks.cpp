@@ -19,13 +19,14 @@ bool isOneLevel(std::uint32_t code) {
 
 bool isOneBit(std::uint32_t code) { return code != 0 && (code & (code - 1)) == 0; }
 
-void requireJournalingDrive(const EndDevice& drive, const EndDevice& member) {
+/// `others` are the journals that stand on the drive already.
+void requireJournalingDrive(const EndDevice& drive, const EndDevice& member, std::uint32_t others) {
   require(drive.controller == member.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
   require(isSupported(drive) && drive.x8 == X8Role::NONE, VEX_STATUS_UNSUPPORTED_DISK);
   require(drive.logicalSectorSize == member.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
   const bool isJournal = usageOf(drive) == DiskUsage::JOURNALING_DRIVE && isUsable(drive);
   require(isFree(drive) || isJournal, VEX_STATUS_INVALID_STATE);
-  require(usableSize(drive) >= kJournalSize, VEX_STATUS_DISK_TOO_SMALL);
+  require(others < journalRoom(drive), VEX_STATUS_DISK_TOO_SMALL);
 }
 
 }  // namespace
@@ -106,7 +107,7 @@ std::uint64_t requireSize(const Controller& controller, RaidLevel level, std::si
 }
 
 RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level, std::uint32_t code,
-                     Handle drive, const std::vector<Handle>& members) {
+                     Handle drive, const std::vector<Handle>& members, Handle kept) {
   require(code <= VEX_RWH_POLICY_JOURNALING_DRIVE, VEX_STATUS_INVALID_RWH_MODE);
   const auto policy = static_cast<RwhPolicy>(code);
   if (policy == RwhPolicy::RWH_OFF) return {};
@@ -114,7 +115,9 @@ RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level
   require(level == RaidLevel::RAID_5, VEX_STATUS_RAID_LEVEL_NOT_SUPPORTED);
   if (policy == RwhPolicy::RWH_DISTRIBUTED) return {policy, 0};
   require(drive != 0 && std::count(members.begin(), members.end(), drive) == 0, VEX_STATUS_INVALID_DISK);
-  requireJournalingDrive(diskAt(machine, drive), machine.devices.at(members.front()));
+  const EndDevice& disk = diskAt(machine, drive);
+  const std::uint32_t own = drive == kept ? 1 : 0;
+  requireJournalingDrive(disk, machine.devices.at(members.front()), disk.journalUsers - own);
   return {policy, drive};
 }
 

@@ -54,9 +54,10 @@ struct RwhChoice {
   Handle journalingDrive = 0;
 };
 
-/// The drive is looked at with the policy RWH_JOURNALING_DRIVE only. `members` may not hold the journal.
+/// The drive is looked at with the policy RWH_JOURNALING_DRIVE only. `members` may not hold the journal; on
+/// the drive `kept` the volume has its place already.
 RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level, std::uint32_t policy,
-                     Handle drive, const std::vector<Handle>& members);
+                     Handle drive, const std::vector<Handle>& members, Handle kept = 0);
 
 }  // namespace simulator
 

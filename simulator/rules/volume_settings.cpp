@@ -55,8 +55,8 @@ void setCachePolicy(Machine& machine, Handle handle, std::uint32_t policy) {
 void setRwhPolicy(Machine& machine, Handle handle, Handle drive, std::uint32_t policy) {
   Volume& volume = machine.volumes.at(handle);
   const Array& array = machine.arrays.at(volume.array);
-  const RwhChoice choice =
-      requireRwh(machine, engineOf(machine, array), volume.level, policy, drive, array.disks);
+  const RwhChoice choice = requireRwh(machine, engineOf(machine, array), volume.level, policy, drive,
+                                      array.disks, volume.journalingDrive);
   require(healthOf(machine, volume) != Health::LOST, VEX_STATUS_INVALID_STATE);
   volume.rwhPolicy = choice.policy;
   setJournalingDrive(machine, volume, choice.journalingDrive);

@@ -58,7 +58,7 @@ void cancelVerify(Machine& machine, Handle handle) {
   Volume& volume = machine.volumes.at(handle);
   require(controllerOf(machine, volume).supportsVolumeCancelVerify, VEX_STATUS_NOT_SUPPORTED);
   require(isVerifying(volume), VEX_STATUS_INVALID_STATE);
-  volume.work.reset();
+  stopWork(machine, volume);
 }
 
 }  // namespace simulator

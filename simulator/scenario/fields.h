@@ -154,6 +154,7 @@ void fields(A& archive, Of<EndDevice>) {
   archive.text("userPassword", &EndDevice::userPassword, 32);
   archive.text("masterPassword", &EndDevice::masterPassword, 32);
   archive.number("failedUnlocks", &EndDevice::failedUnlocks);
+  archive.reference("bay", &EndDevice::bay, kDevice);
   archive.list("phys", &EndDevice::phys);
 }
 
@@ -180,6 +181,7 @@ void fields(A& archive, Of<Work>) {
   archive.word("kind", &Work::kind, Need::REQUIRED);
   archive.number("elapsedMs", &Work::elapsedMs);
   archive.number("totalMs", &Work::totalMs);
+  archive.number("carryMs", &Work::carryMs);
   archive.reference("disk", &Work::disk, kDevice);
   archive.word("sourceLevel", &Work::sourceLevel);
   archive.references("sourceDisks", &Work::sourceDisks, kDevice);

@@ -23,6 +23,9 @@ std::string indexed(const std::string& path, const char* key, std::size_t index)
   return path + "." + key + "[" + std::to_string(index) + "]";
 }
 
+/// More volumes than this share no array.
+constexpr std::uint64_t kMaxCarryMs = 1'000'000;
+
 class Relating {
  public:
   Relating(Machine& machine, const Loading& loading) : m_machine(machine), m_loading(loading) {}
@@ -34,7 +37,10 @@ class Relating {
     for (auto& entry : m_machine.ports) relatePort(entry.second);
     relateArrays();
     relateVolumes();
-    for (const auto& entry : m_machine.devices) checkRole(entry.second);
+    for (const auto& entry : m_machine.devices) {
+      checkBay(entry.second);
+      checkRole(entry.second);
+    }
     for (const auto& entry : m_machine.arrays) checkNotEmpty(entry.second);
     for (auto& entry : m_machine.volumes) relateWork(entry.second);
     settle(m_machine);
@@ -232,7 +238,8 @@ class Relating {
     demand(drive.type == DeviceType::DISK && drive.array == 0 && !drive.spare, volume, "journalingDrive",
            "is a member, a spare or not a disk");
     demand(drive.controller == array.controller, volume, "journalingDrive", "is on another controller");
-    demand(usableSize(drive) >= kJournalSize, volume, "journalingDrive", "is smaller than 1 GiB");
+    demand(drive.journalUsers < journalRoom(drive), volume, "journalingDrive",
+           "has no 1 GiB for each of its journals");
   }
 
   /// What a migration leaves out is as the volume is.
@@ -276,6 +283,16 @@ class Relating {
            " bytes of each disk, and a disk has " + std::to_string(memberSize(m_machine, array));
   }
 
+  void checkBay(const EndDevice& device) {
+    const Handle bay = device.bay != 0 ? device.bay : device.handle;
+    const EndDevice& first = m_machine.devices.at(bay);
+    const bool isFirst = bay != device.handle || device.bay == 0;
+    demand(isFirst && first.bay == 0, device, "bay", "is not the first device of a bay");
+    demand(first.controller == device.controller, device, "bay", "is on another controller");
+    if (device.presence == Presence::ABSENT) return;
+    demand(m_bays.insert(bay).second, device, "presence", "another device is in its bay");
+  }
+
   void checkRole(const EndDevice& device) const {
     demand(device.spareFor == 0 || device.spare, device, "spareFor", "needs \"spare\"");
     if (device.spare) checkSpare(device);
@@ -305,6 +322,7 @@ class Relating {
     }
     demandAt(isWithinCapacity(array), at, capacityText(array));
     if (work.totalMs == 0) work.totalMs = durationOf(m_machine, volume, work.kind);
+    demandAt(work.carryMs < kMaxCarryMs, at + ".carryMs", "must be less than 1000000");
     const bool waits =
         work.kind == WorkKind::MIGRATE && work.elapsedMs == work.totalMs &&
         (healthOf(m_machine, volume) == Health::LOST || !wouldServeAtTarget(m_machine, volume, work.catchUp));
@@ -314,6 +332,7 @@ class Relating {
   Machine& m_machine;
   const Loading& m_loading;
   std::set<std::string> m_volumeNames;
+  std::set<Handle> m_bays;                               ///< in which a device is
   std::map<Handle, std::set<std::uint32_t>> m_ordinals;  ///< of the volumes of each array
 };
 

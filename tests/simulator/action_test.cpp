@@ -201,6 +201,36 @@ TEST_F(Action, KeepsAJournalForAVolume) {
   EXPECT_EQ(disk("journal").endDeviceHandle, 0U);
 }
 
+TEST_F(Action, AVolumeGoesOnWithoutItsJournalAndThatIsTold) {
+  const VEX_HANDLE drive = diskHandle("journal");
+  ASSERT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), drive, VEX_RWH_POLICY_JOURNALING_DRIVE), kOk);
+  char text[256] = "";
+  ASSERT_EQ(VexSimCheck(text, sizeof(text)), kOk);
+  EXPECT_STREQ(text, "");
+  VEX_HANDLE event = 0;
+  ASSERT_EQ(VexGetEventHandle(&event), kOk);
+  ASSERT_EQ(VexSimFailDisk("journal"), kOk);
+  EXPECT_EQ(VexEventWait(0, event), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
+  ASSERT_EQ(VexSimCheck(text, sizeof(text)), kOk);
+  EXPECT_EQ(text, "volume five (" + std::to_string(volumeHandle("five")) +
+                      "): goes on without its journal, since the drive journal is lost");
+  ASSERT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), 0, VEX_RWH_POLICY_OFF), kOk);
+  ASSERT_EQ(VexSimCheck(text, sizeof(text)), kOk);
+  EXPECT_STREQ(text, "");
+}
+
+TEST_F(Action, AJournalingDriveHasRoomForAJournalInEachGibibyte) {
+  const VEX_HANDLE drive = diskHandle("journal");  // 2000 MiB
+  Wanted wanted = wish("new", VEX_RAID_LEVEL_5, 100);
+  wanted.rwh = VEX_RWH_POLICY_JOURNALING_DRIVE;
+  wanted.drive = drive;
+  ASSERT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), drive, VEX_RWH_POLICY_JOURNALING_DRIVE), kOk);
+  EXPECT_EQ(create(arrayHandle("five"), wanted), VEX_STATUS_DISK_TOO_SMALL);
+  EXPECT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), drive, VEX_RWH_POLICY_JOURNALING_DRIVE), kOk)
+      << "it has its place there already";
+}
+
 TEST_F(Action, MigratesToALevelWithRedundancy) {
   ASSERT_EQ(modify(volumeHandle("stripe"), VEX_RAID_LEVEL_5, diskHandles({"a7"})), kOk);
   EXPECT_EQ(volume("volume stripe").raidLevel, VEX_RAID_LEVEL_5);
@@ -392,7 +422,25 @@ TEST_F(Verification, CanBeCancelled) {
   pass(1000);
   ASSERT_EQ(VexVolumeCancelVerify(volumeHandle("five")), kOk);
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
-  EXPECT_EQ(volume("volume five").verifyErrors, 0U);
+  EXPECT_EQ(volume("volume five").verifyErrors, 1U) << "a fifth of five";
+  EXPECT_EQ(volume("volume five").verifyBadBlocks, 0U);
+  verify(0, VEX_VOLUME_STATE_VERIFYING);
+  EXPECT_EQ(volume("volume five").verifyErrors, 4U) << "one was repaired";
+}
+
+TEST_F(Verification, ShowsWhatItFindsWhileItRuns) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), kOk);
+  for (const std::uint32_t found : {1U, 2U, 3U, 4U}) {
+    pass(1000);
+    EXPECT_EQ(volume("volume five").verifyErrors, found);
+  }
+}
+
+TEST_F(Verification, KeepsWhatItHasFoundWhenADiskIsLost) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), kOk);
+  pass(2000);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(volume("volume five").verifyErrors, 2U);
 }
 
 }  // namespace

@@ -268,6 +268,9 @@ TEST_F(Incident, BothVolumesOfAnArrayAreRebuilt) {
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_REBUILDING);
   EXPECT_EQ(volumeNamed("second").state, VEX_VOLUME_STATE_REBUILDING);
   pass(5000);
+  EXPECT_EQ(volume("volume five").migrationProgress, 0x7FFFFFFFU) << "both share the rate of the disks";
+  EXPECT_EQ(volumeNamed("second").migrationProgress, 0x7FFFFFFFU);
+  pass(5000);
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
   EXPECT_EQ(volumeNamed("second").state, VEX_VOLUME_STATE_NORMAL);
 }

@@ -154,14 +154,14 @@ Status Library::inspect(const Read& body) {
 Status Library::changeLocked(const Change& body) {
   require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
   countTime();
-  const std::uint64_t before = m_machine.changes;
   Edit edit(m_machine);
   const Status status = apply(m_machine, body);
+  const std::string changes = writeChanges(edit);
   const auto whole = [&] { return writeScenario(m_machine); };
-  if (!m_store.save(writeChanges(edit), whole)) return VEX_STATUS_FAILED;
+  if (!m_store.save(changes, whole)) return VEX_STATUS_FAILED;
   edit.keep();
   m_timeline.plan(m_machine);
-  if (m_machine.changes != before) m_subscriptions.tell();
+  if (!changes.empty()) m_subscriptions.tell();  // what leaves everything as it was wakes nobody
   return status;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "model/capacity.h"
 #include "model/links.h"
@@ -49,9 +50,10 @@ bool isBayEmpty(const Machine& machine, const EndDevice& device) {
 }
 
 void takeBay(Machine& machine, EndDevice& device) {
-  for (auto& entry : machine.devices) {
-    EndDevice& last = entry.second;
-    if (bayOf(last) == bayOf(device) && last.handle != device.handle) handOver(machine, last, device);
+  for (const auto& entry : std::as_const(machine).devices) {
+    const EndDevice& last = entry.second;
+    if (bayOf(last) != bayOf(device) || last.handle == device.handle) continue;
+    handOver(machine, machine.devices.at(last.handle), device);
   }
 }
 

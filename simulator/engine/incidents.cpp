@@ -1,5 +1,7 @@
 #include "engine/incidents.h"
 
+#include <utility>
+
 #include "engine/bays.h"
 #include "engine/settle.h"
 #include "model/disk_role.h"
@@ -19,9 +21,10 @@ void arrive(Machine& machine, EndDevice& device) {
 }  // namespace
 
 EndDevice& findDevice(Machine& machine, std::string_view name) {
-  for (auto& entry : machine.devices) {
-    EndDevice& device = entry.second;
-    if (device.id == name || device.serialNumber == name) return device;
+  require(!name.empty(), VEX_STATUS_INVALID_HANDLE);  // many have no serial number
+  for (const auto& entry : std::as_const(machine).devices) {
+    const EndDevice& device = entry.second;
+    if (device.id == name || device.serialNumber == name) return machine.devices.at(entry.first);
   }
   throw Refusal(VEX_STATUS_INVALID_HANDLE);
 }
@@ -69,8 +72,8 @@ void raiseSmartEvent(Machine&, EndDevice& disk) {
 }
 
 void notice(Machine& machine) {
-  for (auto& entry : machine.devices) {
-    if (entry.second.presence == Presence::UNNOTICED) arrive(machine, entry.second);
+  for (const auto& entry : std::as_const(machine).devices) {
+    if (entry.second.presence == Presence::UNNOTICED) arrive(machine, machine.devices.at(entry.first));
   }
 }
 

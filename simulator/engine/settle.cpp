@@ -1,6 +1,8 @@
 #include "engine/settle.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "engine/migration.h"
 #include "engine/work.h"
@@ -56,33 +58,34 @@ bool mayReplace(const Machine& machine, const EndDevice& disk, const Array& arra
   return judgeCandidate(machine, disk, membershipOf(machine, array)) == VEX_STATUS_SUCCESS;
 }
 
-/// The best disk of the array's controller that `suits` and may become a member: dedicated spares come before
-/// others, and small disks before large ones.
+/// The best disk of the array's controller that `suits` and may become a member, or null: dedicated spares
+/// come before others, and small disks before large ones.
 template <class Suits>
-EndDevice* findBest(Machine& machine, const Array& array, Suits suits) {
-  EndDevice* best = nullptr;
+const EndDevice* findBest(const Machine& machine, const Array& array, Suits suits) {
+  const EndDevice* best = nullptr;
   const auto isBetter = [&](const EndDevice& disk) {
     if (best == nullptr) return true;
     if ((disk.spareFor != 0) != (best->spareFor != 0)) return disk.spareFor != 0;
     return usableSize(disk) < usableSize(*best);
   };
   for (const Handle handle : machine.controllers.at(array.controller).devices) {
-    EndDevice& disk = machine.devices.at(handle);
+    const EndDevice& disk = machine.devices.at(handle);
     if (suits(disk) && mayReplace(machine, disk, array) && isBetter(disk)) best = &disk;
   }
   return best;
 }
 
-EndDevice* findReplacement(Machine& machine, const Array& array) {
-  EndDevice* const spare =
+const EndDevice* findReplacement(const Machine& machine, const Array& array) {
+  const EndDevice* const spare =
       findBest(machine, array, [&](const EndDevice& disk) { return isSpareFor(disk, array); });
   if (spare != nullptr || !machine.controllers.at(array.controller).rohiEnabled) return spare;
   return findBest(machine, array, [](const EndDevice& disk) { return disk.hotInserted && isFree(disk); });
 }
 
-EndDevice* findReplaceableMember(Machine& machine, const Array& array) {
+/// The first member that is lost for good, or null.
+const EndDevice* findReplaceableMember(const Machine& machine, const Array& array) {
   for (const Handle handle : array.disks) {
-    EndDevice& disk = machine.devices.at(handle);
+    const EndDevice& disk = machine.devices.at(handle);
     if (mayBeReplaced(disk)) return &disk;
   }
   return nullptr;
@@ -97,18 +100,22 @@ bool callsForMember(const Machine& machine, const Array& array) {
   return array.volumes.empty() || std::any_of(array.volumes.begin(), array.volumes.end(), calls);
 }
 
-bool replaceLostMember(Machine& machine, Array& array) {
-  if (isAtWork(machine, array) || !callsForMember(machine, array)) return false;
-  EndDevice* const lost = findReplaceableMember(machine, array);
-  if (lost == nullptr) return false;
-  EndDevice* const replacement = findReplacement(machine, array);
-  if (replacement == nullptr) return false;
-  replaceMember(machine, array, *lost, *replacement);
-  return true;
+/// Who takes whose place in the array now.
+struct Replacement {
+  const EndDevice* lost = nullptr;
+  const EndDevice* replacement = nullptr;
+};
+
+std::optional<Replacement> replacementFor(const Machine& machine, const Array& array) {
+  const EndDevice* const lost = findReplaceableMember(machine, array);
+  if (lost == nullptr || isAtWork(machine, array) || !callsForMember(machine, array)) return {};
+  const EndDevice* const replacement = findReplacement(machine, array);
+  if (replacement == nullptr) return {};
+  return Replacement{lost, replacement};
 }
 
 /// An array that serves or is empty, and that has lost a member for good.
-bool missesMember(Machine& machine, const Array& array) {
+bool missesMember(const Machine& machine, const Array& array) {
   const auto serves = [&](Handle volume) {
     return healthOf(machine, machine.volumes.at(volume)) != Health::LOST;
   };
@@ -118,7 +125,7 @@ bool missesMember(Machine& machine, const Array& array) {
 }
 
 /// A disk put in is remembered only while an array that it fits waits until its work is over.
-bool isStillWanted(Machine& machine, const EndDevice& disk) {
+bool isStillWanted(const Machine& machine, const EndDevice& disk) {
   const Controller& controller = machine.controllers.at(disk.controller);
   const auto wants = [&](Handle handle) {
     const Array& array = machine.arrays.at(handle);
@@ -134,26 +141,39 @@ void rebuildOntoReturned(Machine& machine, Volume& volume) {
   if (disk != 0) startRebuild(machine, volume, disk);
 }
 
-void settleVolume(Machine& machine, Volume& volume) {
+bool isWell(const Machine& machine, const Volume& volume) {
+  return !volume.work && volume.stale.empty() && healthOf(machine, volume) == Health::INTACT;
+}
+
+void settleVolume(Machine& machine, Handle handle) {
+  if (isWell(machine, std::as_const(machine).volumes.at(handle))) return;
+  Volume& volume = machine.volumes.at(handle);
   markStale(machine, volume);
   if (volume.work && !hasGround(machine, volume)) stopWork(machine, volume);
   if (isMigrating(volume)) settleMigration(machine, volume);
   rebuildOntoReturned(machine, volume);
 }
 
+void settleArray(Machine& machine, const Array& array) {
+  while (const auto found = replacementFor(machine, array)) {
+    replaceMember(machine, machine.arrays.at(array.handle), machine.devices.at(found->lost->handle),
+                  machine.devices.at(found->replacement->handle));
+    for (const Handle volume : array.volumes) settleVolume(machine, volume);
+  }
+}
+
 }  // namespace
 
+/// Objects are only looked at where nothing changes: whoever watches the machine keeps a copy of each that
+/// might.
 void settle(Machine& machine) {
-  for (auto& entry : machine.volumes) settleVolume(machine, entry.second);
-  for (auto& entry : machine.arrays) {
-    Array& array = entry.second;
-    while (replaceLostMember(machine, array)) {
-      for (const Handle volume : array.volumes) settleVolume(machine, machine.volumes.at(volume));
-    }
-  }
-  for (auto& entry : machine.devices) {
-    EndDevice& disk = entry.second;
-    if (disk.hotInserted) disk.hotInserted = isStillWanted(machine, disk);
+  const Machine& present = machine;
+  for (const auto& entry : present.volumes) settleVolume(machine, entry.first);
+  for (const auto& entry : present.arrays) settleArray(machine, entry.second);
+  for (const auto& entry : present.devices) {
+    const EndDevice& disk = entry.second;
+    if (disk.hotInserted && !isStillWanted(present, disk))
+      machine.devices.at(disk.handle).hotInserted = false;
   }
 }
 

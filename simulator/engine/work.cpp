@@ -205,7 +205,7 @@ void stopWork(const Machine& machine, Volume& volume) {
 }
 
 std::uint64_t elapsedOf(const Machine& machine, const Volume& volume) {
-  if (!isRunning(machine, volume)) return volume.work->elapsedMs;
+  if (machine.pendingMs == 0 || !isRunning(machine, volume)) return volume.work->elapsedMs;
   return spentAfter(*volume.work, sharersOf(machine, volume), machine.pendingMs).elapsedMs;
 }
 

@@ -1,6 +1,7 @@
 #include "model/links.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "model/disk_role.h"
 
@@ -47,8 +48,8 @@ void handOver(Machine& machine, EndDevice& from, EndDevice& to) {
   for (const Phy& phy : from.phys) machine.phyOwner.at(phy.handle) = to.handle;
   to.phys.insert(to.phys.end(), from.phys.begin(), from.phys.end());
   from.phys.clear();
-  for (auto& entry : machine.ports) {
-    if (entry.second.device == from.handle) entry.second.device = to.handle;
+  for (const auto& entry : std::as_const(machine).ports) {
+    if (entry.second.device == from.handle) machine.ports.at(entry.first).device = to.handle;
   }
 }
 
@@ -65,9 +66,9 @@ void removeArray(Machine& machine, Handle handle) {
   const Array& array = machine.arrays.at(handle);
   for (const Handle disk : array.disks) release(machine.devices.at(disk));
   erase(machine.controllers.at(array.controller).arrays, handle);
-  for (auto& entry : machine.devices) {
-    EndDevice& disk = entry.second;
-    if (disk.spareFor != handle) continue;
+  for (const auto& entry : std::as_const(machine).devices) {
+    if (entry.second.spareFor != handle) continue;
+    EndDevice& disk = machine.devices.at(entry.first);
     disk.spare = false;
     disk.spareFor = 0;
   }

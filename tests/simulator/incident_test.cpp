@@ -355,6 +355,8 @@ TEST_F(Incident, ADiskTooLargeForItsControllerIsNotTakenWhenItIsPutIn) {
 
 TEST_F(Incident, WhatCannotHappenIsRefused) {
   EXPECT_EQ(VexSimPullDisk("nobody"), VEX_STATUS_INVALID_HANDLE);
+  EXPECT_EQ(VexSimPullDisk(""), VEX_STATUS_INVALID_HANDLE)
+      << "disks without serial number have no name in it";
   EXPECT_EQ(VexSimPullDisk(nullptr), VEX_STATUS_INVALID_PARAMETER);
   EXPECT_EQ(VexSimInsertDisk("a0"), VEX_STATUS_INVALID_STATE);
   EXPECT_EQ(VexSimFailDisk("optical"), VEX_STATUS_INVALID_DISK);

@@ -114,6 +114,8 @@ Refused refusedBy(VEX_STATUS status) {
        {400,
         "Invalid parameter was passed: an operation is named as in VexRescan, and a device as it is listed"}},
       {VEX_STATUS_INVALID_DISK, {400, "Invalid Disk: the device is none; name a disk"}},
+      {VEX_STATUS_DISK_TOO_SMALL, {400, "The disk is too small for any use: it needs more than 8 MiB"}},
+      {VEX_STATUS_INVALID_SECTOR_SIZE, {400, "The sector size is no power of two from 512 on"}},
       {VEX_STATUS_INVALID_HANDLE,
        {404, "There is no such disk: name it by its identity text, its serial number or its published id"}},
       {VEX_STATUS_INVALID_STATE,
@@ -198,9 +200,10 @@ SimulatorControls::Value SimulatorControls::run(const std::wstring& name, const 
   const auto call = [&](const Value& given) {
     return found.control->call(found.function, ControlArguments(given, found.control->arguments), outcome);
   };
-  if (disks != nullptr && found.control->call == onDisk) disks->remember();
+  const bool namesDisk = found.control->call == onDisk || found.control->call == insertBlankDisk;
+  if (disks != nullptr && namesDisk) disks->remember();
   VEX_STATUS status = call(arguments);
-  if (disks != nullptr && found.control->call == onDisk && status == VEX_STATUS_INVALID_HANDLE) {
+  if (disks != nullptr && namesDisk && status == VEX_STATUS_INVALID_HANDLE) {
     Value translated = arguments;
     translated.member(kDisk) = disks->serialNumberOf(arguments.member(kDisk).toString());
     if (!translated.member(kDisk).toString().empty()) status = call(translated);

@@ -29,6 +29,14 @@ VEX_STATUS takeOrder(const char* operation, std::uint32_t skip, std::uint32_t co
   return answered;
 }
 
+VEX_STATUS takeBlankDisk(const char* bay, std::uint64_t totalSize, std::uint32_t sectorSize,
+                         const char* model, char* id, std::uint32_t size) {
+  calledWith =
+      std::string(bay) + ' ' + std::to_string(totalSize) + ' ' + std::to_string(sectorSize) + ' ' + model;
+  std::strncpy(id, "DISK-77", size);
+  return answered;
+}
+
 VEX_STATUS tellReason(char* text, std::uint32_t size) {
   std::strncpy(text, "the reason", size);
   return VEX_STATUS_SUCCESS;
@@ -139,6 +147,23 @@ TEST_F(SimulatorControlsTest, TakeThePublishedIdOfADisk) {
   calledWith.clear();
   EXPECT_THROW(controls.run(L"fail-disk", readJson(R"({"disk": "8"})", 8), &disks), Refusal);
   EXPECT_EQ(calledWith, "8 ");
+}
+
+TEST_F(SimulatorControlsTest, PutABlankDiskIntoABayAndTellItsId) {
+  const SimulatorControls controls = controlsWith({{"VexSimInsertBlankDisk", symbol(takeBlankDisk)}});
+  EXPECT_EQ(run(controls, L"insert-blank-disk",
+                R"({"disk": "a0", "size": 2000000000000, "sectorSize": 4096, "model": "Large"})"),
+            R"({"disk":"DISK-77"})");
+  EXPECT_EQ(calledWith, "a0 2000000000000 4096 Large");
+  run(controls, L"insert-blank-disk", R"({"disk": "a0"})");
+  EXPECT_EQ(calledWith, "a0 0 0 ");
+  answered = VEX_STATUS_DISK_TOO_SMALL;
+  EXPECT_EQ(refusal(controls, L"insert-blank-disk", R"({"disk": "a0"})").first, 400);
+}
+
+TEST_F(SimulatorControlsTest, TellWhatACheckNotices) {
+  const SimulatorControls controls = controlsWith({{"VexSimCheck", symbol(tellReason)}});
+  EXPECT_EQ(run(controls, L"check", "null"), R"({"notice":"the reason"})");
 }
 
 TEST_F(SimulatorControlsTest, RefuseWrongArgumentsBeforeTheCall) {

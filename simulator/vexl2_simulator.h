@@ -15,7 +15,8 @@ VEX_API VEX_STATUS VexSimLastError(char* text, uint32_t size);
 
 /// Puts a machine in place of the present one: at once when the library is initialised, else with the next
 /// `VexInitialize`, which then looks at neither VEXL2_SCENARIO nor the content of VEXL2_STATE. All handles
-/// are those of the new machine; subscribers are told. 2 for a scenario that cannot be taken.
+/// are those of the new machine; subscribers are told. 2 for a scenario that cannot be taken, or that
+/// `VexSimCheck` would not hold for; 15 when it cannot be kept.
 VEX_API VEX_STATUS VexSimLoadText(const char* json);
 VEX_API VEX_STATUS VexSimLoadFile(const char* path);
 
@@ -26,10 +27,19 @@ VEX_API VEX_STATUS VexSimSaveText(char* text, uint32_t* size);
 /// The disk fails: it is there and serves nothing. 18 when it is not there or has failed already.
 VEX_API VEX_STATUS VexSimFailDisk(const char* disk);
 
-/// Somebody pulls the device out, or puts it back where it was. 18 when it is out, or in, already. Where no
-/// hot-plug is managed, a device put in is noticed at the next `VexRescan`.
+/// Somebody pulls the device out, or puts it back where it was. 18 when it is out, or in, already, or
+/// when another disk is in its bay. Where no hot-plug is managed, a device put in is noticed at the
+/// next `VexRescan`.
 VEX_API VEX_STATUS VexSimPullDisk(const char* disk);
 VEX_API VEX_STATUS VexSimInsertDisk(const char* disk);
+
+/// A blank disk is put into the bay of `bay`, a disk that is out: 18 when a disk is in it. `totalSize` in
+/// bytes and `sectorSize` may be 0, `model` null or empty, for those of that disk. Stores the new disk's id,
+/// which is also its serial number, as much of it as fits `size` bytes with a NUL; `id` may be null. 37 for a
+/// disk that is too small for any use, 34 for a sector size that is no power of two from 512 on, 2 for a
+/// model of more than 40 bytes, 43 for a bay where no disk was.
+VEX_API VEX_STATUS VexSimInsertBlankDisk(const char* bay, uint64_t totalSize, uint32_t sectorSize,
+                                         const char* model, char* id, uint32_t size);
 
 /// The disk locks itself. 18 unless it is there and serves.
 VEX_API VEX_STATUS VexSimLockDisk(const char* disk);
@@ -51,7 +61,8 @@ VEX_API VEX_STATUS VexSimCapEventWait(uint32_t milliseconds);
 #define VEXSIM_ALWAYS UINT32_C(0xFFFFFFFF)
 
 /// The operation, one of the fifty by its name, answers `status` and does nothing: on `count` of its calls,
-/// after `skip` that go through. Needs no initialised library. 2 for a name that is none.
+/// after `skip` that go through. Orders for one operation are used up one after the other; one without end
+/// lasts until the next. `count` 0 orders nothing. Needs no initialised library. 2 for a name that is none.
 VEX_API VEX_STATUS VexSimFailCalls(const char* operation, uint32_t skip, uint32_t count, VEX_STATUS status);
 
 /// The operation takes so many milliseconds more, counted likewise.
@@ -64,8 +75,9 @@ VEX_API VEX_STATUS VexSimClearFaults(void);
 /// How often the operation has been called since the library was loaded.
 VEX_API VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls);
 
-/// Checks the machine against its own rules: 0 when they hold, otherwise 16 with the first that
-/// does not as text.
+/// Checks the machine against its own rules: 0 when they hold, otherwise 16 with the first that does not as
+/// text. Also 16 when something that happened by itself could not be saved, with the reason. With 0 the text
+/// tells of a volume that goes on without its journal, or is empty.
 VEX_API VEX_STATUS VexSimCheck(char* text, uint32_t size);
 
 #endif

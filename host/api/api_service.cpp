@@ -1,5 +1,6 @@
 #include "api/api_service.h"
 
+#include <algorithm>
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/trim.hpp>
 #include <cstdint>
@@ -23,6 +24,7 @@ using Segments = std::vector<std::wstring>;
 constexpr wchar_t kApiSegment[] = L"api";
 constexpr wchar_t kHealthSegment[] = L"healthz";
 constexpr wchar_t kSimulatorSegment[] = L"simulator";
+constexpr wchar_t kDisksPath[] = L"mirn/enddevices";
 constexpr wchar_t kTokenParameter[] = L"access_token";
 constexpr std::string_view kBearer = "Bearer ";
 constexpr std::size_t kSegmentsAheadOfKey = 2;  // "api" and the version
@@ -81,7 +83,8 @@ ApiService::ApiService(ovra::service_plugin_interface& plugin, std::string token
       m_keys(m_paths),
       m_token(std::move(token)),
       m_maxBodyDepth(maxBodyDepth),
-      m_controls(std::move(controls)) {}
+      m_controls(std::move(controls)),
+      m_disks([this] { return listDisks(); }) {}
 
 ApiService::Job ApiService::prepare(const RequestHead& head) const {
   RequestTarget target = parseTarget(head.target);
@@ -140,8 +143,15 @@ ApiService::Job ApiService::prepareControl(const RequestHead& head, const Segmen
   requireJson(head);
   if (isList) return [this](const std::string&) { return valueAnswer(m_controls.describe()); };
   return [this, name = segments[1]](const std::string& body) {
-    return valueAnswer(m_controls.run(name, readJson(body, m_maxBodyDepth)));
+    return valueAnswer(m_controls.run(name, readJson(body, m_maxBodyDepth), &m_disks));
   };
+}
+
+/// What the plug-in publishes of its disks; null when it is one that publishes none.
+ServiceObject ApiService::listDisks() const {
+  const bool isPublished = std::find(m_paths.begin(), m_paths.end(), kDisksPath) != m_paths.end();
+  if (!isPublished) return {};
+  return m_plugin.handleRequest(kDisksPath, HttpMethod::kGet, {}, {}, {});
 }
 
 Answer ApiService::describePlugin() const {

@@ -47,6 +47,7 @@ class ApiService {
   Job prepareCall(const RequestHead& head, RequestTarget target) const;
   Job prepareControl(const RequestHead& head, const std::vector<std::wstring>& segments) const;
   Answer describePlugin() const;
+  ovra::data_transfer::ServiceObject listDisks() const;
 
   ovra::service_plugin_interface& m_plugin;
   const std::vector<std::wstring> m_paths;
@@ -54,6 +55,7 @@ class ApiService {
   const std::string m_token;
   const std::size_t m_maxBodyDepth;
   const SimulatorControls m_controls;
+  mutable DiskNames m_disks;  ///< has its own lock
 };
 
 }  // namespace host

@@ -35,6 +35,10 @@ std::string ControlArguments::text(const std::wstring& name) const {
   return wideToUtf8(given.toString());
 }
 
+std::string ControlArguments::text(const std::wstring& name, const std::string& fallback) const {
+  return has(name) ? text(name) : fallback;
+}
+
 std::string ControlArguments::document(const std::wstring& name) const {
   const Value& given = value(name);
   if (!given.isObject()) refuse(name, "is not an object");
@@ -45,6 +49,10 @@ std::uint64_t ControlArguments::longNumber(const std::wstring& name) const {
   const Value& given = value(name);
   if (given.which() != kUnsigned || given.toInt64() < 0) refuse(name, "is not a number from 0 to 2^63-1");
   return static_cast<std::uint64_t>(given.toInt64());
+}
+
+std::uint64_t ControlArguments::longNumber(const std::wstring& name, std::uint64_t fallback) const {
+  return has(name) ? longNumber(name) : fallback;
 }
 
 std::uint32_t ControlArguments::number(const std::wstring& name) const {

@@ -21,11 +21,14 @@ class ControlArguments {
 
   /// As UTF-8.
   std::string text(const std::wstring& name) const;
+  /// `fallback` when the argument is missing.
+  std::string text(const std::wstring& name, const std::string& fallback) const;
 
   /// The JSON text of an object.
   std::string document(const std::wstring& name) const;
 
   std::uint64_t longNumber(const std::wstring& name) const;
+  std::uint64_t longNumber(const std::wstring& name, std::uint64_t fallback) const;
   std::uint32_t number(const std::wstring& name) const;
   /// `fallback` when the argument is missing.
   std::uint32_t number(const std::wstring& name, std::uint32_t fallback) const;

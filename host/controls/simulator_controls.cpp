@@ -39,6 +39,17 @@ VEX_STATUS onDisk(void* function, const ControlArguments& arguments, Outcome&) {
   return as<decltype(VexSimFailDisk)>(function)(arguments.text(L"disk").c_str());
 }
 
+VEX_STATUS insertBlankDisk(void* function, const ControlArguments& arguments, Outcome& outcome) {
+  std::string id(kReasonSize, '\0');
+  const std::string bay = arguments.text(L"disk");
+  const std::string model = arguments.text(L"model", "");
+  const VEX_STATUS status = as<decltype(VexSimInsertBlankDisk)>(function)(
+      bay.c_str(), arguments.longNumber(L"size", 0), arguments.number(L"sectorSize", 0), model.c_str(),
+      id.data(), static_cast<std::uint32_t>(id.size()));
+  outcome.answer.member(L"disk") = utf8ToWide(id.c_str());
+  return status;
+}
+
 VEX_STATUS advanceClock(void* function, const ControlArguments& arguments, Outcome&) {
   return as<decltype(VexSimAdvanceClock)>(function)(arguments.longNumber(L"milliseconds"));
 }
@@ -86,18 +97,45 @@ VEX_STATUS loadScenario(void* function, const ControlArguments& arguments, Outco
 VEX_STATUS check(void* function, const ControlArguments&, Outcome& outcome) {
   VEX_STATUS status = VEX_STATUS_SUCCESS;
   outcome.reason = reasonOf<decltype(VexSimCheck)>(function, status);
+  const bool isNotice = status == VEX_STATUS_SUCCESS && !outcome.reason.empty();
+  if (isNotice) outcome.answer.member(L"notice") = utf8ToWide(outcome.reason);
   return status;
 }
 
-unsigned httpStatusOf(VEX_STATUS status) {
-  static const std::map<VEX_STATUS, unsigned> kStatuses{{VEX_STATUS_INVALID_PARAMETER, 400},
-                                                        {VEX_STATUS_INVALID_DISK, 400},
-                                                        {VEX_STATUS_INVALID_HANDLE, 404},
-                                                        {VEX_STATUS_INVALID_STATE, 409},
-                                                        {VEX_STATUS_NOT_INITIALIZED, 503}};
+/// What a client is told of a status: the library's words, and what to do.
+struct Refused {
+  std::int32_t httpStatus;
+  const char* words;
+};
+
+Refused refusedBy(VEX_STATUS status) {
+  static const std::map<VEX_STATUS, Refused> kStatuses{
+      {VEX_STATUS_INVALID_PARAMETER,
+       {400,
+        "Invalid parameter was passed: an operation is named as in VexRescan, and a device as it is listed"}},
+      {VEX_STATUS_INVALID_DISK, {400, "Invalid Disk: the device is none; name a disk"}},
+      {VEX_STATUS_DISK_TOO_SMALL, {400, "The disk is too small for any use: it needs more than 8 MiB"}},
+      {VEX_STATUS_INVALID_SECTOR_SIZE, {400, "The sector size is no power of two from 512 on"}},
+      {VEX_STATUS_INVALID_HANDLE,
+       {404, "There is no such disk: name it by its identity text, its serial number or its published id"}},
+      {VEX_STATUS_INVALID_STATE,
+       {409,
+        "Item not in appropriate state for action to complete successfully: look at the disk's state, which "
+        "is as "
+        "ordered already or does not allow it"}},
+      {VEX_STATUS_NOT_INITIALIZED,
+       {503, "The library is not initialized yet: ask again when the host has started"}},
+      {VEX_STATUS_FAILED,
+       {500,
+        "Function failed to complete: the change cannot be kept, and the host's standard error says why; "
+        "mend that "
+        "and ask again"}},
+  };
   const auto found = kStatuses.find(status);
-  return found == kStatuses.end() ? 500 : found->second;
+  return found == kStatuses.end() ? Refused{500, ""} : found->second;
 }
+
+constexpr wchar_t kDisk[] = L"disk";
 
 }  // namespace
 
@@ -114,6 +152,10 @@ const std::vector<SimulatorControl> kControls{
     {L"fail-disk", "VexSimFailDisk", {L"disk"}, onDisk},
     {L"pull-disk", "VexSimPullDisk", {L"disk"}, onDisk},
     {L"insert-disk", "VexSimInsertDisk", {L"disk"}, onDisk},
+    {L"insert-blank-disk",
+     "VexSimInsertBlankDisk",
+     {L"disk", L"size", L"sectorSize", L"model"},
+     insertBlankDisk},
     {L"lock-disk", "VexSimLockDisk", {L"disk"}, onDisk},
     {L"raise-smart-event", "VexSimRaiseSmartEvent", {L"disk"}, onDisk},
     {L"advance-clock", "VexSimAdvanceClock", {L"milliseconds"}, advanceClock},
@@ -151,19 +193,31 @@ SimulatorControls::Value SimulatorControls::describe() const {
   return list;
 }
 
-SimulatorControls::Value SimulatorControls::run(const std::wstring& name, const Value& arguments) const {
+SimulatorControls::Value SimulatorControls::run(const std::wstring& name, const Value& arguments,
+                                                DiskNames* disks) const {
   const Found& found = m_functions.at(name);
   Outcome outcome;
-  const VEX_STATUS status =
-      found.control->call(found.function, ControlArguments(arguments, found.control->arguments), outcome);
+  const auto call = [&](const Value& given) {
+    return found.control->call(found.function, ControlArguments(given, found.control->arguments), outcome);
+  };
+  const bool namesDisk = found.control->call == onDisk || found.control->call == insertBlankDisk;
+  if (disks != nullptr && namesDisk) disks->remember();
+  VEX_STATUS status = call(arguments);
+  if (disks != nullptr && namesDisk && status == VEX_STATUS_INVALID_HANDLE) {
+    Value translated = arguments;
+    translated.member(kDisk) = disks->serialNumberOf(arguments.member(kDisk).toString());
+    if (!translated.member(kDisk).toString().empty()) status = call(translated);
+  }
   if (status == VEX_STATUS_SUCCESS) return outcome.answer;
   if (found.control->call == loadScenario && m_lastError) {
     VEX_STATUS ignored = VEX_STATUS_SUCCESS;
     outcome.reason = reasonOf<decltype(VexSimLastError)>(m_lastError, ignored);
   }
+  const Refused refused = refusedBy(status);
+  if (outcome.reason.empty()) outcome.reason = refused.words;
   if (outcome.reason.empty())
     outcome.reason = "The simulated library answers status " + std::to_string(status);
-  throw Refusal(static_cast<std::int32_t>(httpStatusOf(status)), outcome.reason);
+  throw Refusal(refused.httpStatus, outcome.reason);
 }
 
 }  // namespace host

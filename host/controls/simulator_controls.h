@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 
+#include "controls/disk_names.h"
 #include "ServiceObject.h"
 
 namespace host {
@@ -32,9 +33,10 @@ class SimulatorControls {
   /// A list of objects with `name` and `arguments`, ordered by name.
   Value describe() const;
 
-  /// What the control tells; null when it tells nothing. `arguments` is an object, or null. Raises a
-  /// `Refusal`: 400 for wrong arguments, otherwise with the status that fits what the library says.
-  Value run(const std::wstring& name, const Value& arguments) const;
+  /// What the control tells; null when it tells nothing. `arguments` is an object, or null; `disks` leads
+  /// from a published id to a name that the library knows, null when nothing does. Raises a `Refusal`: 400
+  /// for wrong arguments, otherwise with the status that fits what the library says.
+  Value run(const std::wstring& name, const Value& arguments, DiskNames* disks = nullptr) const;
 
  private:
   struct Found {

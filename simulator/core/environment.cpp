@@ -1,8 +1,6 @@
 #include "core/environment.h"
 
 #include <cstdlib>
-#include <fstream>
-#include <limits>
 
 #include "scenario/scenario.h"
 
@@ -41,9 +39,7 @@ Environment readEnvironment() {
   return environment;
 }
 
-Machine firstMachine(const Environment& environment) {
-  const bool isKept = !environment.statePath.empty() && std::ifstream(environment.statePath).good();
-  if (isKept) return loadScenario(environment.statePath);
+Machine scenarioMachine(const Environment& environment) {
   if (!environment.scenarioPath.empty()) return loadScenario(environment.scenarioPath);
   return readScenario(embeddedScenario());
 }

@@ -20,8 +20,8 @@ struct Environment {
 /// Raises `ScenarioError` when a variable has a value that cannot be taken.
 Environment readEnvironment();
 
-/// The machine to start with: the kept one when there is one, else that of the scenario.
-Machine firstMachine(const Environment& environment);
+/// The machine of the scenario. Raises `ScenarioError`.
+Machine scenarioMachine(const Environment& environment);
 
 }  // namespace simulator
 

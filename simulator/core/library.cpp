@@ -2,36 +2,21 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iostream>
-#include <thread>
 
-#include "atomic_file.h"
 #include "core/environment.h"
 #include "engine/work.h"
-#include "narrow_path.h"
+#include "model/edit.h"
+#include "perform.h"
 #include "rules/apply.h"
+#include "scenario/changes.h"
 #include "scenario/loading.h"
 #include "scenario/scenario.h"
 
 namespace simulator {
 namespace {
 
-constexpr std::size_t kMaxSessions = 1024;
-
-void say(const std::string& text) { std::cerr << "VEXL2: " << text << std::endl; }
-
-/// No exception leaves the library.
-template <class Body>
-Status guarded(Body body) {
-  try {
-    return body();
-  } catch (const Refusal& refusal) {
-    return refusal.status();
-  } catch (const std::exception& error) {
-    say(error.what());
-    return VEX_STATUS_INTERNAL_ERROR;
-  }
-}
+using vexl2::guarded;
+using vexl2::say;
 
 }  // namespace
 
@@ -40,13 +25,14 @@ Library& Library::instance() {
   return *kInstance;
 }
 
-Library::Library(Clock clock) : m_clock(std::move(clock)), m_nextSession(kFirstSessionHandle) {}
+Library::Library(Clock clock, StateOptions stateOptions)
+    : m_clock(std::move(clock)),
+      m_stateOptions(std::move(stateOptions)),
+      m_sessions(m_handles),
+      m_subscriptions(m_handles, [this] { return m_clock.now(); }) {}
 
 Status Library::perform(const char* operation, const Body& body) {
-  return guarded([&]() -> Status {
-    const Faults::Order order = m_faults.next(operation);
-    if (order.delayMs > 0) std::this_thread::sleep_for(std::chrono::milliseconds(order.delayMs));
-    if (order.status) return *order.status;
+  return vexl2::perform(m_faults, operation, [&]() -> Status {
     Lock lock(m_mutex);
     return body(lock);
   });
@@ -68,26 +54,40 @@ Status Library::initialize(const char* operation) {
 
 void Library::begin() {
   const Environment environment = readEnvironment();
-  Machine machine = m_nextMachine ? std::move(*m_nextMachine) : firstMachine(environment);
-  m_nextMachine.reset();
+  StateStore store;
+  if (!environment.statePath.empty()) store = StateStore(environment.statePath, m_stateOptions);
+  Machine machine = firstMachine(environment, store);
+  store.begin(writeScenario(machine));
   machine.changes = m_machine.changes + 1;
   m_machine = std::move(machine);
-  m_statePath = environment.statePath;
-  m_waitCapMs = std::min(m_waitCapMs, environment.eventWaitCapMs);
+  m_store = std::move(store);
+  m_subscriptions.cap(
+      std::min(m_subscriptions.longest(), std::chrono::milliseconds(environment.eventWaitCapMs)));
   m_clock.setSpeed(m_orderedSpeed.value_or(environment.clockSpeed));
   m_clock.take();
-  save();
+  m_timeline.plan(m_machine);
+}
+
+/// The one given by hand, else the one that is kept, else that of the scenario.
+Machine Library::firstMachine(const Environment& environment, StateStore& store) {
+  if (m_nextMachine) {
+    store.disregard();
+    Machine machine = std::move(*m_nextMachine);
+    m_nextMachine.reset();
+    return machine;
+  }
+  auto kept = store.load();
+  return kept ? std::move(*kept) : scenarioMachine(environment);
 }
 
 Status Library::finalize(const char* operation) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    catchUp();
-    save();
+    countTime();
+    m_store.end(writeScenario(m_machine));
     m_isInitialized = false;
     m_sessions.clear();
     m_subscriptions.clear();
-    m_changed.notify_all();
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -96,8 +96,7 @@ Status Library::openSession(const char* operation, Handle* session) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     require(session != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    require(m_sessions.size() < kMaxSessions, VEX_STATUS_NO_SESSION_LEFT);
-    *session = *m_sessions.insert(takeSessionHandle()).first;
+    *session = m_sessions.open();
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -105,7 +104,7 @@ Status Library::openSession(const char* operation, Handle* session) {
 Status Library::closeSession(const char* operation, Handle session) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    require(m_sessions.erase(session) == 1, VEX_STATUS_INVALID_SESSION);
+    m_sessions.close(session);
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -124,7 +123,7 @@ Status Library::read(const char* operation, Handle session, const void* out, con
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     require(out != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    require(m_sessions.count(session) == 1, VEX_STATUS_INVALID_SESSION);
+    m_sessions.requireOpen(session);
     catchUp();
     body(m_machine);
     return VEX_STATUS_SUCCESS;
@@ -146,7 +145,7 @@ Status Library::inspect(const Read& body) {
   return guarded([&] {
     const Lock lock(m_mutex);
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    catchUp();
+    countTime();
     body(m_machine);
     return VEX_STATUS_SUCCESS;
   });
@@ -154,10 +153,15 @@ Status Library::inspect(const Read& body) {
 
 Status Library::changeLocked(const Change& body) {
   require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-  catchUp();
-  const std::uint64_t before = m_machine.changes;
+  countTime();
+  Edit edit(m_machine);
   const Status status = apply(m_machine, body);
-  publish(before);
+  const std::string changes = writeChanges(edit);
+  const auto whole = [&] { return writeScenario(m_machine); };
+  if (!m_store.save(changes, whole)) return VEX_STATUS_FAILED;
+  edit.keep();
+  m_timeline.plan(m_machine);
+  if (!changes.empty()) m_subscriptions.tell();  // what leaves everything as it was wakes nobody
   return status;
 }
 
@@ -166,7 +170,7 @@ Status Library::subscribe(const char* operation, Handle* subscription) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
     require(subscription != nullptr, VEX_STATUS_INVALID_PARAMETER);
     catchUp();
-    *subscription = m_subscriptions.emplace(takeSessionHandle(), m_machine.changes).first->first;
+    *subscription = m_subscriptions.add();
     return VEX_STATUS_SUCCESS;
   });
 }
@@ -174,37 +178,32 @@ Status Library::subscribe(const char* operation, Handle* subscription) {
 Status Library::unsubscribe(const char* operation, Handle subscription) {
   return perform(operation, [&](Lock&) {
     require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-    require(m_subscriptions.erase(subscription) == 1, VEX_STATUS_INVALID_HANDLE);
-    m_changed.notify_all();
+    m_subscriptions.remove(subscription);
     return VEX_STATUS_SUCCESS;
   });
 }
 
 Status Library::wait(const char* operation, std::uint32_t timeoutMs, Handle subscription) {
   return perform(operation, [&](Lock& lock) -> Status {
-    const Clock::Instant begin = m_clock.now();
-    for (;;) {
-      if (hasChanged(subscription)) return VEX_STATUS_SUCCESS;
-      const auto limit = std::chrono::milliseconds(std::min(timeoutMs, m_waitCapMs));
-      const auto nextEnd = timeToNextEnd(m_machine);
-      if (m_clock.now() - begin >= limit) {
-        if (nextEnd) save();  // so that a restart loses no more progress than one wait
-        return VEX_STATUS_TIMEOUT;
-      }
-      const Clock::Instant workEnds = nextEnd ? m_clock.whenPassed(*nextEnd) : Clock::Instant::max();
-      m_changed.wait_until(lock, std::min(begin + limit, workEnds));
-    }
+    require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
+    const auto look = [&] {
+      catchUp();
+      return m_timeline.next(m_machine, m_clock);
+    };
+    const Status status =
+        m_subscriptions.wait(lock, subscription, std::chrono::milliseconds(timeoutMs), look);
+    saveProgress();
+    return status;
   });
 }
 
-bool Library::hasChanged(Handle subscription) {
-  require(m_isInitialized, VEX_STATUS_NOT_INITIALIZED);
-  const auto found = m_subscriptions.find(subscription);
-  require(found != m_subscriptions.end(), VEX_STATUS_INVALID_HANDLE);
-  catchUp();
-  const bool result = found->second != m_machine.changes;
-  found->second = m_machine.changes;
-  return result;
+/// A restart loses no more progress than this, while somebody waits for events.
+void Library::saveProgress() {
+  constexpr std::chrono::seconds kBetween(5);
+  if (!m_isInitialized || !m_timeline.isWorking() || m_clock.now() - kBetween < m_progressSaved) return;
+  countTime();
+  m_store.saveProgress(writeProgress(m_machine), [&] { return writeScenario(m_machine); });
+  m_progressSaved = m_clock.now();
 }
 
 Status Library::loadMachine(Machine machine) {
@@ -213,11 +212,12 @@ Status Library::loadMachine(Machine machine) {
     m_nextMachine = std::move(machine);
     return VEX_STATUS_SUCCESS;
   }
-  const std::uint64_t before = m_machine.changes;
-  machine.changes = before + 1;
+  if (!m_store.replace(writeScenario(machine))) return VEX_STATUS_FAILED;
+  machine.changes = m_machine.changes + 1;
   m_machine = std::move(machine);
   m_clock.take();
-  publish(before);
+  m_timeline.plan(m_machine);
+  m_subscriptions.tell();
   return VEX_STATUS_SUCCESS;
 }
 
@@ -226,6 +226,7 @@ Status Library::advanceClock(std::uint64_t milliseconds) {
   if (!m_isInitialized) return VEX_STATUS_NOT_INITIALIZED;
   m_clock.advance(milliseconds);
   catchUp();
+  m_subscriptions.lookAgain();  // what ends next has come nearer
   return VEX_STATUS_SUCCESS;
 }
 
@@ -233,42 +234,44 @@ Status Library::setClockSpeed(std::uint32_t speed) {
   const Lock lock(m_mutex);
   m_orderedSpeed = speed;
   m_clock.setSpeed(speed);
-  m_changed.notify_all();
+  m_subscriptions.lookAgain();
   return VEX_STATUS_SUCCESS;
 }
 
 Status Library::capWait(std::uint32_t milliseconds) {
   const Lock lock(m_mutex);
-  m_waitCapMs = milliseconds;
-  m_changed.notify_all();
+  m_subscriptions.cap(std::chrono::milliseconds(milliseconds));
   return VEX_STATUS_SUCCESS;
 }
 
 /// The machine moves on only when somebody looks: what happened meanwhile happens now.
 void Library::catchUp() {
+  m_timeline.pass(m_machine, m_clock.take());
+  if (m_timeline.isDue(m_machine)) moveOn();
+  if (m_timeline.takePercent(m_machine, m_clock.now())) m_subscriptions.tell();
+}
+
+/// Whoever reads or changes the whole machine wants to find all work where it stands.
+void Library::countTime() {
+  catchUp();
+  if (m_machine.pendingMs > 0) m_timeline.catchUp(m_machine);  // nothing ends within that time
+}
+
+/// What happens by itself cannot be refused.
+void Library::moveOn() {
   const std::uint64_t before = m_machine.changes;
-  advance(m_machine, m_clock.take());
-  publish(before);
-}
-
-void Library::publish(std::uint64_t changesBefore) {
-  if (m_machine.changes == changesBefore) return;
-  save();
-  m_changed.notify_all();
-}
-
-void Library::save() const {
-  if (m_statePath.empty()) return;
-  try {
-    replaceFile(narrowPath(m_statePath), writeScenario(m_machine), Readers::kEveryone);
-  } catch (const std::runtime_error&) {
-    say(m_statePath + ": cannot be written");
+  Edit edit(m_machine);
+  m_timeline.catchUp(m_machine);
+  if (m_machine.changes != before) {
+    m_store.saveProgress(writeChanges(edit), [&] { return writeScenario(m_machine); });
+    m_subscriptions.tell();
   }
+  edit.keep();
 }
 
-Handle Library::takeSessionHandle() {
-  require(m_nextSession != 0, VEX_STATUS_NO_SESSION_LEFT);
-  return m_nextSession++;
+std::string Library::whyBehind() {
+  const Lock lock(m_mutex);
+  return m_store.whyBehind();
 }
 
 }  // namespace simulator

@@ -1,18 +1,20 @@
 #ifndef MIRN_SIMULATOR_CORE_LIBRARY_H
 #define MIRN_SIMULATOR_CORE_LIBRARY_H
 
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 
-#include "core/faults.h"
+#include "core/environment.h"
 #include "engine/clock.h"
+#include "engine/timeline.h"
+#include "fault_points.h"
 #include "model/machine.h"
+#include "sessions.h"
+#include "state/state_store.h"
+#include "subscriptions.h"
 
 namespace simulator {
 
@@ -27,7 +29,7 @@ class Library {
   /// when the program ends.
   static Library& instance();
 
-  explicit Library(Clock clock = Clock());
+  explicit Library(Clock clock = Clock(), StateOptions stateOptions = {});
 
   /// `operation` is the name under which faults are ordered, here and below.
   Status initialize(const char* operation);
@@ -42,7 +44,8 @@ class Library {
   Status read(const char* operation, Handle session, const void* out, const Read& body);
 
   /// Changes the machine: `body` raises a `Refusal` before it has changed anything, or changes and returns.
-  /// The consequences are drawn, kept and told to the subscribers.
+  /// The consequences are drawn, kept and told to the subscribers. A change that cannot be kept is taken back
+  /// and refused with 15.
   Status change(const char* operation, const Change& body);
 
   Status subscribe(const char* operation, Handle* subscription);
@@ -62,10 +65,13 @@ class Library {
 
   Status inspect(const Read& body);
 
+  /// Why a restart would find the machine behind the present one, in one line; empty when it would not.
+  std::string whyBehind();
+
   Status advanceClock(std::uint64_t milliseconds);
   Status setClockSpeed(std::uint32_t speed);
   Status capWait(std::uint32_t milliseconds);
-  Faults& faults() { return m_faults; }
+  vexl2::FaultPoints& faults() { return m_faults; }
 
  private:
   using Lock = std::unique_lock<std::mutex>;
@@ -74,27 +80,28 @@ class Library {
   Status perform(const char* operation, const Body& body);
   Status changeLocked(const Change& body);
   void begin();
+  Machine firstMachine(const Environment& environment, StateStore& store);
   void catchUp();
-  void publish(std::uint64_t changesBefore);
-  void save() const;
-  Handle takeSessionHandle();
-  bool hasChanged(Handle subscription);
+  void countTime();
+  void moveOn();
+  void saveProgress();
 
   // Guarded by m_mutex.
   std::mutex m_mutex;
-  std::condition_variable m_changed;
   bool m_isInitialized = false;
   Machine m_machine;
   std::optional<Machine> m_nextMachine;
   Clock m_clock;
+  Timeline m_timeline;
   std::optional<std::uint32_t> m_orderedSpeed;  ///< wins over the environment
-  std::string m_statePath;
-  std::set<Handle> m_sessions;
-  std::map<Handle, std::uint64_t> m_subscriptions;  ///< with the changes already told
-  Handle m_nextSession;
-  std::uint32_t m_waitCapMs = 0xFFFFFFFF;
+  StateOptions m_stateOptions;
+  StateStore m_store;
+  Clock::Instant m_progressSaved = Clock::Instant::min();
+  vexl2::SessionHandles m_handles;
+  vexl2::Sessions m_sessions;
+  vexl2::Subscriptions m_subscriptions;
 
-  Faults m_faults;  ///< has its own lock
+  vexl2::FaultPoints m_faults;  ///< has its own lock
 };
 
 }  // namespace simulator

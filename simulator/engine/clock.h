@@ -19,9 +19,9 @@ class Clock {
   void setSpeed(std::uint32_t speed);
 
   /// Moves the machine time on by hand.
-  void advance(std::uint64_t milliseconds) { m_byHand += milliseconds; }
+  void advance(std::uint64_t milliseconds);
 
-  /// The machine time since the last call, or since construction.
+  /// The machine time since the last call, or since construction; never more than the largest number.
   std::uint64_t take();
 
   /// The instant at which the machine time will have moved on by that much; the far future when
@@ -36,8 +36,8 @@ class Clock {
   Source m_source;
   Instant m_last;
   std::uint32_t m_speed = 1;
-  std::uint64_t m_nanoseconds = 0;  ///< machine time accrued and not taken, below a millisecond after `take`
-  std::uint64_t m_byHand = 0;
+  std::uint64_t m_milliseconds = 0;  ///< machine time not taken yet, the largest number when there is more
+  std::uint64_t m_nanoseconds = 0;   ///< and less than a millisecond of it
 };
 
 }  // namespace simulator

@@ -2,14 +2,16 @@
 #include <vector>
 
 #include "core/library.h"
-#include "records/text_field.h"
+#include "handle_list.h"
 #include "rules/rules.h"
+#include "text_field.h"
 #include "VEXL2.h"
 
-using simulator::Handle;
 using simulator::Library;
 using simulator::Machine;
-using simulator::require;
+using vexl2::handlesOf;
+using vexl2::require;
+using vexl2::textOf;
 
 namespace {
 
@@ -19,16 +21,11 @@ VEX_STATUS act(const char* operation, Rule rule, Arguments... arguments) {
   return Library::instance().change(operation, [&](Machine& machine) { rule(machine, arguments...); });
 }
 
-std::vector<Handle> listOf(const VEX_HANDLE* handles, uint32_t count) {
-  require(handles != nullptr || count == 0, VEX_STATUS_INVALID_PARAMETER);
-  return handles == nullptr ? std::vector<Handle>() : std::vector<Handle>(handles, handles + count);
-}
-
 /// The two creation records have these fields alike.
 template <class Params>
 simulator::NewVolume newVolume(const Params& params) {
   simulator::NewVolume wanted;
-  wanted.name = simulator::textOf(params.name);
+  wanted.name = textOf(params.name);
   wanted.stripSize = params.stripSize;
   wanted.level = params.raidLevel;
   wanted.sizeMiB = params.size;
@@ -64,7 +61,7 @@ VEX_STATUS VexDiskAssignStoragePool(VEX_HANDLE disk, uint8_t pool) {
 VEX_STATUS VexDiskUnlock(VEX_HANDLE disk, const VEX_UNLOCK_PARAMS* params) {
   return Library::instance().change(__func__, [&](Machine& machine) {
     require(params != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    simulator::unlockDisk(machine, disk, simulator::textOf(params->password), params->master == 1);
+    simulator::unlockDisk(machine, disk, textOf(params->password), params->master == 1);
   });
 }
 
@@ -84,7 +81,7 @@ VEX_STATUS VexArraySetWriteCacheState(VEX_HANDLE array, uint32_t enable) {
 
 VEX_STATUS VexAddDisksToArray(VEX_HANDLE array, const VEX_HANDLE* disks, uint32_t diskCount, uint32_t zero) {
   return Library::instance().change(__func__, [&](Machine& machine) {
-    simulator::addDisks(machine, array, listOf(disks, diskCount), zero);
+    simulator::addDisks(machine, array, handlesOf(disks, diskCount), zero);
   });
 }
 
@@ -124,7 +121,7 @@ VEX_STATUS VexVolumeSetCachePolicy(VEX_HANDLE volume, uint32_t policy) {
 VEX_STATUS VexRaidLevelModify(VEX_HANDLE volume, VEX_RAID_LEVEL_MODIFY_PARAMS params) {
   return Library::instance().change(__func__, [&](Machine& machine) {
     simulator::modifyRaidLevel(machine, volume, params.raidLevel, params.stripSize, params.size,
-                               listOf(params.disks, params.diskCount));
+                               handlesOf(params.disks, params.diskCount));
   });
 }
 
@@ -137,11 +134,14 @@ VEX_STATUS VexVolumeCreate(VEX_CREATE_VOLUME_PARAMS params) {
 }
 
 VEX_STATUS VexVolumeCreateFromDisks(VEX_CREATE_FROM_DISKS_PARAMS params, VEX_HANDLE* volume) {
-  return Library::instance().change(__func__, [&](Machine& machine) {
+  VEX_HANDLE created = 0;
+  const VEX_STATUS status = Library::instance().change(__func__, [&](Machine& machine) {
     require(volume != nullptr, VEX_STATUS_INVALID_PARAMETER);
-    *volume = simulator::createVolumeFromDisks(machine, listOf(params.disks, params.diskCount),
+    created = simulator::createVolumeFromDisks(machine, handlesOf(params.disks, params.diskCount),
                                                params.sourceDiskHandle, newVolume(params));
   });
+  if (status == VEX_STATUS_SUCCESS) *volume = created;
+  return status;
 }
 
 VEX_STATUS VexVolumeSetRwhPolicy(VEX_HANDLE volume, VEX_HANDLE journalingDrive, uint32_t policy) {

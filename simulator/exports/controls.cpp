@@ -3,17 +3,17 @@
 #include <string>
 
 #include "core/library.h"
-#include "core/operation_names.h"
 #include "engine/incidents.h"
 #include "model/invariants.h"
-#include "records/text_field.h"
+#include "operation_names.h"
 #include "scenario/scenario.h"
+#include "text_field.h"
 #include "vexl2_simulator.h"
 
 using simulator::EndDevice;
-using simulator::Faults;
 using simulator::Library;
 using simulator::Machine;
+using vexl2::FaultPoints;
 
 namespace {
 
@@ -42,7 +42,7 @@ class LastError {
 
 void putText(char* target, uint32_t size, const std::string& text) {
   if (target == nullptr || size == 0) return;
-  const std::string_view kept = simulator::cutText(text, size - 1);
+  const std::string_view kept = vexl2::cutText(text, size - 1);
   kept.copy(target, kept.size());
   target[kept.size()] = '\0';
 }
@@ -52,7 +52,8 @@ VEX_STATUS load(const char* source, Read read) {
   if (source == nullptr) return VEX_STATUS_INVALID_PARAMETER;
   try {
     Machine machine = read(source);
-    LastError::instance().set("");
+    LastError::instance().set(simulator::findViolation(machine));
+    if (!LastError::instance().get().empty()) return VEX_STATUS_INVALID_PARAMETER;
     return Library::instance().loadMachine(std::move(machine));
   } catch (const simulator::ScenarioError& error) {
     LastError::instance().set(error.what());
@@ -68,8 +69,8 @@ VEX_STATUS strike(const char* disk, Incident incident) {
       [&](Machine& machine) { incident(machine, simulator::findDevice(machine, disk)); });
 }
 
-VEX_STATUS order(const char* operation, const Faults::Order& fault) {
-  if (operation == nullptr || !simulator::isOperationName(operation)) return VEX_STATUS_INVALID_PARAMETER;
+VEX_STATUS order(const char* operation, const FaultPoints::Order& fault) {
+  if (operation == nullptr || !vexl2::isOperationName(operation)) return VEX_STATUS_INVALID_PARAMETER;
   Library::instance().faults().add(operation, fault);
   return VEX_STATUS_SUCCESS;
 }
@@ -91,7 +92,7 @@ VEX_STATUS VexSimSaveText(char* text, uint32_t* size) {
     const std::string json = simulator::writeScenario(machine);
     const uint32_t room = text == nullptr ? 0 : *size;
     *size = static_cast<uint32_t>(json.size() + 1);
-    simulator::require(*size <= room, VEX_STATUS_NOT_ENOUGH_ITEMS);
+    vexl2::require(*size <= room, VEX_STATUS_NOT_ENOUGH_ITEMS);
     std::memcpy(text, json.c_str(), *size);
   });
 }
@@ -101,6 +102,19 @@ VEX_STATUS VexSimFailDisk(const char* disk) { return strike(disk, simulator::fai
 VEX_STATUS VexSimPullDisk(const char* disk) { return strike(disk, simulator::pullDevice); }
 
 VEX_STATUS VexSimInsertDisk(const char* disk) { return strike(disk, simulator::insertDevice); }
+
+VEX_STATUS VexSimInsertBlankDisk(const char* bay, uint64_t totalSize, uint32_t sectorSize, const char* model,
+                                 char* id, uint32_t size) {
+  if (bay == nullptr) return VEX_STATUS_INVALID_PARAMETER;
+  simulator::BlankDisk wanted;
+  wanted.totalSize = totalSize;
+  wanted.logicalSectorSize = sectorSize;
+  if (model != nullptr) wanted.model = model;
+  return Library::instance().control([&](Machine& machine) {
+    const EndDevice& former = simulator::findDevice(machine, bay);
+    putText(id, size, simulator::insertBlankDisk(machine, former, wanted).id);
+  });
+}
 
 VEX_STATUS VexSimLockDisk(const char* disk) { return strike(disk, simulator::lockDisk); }
 
@@ -128,7 +142,7 @@ VEX_STATUS VexSimClearFaults() {
 }
 
 VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls) {
-  if (operation == nullptr || calls == nullptr || !simulator::isOperationName(operation)) {
+  if (operation == nullptr || calls == nullptr || !vexl2::isOperationName(operation)) {
     return VEX_STATUS_INVALID_PARAMETER;
   }
   *calls = Library::instance().faults().callsOf(operation);
@@ -136,9 +150,11 @@ VEX_STATUS VexSimCountCalls(const char* operation, uint64_t* calls) {
 }
 
 VEX_STATUS VexSimCheck(char* text, uint32_t size) {
+  const std::string whyBehind = Library::instance().whyBehind();
   return Library::instance().inspect([&](const Machine& machine) {
-    const std::string violation = simulator::findViolation(machine);
-    putText(text, size, violation);
-    simulator::require(violation.empty(), VEX_STATUS_INTERNAL_ERROR);
+    std::string violation = simulator::findViolation(machine);
+    if (violation.empty() && !whyBehind.empty()) violation = "what happened is not kept: " + whyBehind;
+    putText(text, size, violation.empty() ? simulator::findUnprotected(machine) : violation);
+    vexl2::require(violation.empty(), VEX_STATUS_INTERNAL_ERROR);
   });
 }

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "core/library.h"
+#include "handle_list.h"
 #include "model/disk_role.h"
 #include "records/enumeration.h"
 #include "records/records.h"
@@ -10,24 +11,15 @@
 using simulator::Handle;
 using simulator::Library;
 using simulator::Machine;
-using simulator::require;
 
 namespace {
-
-/// Stores the handles when they fit; otherwise their number, with the status that says so.
-void store(const std::vector<Handle>& found, VEX_HANDLE* handles, uint32_t& count) {
-  const uint32_t room = handles == nullptr ? 0 : count;
-  count = static_cast<uint32_t>(found.size());
-  require(found.size() <= room, VEX_STATUS_NOT_ENOUGH_ITEMS);
-  std::copy(found.begin(), found.end(), handles);
-}
 
 using ScopedList = std::vector<Handle> (*)(const Machine&, VEX_SCOPE_TYPE, Handle);
 
 VEX_STATUS enumerate(const char* operation, ScopedList list, VEX_HANDLE session, VEX_SCOPE_TYPE scope,
                      VEX_HANDLE scopeHandle, VEX_HANDLE* handles, uint32_t* count) {
   return Library::instance().read(operation, session, count, [&](const Machine& machine) {
-    store(list(machine, scope, scopeHandle), handles, *count);
+    vexl2::storeHandles(list(machine, scope, scopeHandle), handles, *count);
   });
 }
 
@@ -79,7 +71,7 @@ VEX_STATUS VexGetPortHandles(VEX_HANDLE session, VEX_SCOPE_TYPE scope, VEX_HANDL
 
 VEX_STATUS VexGetRaidInfoHandles(VEX_HANDLE session, VEX_HANDLE* handles, uint32_t* count) {
   return Library::instance().read(__func__, session, count, [&](const Machine& machine) {
-    store(simulator::listEngines(machine), handles, *count);
+    vexl2::storeHandles(simulator::listEngines(machine), handles, *count);
   });
 }
 

@@ -11,6 +11,7 @@ const LevelCapability* findLevel(const RaidEngine& engine, RaidLevel level) {
 }
 
 bool takesDiskCount(const LevelCapability& level, std::size_t disks) {
+  if (level.level == RaidLevel::RAID_10 && disks % 2 != 0) return false;
   const bool takesParity = disks % 2 == 0 ? level.evenDiskCount : level.oddDiskCount;
   return takesParity && disks >= level.minDisks && disks <= level.maxDisks;
 }

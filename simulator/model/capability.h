@@ -9,6 +9,7 @@ namespace simulator {
 /// The level's capability, or null when the engine has no such level.
 const LevelCapability* findLevel(const RaidEngine& engine, RaidLevel level);
 
+/// A RAID 10 is made of pairs, whatever its capability says.
 bool takesDiskCount(const LevelCapability& level, std::size_t disks);
 
 bool takesStripSize(const LevelCapability& level, StripSize size);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "model/disk_role.h"
+#include "model/redundancy.h"
 
 namespace simulator {
 
@@ -11,6 +12,8 @@ std::uint64_t usableSize(const EndDevice& disk) {
   if (disk.type != DeviceType::DISK || disk.totalSize < kMetadataSize) return 0;
   return (disk.totalSize - kMetadataSize) / kMiB * kMiB;
 }
+
+std::uint64_t journalRoom(const EndDevice& drive) { return usableSize(drive) / kJournalSize; }
 
 std::uint32_t dataDisks(RaidLevel level, std::size_t disks) {
   const auto count = static_cast<std::uint32_t>(disks);
@@ -34,7 +37,7 @@ std::uint64_t shareOf(RaidLevel level, std::size_t disks, std::uint64_t size) {
 
 std::uint64_t footprintOf(const Machine& machine, const Volume& volume) {
   const std::size_t disks = machine.arrays.at(volume.array).disks.size();
-  if (!volume.work || volume.work->kind != WorkKind::MIGRATE) {
+  if (!isMigrating(volume)) {
     return shareOf(volume.level, disks, volume.size);
   }
   return std::max(shareOf(volume.work->sourceLevel, volume.work->sourceDisks.size(), volume.size),
@@ -68,10 +71,7 @@ std::uint64_t freeSize(const Machine& machine, const Array& array) {
 }
 
 std::uint64_t freeSize(const Machine& machine, const EndDevice& disk) {
-  if (disk.array != 0) {
-    const std::uint64_t used = usedPerDisk(machine, machine.arrays.at(disk.array));
-    return used < usableSize(disk) ? usableSize(disk) - used : 0;
-  }
+  if (disk.array != 0) return freePerDisk(machine, machine.arrays.at(disk.array));
   return usageOf(disk) == DiskUsage::PASS_THROUGH && isUsable(disk) ? usableSize(disk) : 0;
 }
 

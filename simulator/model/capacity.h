@@ -11,8 +11,11 @@ namespace simulator {
 /// Kept for metadata at the end of each disk.
 constexpr std::uint64_t kMetadataSize = 8 * kMiB;
 
-/// The least size of a journaling drive.
+/// What the journal of one volume takes of its drive.
 constexpr std::uint64_t kJournalSize = 1024 * kMiB;
+
+/// How many volumes may keep their journal on the drive.
+std::uint64_t journalRoom(const EndDevice& drive);
 
 /// What volumes can take of a disk: whole mebibytes without the metadata.
 std::uint64_t usableSize(const EndDevice& disk);
@@ -38,7 +41,8 @@ std::uint64_t freePerDisk(const Machine& machine, const Array& array);
 std::uint64_t totalSize(const Machine& machine, const Array& array);
 std::uint64_t freeSize(const Machine& machine, const Array& array);
 
-/// What a new volume could take of the disk; 0 for a disk that none can take.
+/// What a new volume could take of the disk, of a member what its array leaves of each; 0 for a disk that
+/// none can take.
 std::uint64_t freeSize(const Machine& machine, const EndDevice& disk);
 
 }  // namespace simulator

@@ -3,13 +3,15 @@
 
 #include <cstdint>
 
-#include "VEXL2.h"
+#include "refusal.h"
 
 /// The codes of the library's records as enumerations, so that the model says what it means.
 namespace simulator {
 
-using Handle = VEX_HANDLE;
-using Status = VEX_STATUS;
+using vexl2::Handle;
+using vexl2::Refusal;
+using vexl2::require;
+using vexl2::Status;
 
 enum class RaidLevel : std::uint32_t {
   RAID_0 = VEX_RAID_LEVEL_0,

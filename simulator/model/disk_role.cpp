@@ -1,6 +1,15 @@
 #include "model/disk_role.h"
 
 namespace simulator {
+namespace {
+
+bool isPresent(const EndDevice& disk) { return disk.presence == Presence::PRESENT; }
+
+bool isOffline(const EndDevice& disk) {
+  return disk.condition == DiskState::OFFLINE || disk.condition == DiskState::MANUAL_OFFLINE;
+}
+
+}  // namespace
 
 DiskUsage usageOf(const EndDevice& disk) {
   if (disk.array != 0) {
@@ -13,12 +22,32 @@ DiskUsage usageOf(const EndDevice& disk) {
 }
 
 DiskState stateOf(const EndDevice& disk) {
-  return disk.presence == Presence::PRESENT ? disk.state : DiskState::MISSING;
+  if (!isPresent(disk)) return DiskState::MISSING;
+  if (disk.failed) return DiskState::FAILED;
+  if (!isSupported(disk)) return disk.condition;
+  if (disk.locked) return DiskState::LOCKED;
+  if (disk.condition == DiskState::NORMAL && disk.smartEvent) return DiskState::SMART_EVENT_TRIGGERED;
+  return disk.condition;
 }
 
 bool isUsable(const EndDevice& disk) {
   const DiskState state = stateOf(disk);
   return state == DiskState::NORMAL || state == DiskState::SMART_EVENT_TRIGGERED;
+}
+
+bool isLockedOnly(const EndDevice& disk) {
+  return stateOf(disk) == DiskState::LOCKED && disk.condition == DiskState::NORMAL;
+}
+
+bool mayBeMarkedAsNormal(const EndDevice& disk) {
+  if (!isPresent(disk) || disk.locked) return false;
+  return isOffline(disk) || (disk.failed && disk.condition == DiskState::NORMAL);
+}
+
+bool mayBeReplaced(const EndDevice& disk) { return !isUsable(disk) && stateOf(disk) != DiskState::LOCKED; }
+
+bool isSupported(const EndDevice& disk) {
+  return disk.condition != DiskState::UNSUPPORTED && disk.condition != DiskState::INCOMPATIBLE;
 }
 
 bool isListed(const EndDevice& device) {

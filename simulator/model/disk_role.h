@@ -9,11 +9,25 @@ namespace simulator {
 
 DiskUsage usageOf(const EndDevice& disk);
 
-/// The state that the library reports: MISSING when the disk is not there.
+/// The state that the library reports. It can tell one fact only, so the first of these that holds: missing,
+/// failed, unsupported or incompatible, locked, offline or of a later version, SMART event.
 DiskState stateOf(const EndDevice& disk);
 
 /// There and able to serve data.
 bool isUsable(const EndDevice& disk);
+
+/// There, and nothing but its lock keeps it from serving.
+bool isLockedOnly(const EndDevice& disk);
+
+/// There, and nothing but its failure, or its being offline, keeps it from serving: it may be marked
+/// as normal.
+bool mayBeMarkedAsNormal(const EndDevice& disk);
+
+/// Lost for as long as nobody repairs it, so that another disk may take its place. A lock is opened instead.
+bool mayBeReplaced(const EndDevice& disk);
+
+/// Whether engines work with the disk at all.
+bool isSupported(const EndDevice& disk);
 
 /// Whether the library lists the device: it is there, or something still counts on it.
 bool isListed(const EndDevice& device);

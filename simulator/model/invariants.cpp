@@ -22,12 +22,22 @@ void expect(bool holds, const T& object, const char* rule) {
   if (!holds) throw Violation(object.id + " (" + std::to_string(object.handle) + "): " + rule);
 }
 
-bool contains(const std::vector<Handle>& handles, Handle handle) {
-  return std::find(handles.begin(), handles.end(), handle) != handles.end();
-}
-
 bool hasDuplicate(const std::vector<Handle>& handles) {
   return std::set<Handle>(handles.begin(), handles.end()).size() != handles.size();
+}
+
+bool isCondition(DiskState state) {
+  return state != DiskState::MISSING && state != DiskState::FAILED && state != DiskState::LOCKED &&
+         state != DiskState::SMART_EVENT_TRIGGERED;
+}
+
+bool isAloneInBay(const Machine& machine, const EndDevice& device) {
+  const auto bayOf = [](const EndDevice& each) { return each.bay != 0 ? each.bay : each.handle; };
+  return std::none_of(machine.devices.begin(), machine.devices.end(), [&](const auto& entry) {
+    const EndDevice& other = entry.second;
+    return other.handle != device.handle && other.presence != Presence::ABSENT &&
+           bayOf(other) == bayOf(device);
+  });
 }
 
 void checkDevice(const Machine& machine, const EndDevice& device) {
@@ -39,9 +49,12 @@ void checkDevice(const Machine& machine, const EndDevice& device) {
   expect(!(device.array != 0 && device.journalUsers != 0), device, "a member holds a journal");
   expect(device.spareFor == 0 || (device.spare && machine.arrays.contains(device.spareFor)), device,
          "is the spare of nothing");
-  expect(device.state != DiskState::MISSING, device, "stores that it is missing");
+  expect(isCondition(device.condition), device, "stores as its condition what is told apart");
   expect(contains(machine.controllers.at(device.controller).devices, device.handle), device,
          "its controller does not hold it");
+  expect(device.bay == 0 || device.presence == Presence::ABSENT || isAloneInBay(machine, device), device,
+         "shares its bay with another");
+  expect(device.journalUsers <= journalRoom(device), device, "holds more journals than it has room for");
   const auto users = std::count_if(machine.volumes.begin(), machine.volumes.end(), [&](const auto& entry) {
     return entry.second.journalingDrive == device.handle;
   });
@@ -72,6 +85,7 @@ void checkLayout(const Machine& machine, const Volume& volume, const Array& arra
   expect(level != nullptr, volume, "its engine has no such level");
   expect(takesDiskCount(*level, array.disks.size()), volume, "has a wrong number of disks");
   expect(volume.size > 0, volume, "has no size");
+  expect(volume.initialized || isRedundant(volume.level), volume, "has no redundancy to be initialised");
   expect(volume.rwhPolicy == RwhPolicy::RWH_OFF || volume.level == RaidLevel::RAID_5, volume,
          "closes a write hole that it does not have");
   expect((volume.rwhPolicy == RwhPolicy::RWH_JOURNALING_DRIVE) == (volume.journalingDrive != 0), volume,
@@ -87,9 +101,26 @@ void checkStale(const Machine& machine, const Volume& volume, const Array& array
   for (const Handle disk : volume.stale) {
     expect(contains(array.disks, disk), volume, "a disk is stale that is no member");
   }
+  for (const Handle disk : volume.blank)
+    expect(isStale(volume, disk), volume, "a disk is blank and not stale");
   if (healthOf(machine, volume) == Health::LOST) return;
   for (const Handle disk : array.disks) {
     expect(isUsable(machine.devices.at(disk)) || isStale(volume, disk), volume, "a lost disk is up to date");
+  }
+}
+
+bool mayEnd(const Machine& machine, const Volume& volume) {
+  return wouldServeAtTarget(machine, volume, volume.work->catchUp);
+}
+
+void checkMigration(const Machine& machine, const Volume& volume, Health health) {
+  const Work& work = *volume.work;
+  for (const Handle disk : work.sourceDisks) {
+    expect(machine.devices.at(disk).array == volume.array, volume, "migrates from a disk that is no member");
+  }
+  for (const Handle disk : work.catchUp) {
+    expect(isStale(volume, disk), volume, "a disk is caught up that is not stale");
+    expect(health == Health::LOST || isUsable(machine.devices.at(disk)), volume, "a lost disk is caught up");
   }
 }
 
@@ -103,7 +134,8 @@ void checkWork(const Machine& machine, const Volume& volume) {
     return;
   }
   const Work& work = *volume.work;
-  expect(work.elapsedMs < work.totalMs, volume, "its work is over and has not ended");
+  const bool waits = work.kind == WorkKind::MIGRATE && (health == Health::LOST || !mayEnd(machine, volume));
+  expect(work.elapsedMs < work.totalMs || waits, volume, "its work is over and has not ended");
   switch (work.kind) {
     case WorkKind::REBUILD:
       expect(isStale(volume, work.disk) && isUsable(machine.devices.at(work.disk)), volume,
@@ -116,10 +148,7 @@ void checkWork(const Machine& machine, const Volume& volume) {
       expect(health == Health::INTACT && isRedundant(volume.level), volume, "is checked though it cannot be");
       break;
     case WorkKind::MIGRATE:
-      for (const Handle disk : work.sourceDisks) {
-        expect(machine.devices.at(disk).array == volume.array, volume,
-               "migrates from a disk that is no member");
-      }
+      checkMigration(machine, volume, health);
       break;
   }
 }
@@ -157,7 +186,23 @@ void checkAllHandles(const Machine& machine) {
   }
 }
 
+bool hasLostJournal(const Machine& machine, const Volume& volume) {
+  const EndDevice* const drive = machine.devices.find(volume.journalingDrive);
+  return drive != nullptr && !isUsable(*drive);
+}
+
 }  // namespace
+
+std::string findUnprotected(const Machine& machine) {
+  for (const auto& entry : machine.volumes) {
+    const Volume& volume = entry.second;
+    if (!hasLostJournal(machine, volume)) continue;
+    return volume.id + " (" + std::to_string(volume.handle) +
+           "): goes on without its journal, since the drive " +
+           machine.devices.at(volume.journalingDrive).id + " is lost";
+  }
+  return "";
+}
 
 std::string findViolation(const Machine& machine) try {
   checkAllHandles(machine);

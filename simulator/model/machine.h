@@ -120,10 +120,14 @@ struct EndDevice {
   std::string model;
   std::string firmware;
   DiskType diskType = DiskType::UNKNOWN;
-  DiskState state = DiskState::NORMAL;
+  DiskState condition = DiskState::NORMAL;  ///< never MISSING, FAILED, LOCKED or SMART_EVENT_TRIGGERED
+  bool failed = false;                      ///< the facts from here on do not exclude each other
+  bool locked = false;
+  bool smartEvent = false;
   Presence presence = Presence::PRESENT;
   bool spare = false;
   Handle spareFor = 0;           ///< array of a dedicated spare
+  bool hotInserted = false;      ///< put in for a lost member that nothing has replaced yet
   bool foreignMetadata = false;  ///< carries the metadata of an array that goes on without it
   bool readOnlyMount = false;
   std::uint8_t storagePool = 0;
@@ -141,6 +145,7 @@ struct EndDevice {
   std::string userPassword;
   std::string masterPassword;
   std::uint32_t failedUnlocks = 0;
+  Handle bay = 0;  ///< the device whose bay it was put into; 0: its own
   std::vector<Phy> phys;
 
   Handle array = 0;                ///< derived
@@ -172,11 +177,17 @@ struct Work {
   WorkKind kind = WorkKind::VERIFY;
   std::uint64_t elapsedMs = 0;
   std::uint64_t totalMs = 0;
+  std::uint64_t carryMs = 0;                  ///< time not yet in elapsedMs, since work shares the disks
   Handle disk = 0;                            ///< REBUILD: the disk rebuilt onto
   RaidLevel sourceLevel = RaidLevel::RAID_0;  ///< MIGRATE: how the data lay before
   std::vector<Handle> sourceDisks;            ///< MIGRATE: and on which disks
   std::uint64_t targetSize = 0;               ///< MIGRATE: the size at the end
+  std::vector<Handle> catchUp;                ///< MIGRATE: stale members that it has written since it began
+  bool rewrites = true;                       ///< MIGRATE: writes everything anew; an expansion does not
 };
+
+/// Not given yet; every volume of a machine has one.
+constexpr std::uint32_t kNoOrdinal = 0xFFFFFFFF;
 
 /// Spans all disks of its array, in the array's order. With MIGRATE work, level and strip size are those that
 /// it comes to; until then its data are as safe as the source layout of the work makes them.
@@ -185,11 +196,12 @@ struct Volume {
   std::string id;
   std::string name;
   Handle array = 0;
-  std::uint32_t ordinal = 0;
+  std::uint32_t ordinal = kNoOrdinal;
   RaidLevel level = RaidLevel::RAID_0;
   StripSize stripSize = StripSize::SIZE_64KB;
   std::uint64_t size = 0;
   std::vector<Handle> stale;  ///< members whose content is out of date
+  std::vector<Handle> blank;  ///< those among them that never held the volume as it lies now
   CachePolicy cachePolicy = CachePolicy::OFF;
   RwhPolicy rwhPolicy = RwhPolicy::RWH_OFF;
   Handle journalingDrive = 0;
@@ -214,7 +226,9 @@ struct Machine {
   Handle nextHandle = 1;  ///< handles are given once and never again
 
   std::uint64_t changes = 0;  ///< derived: counts what subscribers are told of
-  Table<Handle> phyOwner;     ///< derived: phy handle to device handle
+  std::uint64_t pendingMs =
+      0;  ///< derived: time that has passed and that work does not count yet, since nothing ends within it
+  Table<Handle> phyOwner;  ///< derived: phy handle to device handle
 };
 
 }  // namespace simulator

@@ -5,10 +5,12 @@
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/redundancy.h"
-#include "records/text_field.h"
+#include "text_field.h"
 
 namespace simulator {
 namespace {
+
+using vexl2::putText;
 
 std::uint32_t flag(bool value) { return value ? 1 : 0; }
 
@@ -140,15 +142,15 @@ void fill(const Machine& machine, const Volume& volume, VEX_VOLUME_INFO& info) {
   info.totalSize = volume.size;
   info.stripSize = code(volume.stripSize);
   info.numDisks = static_cast<std::uint32_t>(array.disks.size());
-  info.migrationProgress = progressOf(volume);
+  info.migrationProgress = progressOf(machine, volume);
   info.migrationInProgress = flag(volume.work && volume.work->kind == WorkKind::MIGRATE);
   info.cachePolicy = code(volume.cachePolicy);
   info.rwhPolicy = code(volume.rwhPolicy);
   info.journalingDriveHandle = volume.journalingDrive;
   info.systemVolume = flag(volume.systemVolume);
   info.initialized = flag(volume.initialized);
-  info.verifyErrors = volume.verifyErrors;
-  info.verifyBadBlocks = volume.verifyBadBlocks;
+  info.verifyErrors = verifyErrorsOf(machine, volume);
+  info.verifyBadBlocks = verifyBadBlocksOf(machine, volume);
   info.logicalSectorSize = static_cast<std::uint32_t>(member.logicalSectorSize);
   info.physicalSectorSize = static_cast<std::uint32_t>(member.physicalSectorSize);
 }

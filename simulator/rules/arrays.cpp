@@ -51,13 +51,10 @@ void addDisks(Machine& machine, Handle handle, const std::vector<Handle>& disks,
   requireDisks(machine, disks);
   require(isAtRest(machine, array), VEX_STATUS_INTERNAL_ERROR);
   requireCount(machine, array, array.disks.size() + disks.size());
-  Membership membership;
-  membership.controller = array.controller;
-  membership.logicalSectorSize = machine.devices.at(array.disks.front()).logicalSectorSize;
-  membership.minUsableSize = usedPerDisk(machine, array);
+  Membership membership = membershipOf(machine, array);
   membership.isRaid0Only = isRaid0Only(machine, array);
   for (const Handle disk : disks) requireCandidate(machine, machine.devices.at(disk), membership);
-  requireRaidDiskRoom(machine, engineOf(machine, array), disks.size());
+  requireRaidDiskRoom(machine, engineOf(machine, array), disks);
 
   const std::vector<Handle> before = array.disks;
   for (const Handle disk : disks) joinArray(machine, array, machine.devices.at(disk));

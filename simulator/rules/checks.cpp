@@ -10,7 +10,6 @@
 namespace simulator {
 namespace {
 
-constexpr std::uint64_t kTwoTb = std::uint64_t{1} << 41;
 constexpr std::uint64_t kMaxSizeMiB = std::uint64_t{1} << 40;
 
 bool isOneLevel(std::uint32_t code) {
@@ -20,21 +19,14 @@ bool isOneLevel(std::uint32_t code) {
 
 bool isOneBit(std::uint32_t code) { return code != 0 && (code & (code - 1)) == 0; }
 
-/// Spares may become members, and so may free disks; a source disk may hold the system.
-bool mayJoin(const EndDevice& disk, Handle sourceDisk) {
-  if (stateOf(disk) != DiskState::NORMAL) return false;
-  const DiskUsage usage = usageOf(disk);
-  const bool isSource = disk.handle == sourceDisk;
-  return usage == DiskUsage::SPARE || (usage == DiskUsage::PASS_THROUGH && (isSource || !disk.systemDisk));
-}
-
-void requireJournalingDrive(const EndDevice& drive, const EndDevice& member) {
+/// `others` are the journals that stand on the drive already.
+void requireJournalingDrive(const EndDevice& drive, const EndDevice& member, std::uint32_t others) {
   require(drive.controller == member.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
   require(isSupported(drive) && drive.x8 == X8Role::NONE, VEX_STATUS_UNSUPPORTED_DISK);
   require(drive.logicalSectorSize == member.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
   const bool isJournal = usageOf(drive) == DiskUsage::JOURNALING_DRIVE && isUsable(drive);
   require(isFree(drive) || isJournal, VEX_STATUS_INVALID_STATE);
-  require(usableSize(drive) >= kJournalSize, VEX_STATUS_DISK_TOO_SMALL);
+  require(others < journalRoom(drive), VEX_STATUS_DISK_TOO_SMALL);
 }
 
 }  // namespace
@@ -55,21 +47,16 @@ Controller& controllerOf(Machine& machine, const Volume& volume) {
   return machine.controllers.at(machine.arrays.at(volume.array).controller);
 }
 
-bool isSupported(const EndDevice& disk) {
-  return disk.state != DiskState::UNSUPPORTED && disk.state != DiskState::INCOMPATIBLE;
+void takeAsNormal(EndDevice& disk) {
+  disk.failed = false;
+  if (disk.condition == DiskState::OFFLINE || disk.condition == DiskState::MANUAL_OFFLINE) {
+    disk.condition = DiskState::NORMAL;
+  }
 }
 
 void requireCandidate(const Machine& machine, const EndDevice& disk, const Membership& membership) {
-  const Controller& controller = machine.controllers.at(membership.controller);
-  const RaidEngine& engine = machine.engines.at(controller.engine);
-  const bool isTooLarge = disk.totalSize > kTwoTb && !controller.twoTbDiskSupport;
-  const bool isX8Misused = disk.x8 != X8Role::NONE && !membership.isRaid0Only;
-  require(disk.controller == membership.controller, VEX_STATUS_DISK_ON_WRONG_CONTROLLER);
-  require(isSupported(disk) && !isTooLarge && !isX8Misused, VEX_STATUS_UNSUPPORTED_DISK);
-  require(disk.isOrdanNVMe || !engine.ordanDrivesOnly, VEX_STATUS_FOREIGN_DRIVE_NOT_SUPPORTED);
-  require(disk.logicalSectorSize == membership.logicalSectorSize, VEX_STATUS_INVALID_SECTOR_SIZE);
-  require(mayJoin(disk, membership.sourceDisk), VEX_STATUS_INVALID_STATE);
-  require(usableSize(disk) >= membership.minUsableSize, VEX_STATUS_DISK_TOO_SMALL);
+  const Status judgement = judgeCandidate(machine, disk, membership);
+  require(judgement == VEX_STATUS_SUCCESS, judgement);
 }
 
 void requireDisks(Machine& machine, const std::vector<Handle>& disks) {
@@ -79,14 +66,10 @@ void requireDisks(Machine& machine, const std::vector<Handle>& disks) {
   require(different.size() == disks.size(), VEX_STATUS_INVALID_DISK);
 }
 
-void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, std::size_t more) {
-  const auto isRaidDisk = [&](const auto& entry) {
-    const EndDevice& disk = entry.second;
-    return machine.controllers.at(disk.controller).engine == engine.handle && (disk.array != 0 || disk.spare);
-  };
-  const auto present = std::count_if(machine.devices.begin(), machine.devices.end(), isRaidDisk);
-  require(static_cast<std::size_t>(present) + more <= engine.maxRaidDisksSupported,
-          VEX_STATUS_TOO_MANY_ITEMS);
+void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, const std::vector<Handle>& disks) {
+  const auto isNew = [&](Handle disk) { return !machine.devices.at(disk).spare; };
+  const auto more = static_cast<std::size_t>(std::count_if(disks.begin(), disks.end(), isNew));
+  require(raidDisksOf(machine, engine) + more <= engine.maxRaidDisksSupported, VEX_STATUS_TOO_MANY_ITEMS);
 }
 
 const RaidEngine& requireEngine(const Machine& machine, const Controller& controller) {
@@ -124,7 +107,7 @@ std::uint64_t requireSize(const Controller& controller, RaidLevel level, std::si
 }
 
 RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level, std::uint32_t code,
-                     Handle drive, const std::vector<Handle>& members) {
+                     Handle drive, const std::vector<Handle>& members, Handle kept) {
   require(code <= VEX_RWH_POLICY_JOURNALING_DRIVE, VEX_STATUS_INVALID_RWH_MODE);
   const auto policy = static_cast<RwhPolicy>(code);
   if (policy == RwhPolicy::RWH_OFF) return {};
@@ -132,7 +115,9 @@ RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level
   require(level == RaidLevel::RAID_5, VEX_STATUS_RAID_LEVEL_NOT_SUPPORTED);
   if (policy == RwhPolicy::RWH_DISTRIBUTED) return {policy, 0};
   require(drive != 0 && std::count(members.begin(), members.end(), drive) == 0, VEX_STATUS_INVALID_DISK);
-  requireJournalingDrive(diskAt(machine, drive), machine.devices.at(members.front()));
+  const EndDevice& disk = diskAt(machine, drive);
+  const std::uint32_t own = drive == kept ? 1 : 0;
+  requireJournalingDrive(disk, machine.devices.at(members.front()), disk.journalUsers - own);
   return {policy, drive};
 }
 

@@ -7,6 +7,7 @@
 
 #include "model/capability.h"
 #include "model/machine.h"
+#include "model/membership.h"
 
 /// Checks that several rules share. Each refuses with the status whose text says why.
 namespace simulator {
@@ -19,26 +20,17 @@ EndDevice& diskAt(Machine& machine, Handle disk);
 
 Controller& controllerOf(Machine& machine, const Volume& volume);
 
-/// Whether the disk is one that engines work with at this level: X8 disks are for RAID 0 only.
-bool isSupported(const EndDevice& disk);
+/// The disk neither failed nor is it offline from now on; its other facts stay.
+void takeAsNormal(EndDevice& disk);
 
-/// What an array asks of a disk that is to join it, or of all disks of an array that is to be.
-struct Membership {
-  Handle controller = 0;
-  std::uint64_t logicalSectorSize = 0;
-  std::uint64_t minUsableSize = 0;
-  bool isRaid0Only = false;  ///< all volumes will be RAID 0, so X8 disks may join
-  Handle sourceDisk = 0;     ///< may be a system disk
-};
-
-/// The disk may become a member: pass-through or spare, normal, and what `membership` asks.
+/// The disk may become a member.
 void requireCandidate(const Machine& machine, const EndDevice& disk, const Membership& membership);
 
 /// Each handle names a disk, and no disk stands twice. At least one disk.
 void requireDisks(Machine& machine, const std::vector<Handle>& disks);
 
-/// The engine may have so many more members and spares.
-void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, std::size_t more);
+/// The engine may have these among its members and spares; one that is a spare already takes no more room.
+void requireRaidDiskRoom(const Machine& machine, const RaidEngine& engine, const std::vector<Handle>& disks);
 
 /// The engine of the controller, with RAID enabled.
 const RaidEngine& requireEngine(const Machine& machine, const Controller& controller);
@@ -62,9 +54,10 @@ struct RwhChoice {
   Handle journalingDrive = 0;
 };
 
-/// The drive is looked at with the policy RWH_JOURNALING_DRIVE only. `members` may not hold the journal.
+/// The drive is looked at with the policy RWH_JOURNALING_DRIVE only. `members` may not hold the journal; on
+/// the drive `kept` the volume has its place already.
 RwhChoice requireRwh(Machine& machine, const RaidEngine& engine, RaidLevel level, std::uint32_t policy,
-                     Handle drive, const std::vector<Handle>& members);
+                     Handle drive, const std::vector<Handle>& members, Handle kept = 0);
 
 }  // namespace simulator
 

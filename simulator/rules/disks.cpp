@@ -1,5 +1,6 @@
 #include "model/capacity.h"
 #include "model/disk_role.h"
+#include "model/links.h"
 #include "model/redundancy.h"
 #include "rules/checks.h"
 #include "rules/rules.h"
@@ -9,14 +10,19 @@ namespace {
 
 constexpr std::uint32_t kMaxFailedUnlocks = 5;
 
+/// A member of an array on which no volume stands.
+bool isIdleMember(const Machine& machine, const EndDevice& disk) {
+  return disk.array != 0 && machine.arrays.at(disk.array).volumes.empty();
+}
+
 /// Metadata are cleared of a disk that can be written and that nothing uses.
-bool isClearable(const EndDevice& disk) {
+bool isClearable(const Machine& machine, const EndDevice& disk) {
   const DiskState state = stateOf(disk);
   const bool isWritable =
       isUsable(disk) || state == DiskState::OFFLINE || state == DiskState::CONFIG_IS_UPREV;
   const DiskUsage usage = usageOf(disk);
-  const bool isUnused =
-      usage == DiskUsage::PASS_THROUGH || usage == DiskUsage::SPARE || usage == DiskUsage::OFFLINE_ARRAY;
+  const bool isUnused = usage == DiskUsage::PASS_THROUGH || usage == DiskUsage::SPARE ||
+                        usage == DiskUsage::OFFLINE_ARRAY || isIdleMember(machine, disk);
   return isWritable && isUnused && !disk.systemDisk;
 }
 
@@ -48,10 +54,11 @@ bool holdsUpSystem(const Machine& machine, const EndDevice& device) {
 
 void clearMetadata(Machine& machine, Handle handle) {
   EndDevice& disk = diskAt(machine, handle);
-  require(isClearable(disk), VEX_STATUS_INVALID_STATE);
+  require(isClearable(machine, disk), VEX_STATUS_INVALID_STATE);
+  if (disk.array != 0) leaveArray(machine, machine.arrays.at(disk.array), disk);
   dropSpareRole(disk);
   disk.foreignMetadata = false;
-  if (!isUsable(disk)) disk.state = DiskState::NORMAL;
+  disk.condition = DiskState::NORMAL;
 }
 
 void markDiskAsNormal(Machine& machine, Handle handle) {
@@ -60,7 +67,7 @@ void markDiskAsNormal(Machine& machine, Handle handle) {
   const DiskState state = stateOf(disk);
   require(state == DiskState::FAILED || state == DiskState::OFFLINE || state == DiskState::MANUAL_OFFLINE,
           VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::NORMAL;
+  takeAsNormal(disk);
 }
 
 void markAsSpare(Machine& machine, Handle handle, Handle array) {
@@ -69,11 +76,11 @@ void markAsSpare(Machine& machine, Handle handle, Handle array) {
   require(controller.supportsMarkAsSpare, VEX_STATUS_NOT_SUPPORTED);
   const RaidEngine& engine = requireEngine(machine, controller);
   require(array == 0 ? engine.globalSpareSupport : engine.dedicatedSpareSupport, VEX_STATUS_NOT_SUPPORTED);
-  require(isSupported(disk) && disk.x8 == X8Role::NONE, VEX_STATUS_UNSUPPORTED_DISK);
-  require(disk.isOrdanNVMe || !engine.ordanDrivesOnly, VEX_STATUS_FOREIGN_DRIVE_NOT_SUPPORTED);
+  const Status drive = judgeDrive(machine, controller, disk, false);
+  require(drive == VEX_STATUS_SUCCESS, drive);
   require(isFree(disk), VEX_STATUS_INVALID_STATE);
   if (array != 0) requireSpareOf(machine, disk, array);
-  requireRaidDiskRoom(machine, engine, 1);
+  requireRaidDiskRoom(machine, engine, {handle});
   disk.spare = true;
   disk.spareFor = array;
 }
@@ -101,13 +108,13 @@ void unlockDisk(Machine& machine, Handle handle, std::string_view password, bool
     throw Refusal(VEX_STATUS_WRONG_PASSWORD);
   }
   disk.failedUnlocks = 0;
-  disk.state = DiskState::NORMAL;
+  disk.locked = false;
 }
 
 void resetSmartEvent(Machine& machine, Handle handle) {
   EndDevice& disk = diskAt(machine, handle);
   require(stateOf(disk) == DiskState::SMART_EVENT_TRIGGERED, VEX_STATUS_INVALID_STATE);
-  disk.state = DiskState::NORMAL;
+  disk.smartEvent = false;
 }
 
 void removePhy(Machine& machine, Handle phy, std::uint32_t one) {

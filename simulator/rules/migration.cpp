@@ -22,14 +22,11 @@ void requireNewMembers(Machine& machine, const Volume& volume, RaidLevel target,
                        const std::vector<Handle>& disks) {
   const Array& array = machine.arrays.at(volume.array);
   const RaidEngine& engine = engineOf(machine, array);
-  Membership membership;
-  membership.controller = array.controller;
-  membership.logicalSectorSize = machine.devices.at(array.disks.front()).logicalSectorSize;
-  membership.minUsableSize = footprintOf(machine, volume);
+  Membership membership = membershipOf(machine, array);
   membership.isRaid0Only = target == RaidLevel::RAID_0;
   for (const Handle disk : disks) requireCandidate(machine, machine.devices.at(disk), membership);
   require(array.disks.size() + disks.size() <= engine.maxDisksPerArray, VEX_STATUS_TOO_MANY_ITEMS);
-  requireRaidDiskRoom(machine, engine, disks.size());
+  requireRaidDiskRoom(machine, engine, disks);
 }
 
 void requireMembersAtLevel(const Machine& machine, const Array& array, RaidLevel target) {
@@ -44,6 +41,13 @@ std::uint64_t memberSizeWith(const Machine& machine, const Array& array, const s
   std::uint64_t smallest = memberSize(machine, array);
   for (const Handle disk : disks) smallest = std::min(smallest, usableSize(machine.devices.at(disk)));
   return smallest;
+}
+
+/// All that there is room for, up to where volumes end.
+std::uint64_t allThatFits(const Controller& controller, RaidLevel level, std::size_t disks,
+                          std::uint64_t room) {
+  const std::uint64_t size = room * dataDisks(level, disks);
+  return controller.twoTbVolumeSupport ? size : std::min(size, kTwoTb);
 }
 
 }  // namespace
@@ -65,7 +69,8 @@ void modifyRaidLevel(Machine& machine, Handle handle, std::uint32_t levelCode, s
   requireNewMembers(machine, volume, target.level, disks);
   const std::size_t count = array.disks.size() + disks.size();
   const std::uint64_t room = memberSizeWith(machine, array, disks);
-  const std::uint64_t size = requireSize(controller, target.level, count, sizeMiB, room);
+  const std::uint64_t size = sizeMiB == 0 ? allThatFits(controller, target.level, count, room)
+                                          : requireSize(controller, target.level, count, sizeMiB, room);
   require(size >= volume.size, VEX_STATUS_INVALID_VOLUME_SIZE);
   const bool isNew =
       target.level != volume.level || strip != volume.stripSize || !disks.empty() || size > volume.size;

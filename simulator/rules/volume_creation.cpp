@@ -76,7 +76,9 @@ Array& addNewArray(Machine& machine, const std::vector<Handle>& disks) {
   array.id = newId(machine, "ARRAY-", array.handle);
   array.name = nameOfNewArray(machine);
   array.disks = disks;
-  return addArray(machine, std::move(array));
+  Array& added = addArray(machine, std::move(array));
+  for (const Handle disk : disks) machine.devices.at(disk).writeCache = added.writeCache;
+  return added;
 }
 
 /// The volume begins as the bare source disk and migrates from there.
@@ -131,7 +133,7 @@ Handle createVolumeFromDisks(Machine& machine, const std::vector<Handle>& disks,
   membership.isRaid0Only = level.level == RaidLevel::RAID_0;
   membership.sourceDisk = source;
   for (const Handle disk : disks) requireCandidate(machine, machine.devices.at(disk), membership);
-  requireRaidDiskRoom(machine, engine, disks.size());
+  requireRaidDiskRoom(machine, engine, disks);
   const RwhChoice rwh =
       requireRwh(machine, engine, level.level, wanted.rwhPolicy, wanted.journalingDrive, disks);
   const std::uint64_t size =
@@ -148,8 +150,7 @@ void deleteVolume(Machine& machine, Handle handle) {
   const Volume& volume = machine.volumes.at(handle);
   require(controllerOf(machine, volume).supportsVolumeDelete, VEX_STATUS_NOT_SUPPORTED);
   require(!volume.systemVolume, VEX_STATUS_NOT_PERMITTED);
-  const bool isMigrating = volume.work && volume.work->kind == WorkKind::MIGRATE;
-  require(!isMigrating || healthOf(machine, volume) == Health::LOST, VEX_STATUS_INVALID_STATE);
+  require(!isMigrating(volume) || !isRunning(machine, volume), VEX_STATUS_INVALID_STATE);
   const Array& array = machine.arrays.at(volume.array);
   const Handle arrayHandle = array.handle;
   removeVolume(machine, handle);

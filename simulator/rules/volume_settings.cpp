@@ -12,11 +12,7 @@ namespace simulator {
 namespace {
 
 /// A disk that failed or was taken offline may serve again; any other that does not serve stands in the way.
-bool mayServeAgain(const EndDevice& disk) {
-  const DiskState state = stateOf(disk);
-  return isUsable(disk) || state == DiskState::FAILED || state == DiskState::OFFLINE ||
-         state == DiskState::MANUAL_OFFLINE;
-}
+bool mayServeAgain(const EndDevice& disk) { return isUsable(disk) || mayBeMarkedAsNormal(disk); }
 
 }  // namespace
 
@@ -28,13 +24,15 @@ void markVolumeAsNormal(Machine& machine, Handle handle) {
           VEX_STATUS_INVALID_STATE);
   const Array& array = machine.arrays.at(volume.array);
   for (const Handle disk : array.disks) {
-    require(mayServeAgain(machine.devices.at(disk)), VEX_STATUS_MARK_AS_NORMAL_FAILED);
+    const bool hasContent = !contains(volume.blank, disk);
+    require(hasContent && mayServeAgain(machine.devices.at(disk)), VEX_STATUS_MARK_AS_NORMAL_FAILED);
   }
   for (const Handle handleOfDisk : array.disks) {
     EndDevice& disk = machine.devices.at(handleOfDisk);
-    if (!isUsable(disk)) disk.state = DiskState::NORMAL;
+    takeAsNormal(disk);
   }
   volume.stale.clear();
+  if (volume.work) volume.work->catchUp.clear();
   if (isRedundant(volume.level)) volume.initialized = false;
 }
 
@@ -57,8 +55,8 @@ void setCachePolicy(Machine& machine, Handle handle, std::uint32_t policy) {
 void setRwhPolicy(Machine& machine, Handle handle, Handle drive, std::uint32_t policy) {
   Volume& volume = machine.volumes.at(handle);
   const Array& array = machine.arrays.at(volume.array);
-  const RwhChoice choice =
-      requireRwh(machine, engineOf(machine, array), volume.level, policy, drive, array.disks);
+  const RwhChoice choice = requireRwh(machine, engineOf(machine, array), volume.level, policy, drive,
+                                      array.disks, volume.journalingDrive);
   require(healthOf(machine, volume) != Health::LOST, VEX_STATUS_INVALID_STATE);
   volume.rwhPolicy = choice.policy;
   setJournalingDrive(machine, volume, choice.journalingDrive);
@@ -74,7 +72,7 @@ void expandVolume(Machine& machine, Handle handle, std::uint64_t sizeMiB) {
   const std::uint64_t room = footprintOf(machine, volume) + freePerDisk(machine, array);
   const std::uint64_t size = requireSize(controller, volume.level, array.disks.size(), sizeMiB, room);
   require(size > volume.size, VEX_STATUS_INVALID_VOLUME_SIZE);
-  startMigration(machine, volume, volume.level, array.disks, size);
+  startMigration(machine, volume, volume.level, array.disks, size, false);
 }
 
 }  // namespace simulator

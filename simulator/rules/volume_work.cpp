@@ -14,7 +14,7 @@ namespace {
 EndDevice& lostMemberOf(Machine& machine, const Volume& volume) {
   for (const Handle handle : machine.arrays.at(volume.array).disks) {
     EndDevice& disk = machine.devices.at(handle);
-    if (!isUsable(disk)) return disk;
+    if (mayBeReplaced(disk)) return disk;
   }
   throw Refusal(VEX_STATUS_INVALID_STATE);
 }
@@ -31,13 +31,10 @@ void rebuildVolume(Machine& machine, Handle handle, Handle diskHandle) {
   EndDevice& disk = diskAt(machine, diskHandle);
   Array& array = machine.arrays.at(volume.array);
   const bool isDegraded = stateOf(machine, volume) == VolumeState::DEGRADED;
-  require(isDegraded && !isBusy(machine, array), VEX_STATUS_INVALID_STATE);
+  const bool needsMember = isDegraded || waitsForMember(machine, volume);
+  require(needsMember && !isAtWork(machine, array), VEX_STATUS_INVALID_STATE);
   EndDevice& lost = lostMemberOf(machine, volume);
-  Membership membership;
-  membership.controller = array.controller;
-  membership.logicalSectorSize = lost.logicalSectorSize;
-  membership.minUsableSize = usedPerDisk(machine, array);
-  requireCandidate(machine, disk, membership);
+  requireCandidate(machine, disk, membershipOf(machine, array));
   replaceMember(machine, array, lost, disk);
 }
 
@@ -61,7 +58,7 @@ void cancelVerify(Machine& machine, Handle handle) {
   Volume& volume = machine.volumes.at(handle);
   require(controllerOf(machine, volume).supportsVolumeCancelVerify, VEX_STATUS_NOT_SUPPORTED);
   require(isVerifying(volume), VEX_STATUS_INVALID_STATE);
-  volume.work.reset();
+  stopWork(machine, volume);
 }
 
 }  // namespace simulator

@@ -129,10 +129,14 @@ void fields(A& archive, Of<EndDevice>) {
   archive.text("model", &EndDevice::model, 40);
   archive.text("firmware", &EndDevice::firmware, 21);
   archive.word("diskType", &EndDevice::diskType);
-  archive.word("state", &EndDevice::state);
+  archive.word("state", &EndDevice::condition);
+  archive.flag("failed", &EndDevice::failed);
+  archive.flag("locked", &EndDevice::locked);
+  archive.flag("smartEvent", &EndDevice::smartEvent);
   archive.word("presence", &EndDevice::presence);
   archive.flag("spare", &EndDevice::spare);
   archive.reference("spareFor", &EndDevice::spareFor, kArray);
+  archive.flag("hotInserted", &EndDevice::hotInserted);
   archive.flag("foreignMetadata", &EndDevice::foreignMetadata);
   archive.flag("readOnlyMount", &EndDevice::readOnlyMount);
   archive.number("storagePool", &EndDevice::storagePool);
@@ -150,6 +154,7 @@ void fields(A& archive, Of<EndDevice>) {
   archive.text("userPassword", &EndDevice::userPassword, 32);
   archive.text("masterPassword", &EndDevice::masterPassword, 32);
   archive.number("failedUnlocks", &EndDevice::failedUnlocks);
+  archive.reference("bay", &EndDevice::bay, kDevice);
   archive.list("phys", &EndDevice::phys);
 }
 
@@ -176,10 +181,13 @@ void fields(A& archive, Of<Work>) {
   archive.word("kind", &Work::kind, Need::REQUIRED);
   archive.number("elapsedMs", &Work::elapsedMs);
   archive.number("totalMs", &Work::totalMs);
+  archive.number("carryMs", &Work::carryMs);
   archive.reference("disk", &Work::disk, kDevice);
   archive.word("sourceLevel", &Work::sourceLevel);
   archive.references("sourceDisks", &Work::sourceDisks, kDevice);
   archive.number("targetSize", &Work::targetSize);
+  archive.references("catchUp", &Work::catchUp, kDevice);
+  archive.flag("rewrites", &Work::rewrites);
 }
 
 template <class A>
@@ -192,6 +200,7 @@ void fields(A& archive, Of<Volume>) {
   archive.word("stripSize", &Volume::stripSize);
   archive.number("size", &Volume::size);
   archive.references("stale", &Volume::stale, kDevice);
+  archive.references("blank", &Volume::blank, kDevice);
   archive.word("cachePolicy", &Volume::cachePolicy);
   archive.word("rwhPolicy", &Volume::rwhPolicy);
   archive.reference("journalingDrive", &Volume::journalingDrive, kDevice);

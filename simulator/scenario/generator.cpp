@@ -80,8 +80,7 @@ class Generator {
     disk.managedHotplug = true;
     disk.isOrdanNVMe = true;
     disk.spare = isSpare(number);
-    if (number % kDisksPerSmartEvent == kDisksPerSmartEvent - 1)
-      disk.state = DiskState::SMART_EVENT_TRIGGERED;
+    if (number % kDisksPerSmartEvent == kDisksPerSmartEvent - 1) disk.smartEvent = true;
     disk.phys.push_back({takeHandle(m_machine), LinkSpeed::UNKNOWN});
     m_machine.devices.add(m_disk, std::move(disk));
   }

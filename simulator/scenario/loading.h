@@ -8,11 +8,9 @@
 #include <vector>
 
 #include "scenario/fields.h"
+#include "session_handles.h"
 
 namespace simulator {
-
-/// Sessions and subscriptions take their handles from here upwards, objects below: one number space for all.
-constexpr Handle kFirstSessionHandle = 0x80000000U;
 
 /// What is learned of a scenario while it is read: objects and their handles, and who refers to whom. Objects
 /// wait here in lists, where they do not move, until every reference is resolved.

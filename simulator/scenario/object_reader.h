@@ -44,7 +44,7 @@ class ObjectReader {
 
   void handle() {
     number("handle", &T::handle);
-    if (m_target.handle >= kFirstSessionHandle) fail(at("handle"), "out of range");
+    if (m_target.handle >= vexl2::kFirstSessionHandle) fail(at("handle"), "out of range");
     m_loading.addHandle(m_target.handle, m_path);
   }
 

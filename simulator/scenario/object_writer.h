@@ -4,7 +4,6 @@
 #include <boost/json.hpp>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "model/words.h"
@@ -12,13 +11,29 @@
 
 namespace simulator {
 
-using IdByHandle = std::unordered_map<Handle, std::string>;
+/// The ids of a machine's objects by their handles.
+class IdsOf {
+ public:
+  explicit IdsOf(const Machine& machine) : m_machine(machine) {}
+
+  const std::string& at(Handle handle) const {
+    if (const EndDevice* const device = m_machine.devices.find(handle)) return device->id;
+    if (const Array* const array = m_machine.arrays.find(handle)) return array->id;
+    if (const Port* const port = m_machine.ports.find(handle)) return port->id;
+    if (const Controller* const controller = m_machine.controllers.find(handle)) return controller->id;
+    if (const Volume* const volume = m_machine.volumes.find(handle)) return volume->id;
+    return m_machine.engines.at(handle).id;
+  }
+
+ private:
+  const Machine& m_machine;
+};
 
 /// Writes a struct by its list of fields. What has its default value is left out.
 template <class T>
 class ObjectWriter {
  public:
-  ObjectWriter(const T& source, const IdByHandle& ids) : m_source(source), m_ids(ids) {}
+  ObjectWriter(const T& source, const IdsOf& ids) : m_source(source), m_ids(ids) {}
 
   boost::json::object write() {
     fields(*this, Of<T>{});
@@ -108,7 +123,7 @@ class ObjectWriter {
   }
 
   const T& m_source;
-  const IdByHandle& m_ids;
+  const IdsOf& m_ids;
   boost::json::object m_json;
 };
 

@@ -1,7 +1,9 @@
 #include "scenario/relate.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <string>
 
 #include "engine/settle.h"
 #include "engine/work.h"
@@ -9,6 +11,7 @@
 #include "model/capacity.h"
 #include "model/disk_role.h"
 #include "model/links.h"
+#include "model/membership.h"
 #include "model/names.h"
 #include "model/redundancy.h"
 #include "scenario/scenario.h"
@@ -19,6 +22,9 @@ namespace {
 std::string indexed(const std::string& path, const char* key, std::size_t index) {
   return path + "." + key + "[" + std::to_string(index) + "]";
 }
+
+/// More volumes than this share no array.
+constexpr std::uint64_t kMaxCarryMs = 1'000'000;
 
 class Relating {
  public:
@@ -31,7 +37,11 @@ class Relating {
     for (auto& entry : m_machine.ports) relatePort(entry.second);
     relateArrays();
     relateVolumes();
-    for (const auto& entry : m_machine.devices) checkRole(entry.second);
+    for (const auto& entry : m_machine.devices) {
+      checkBay(entry.second);
+      checkRole(entry.second);
+    }
+    for (const auto& entry : m_machine.arrays) checkNotEmpty(entry.second);
     for (auto& entry : m_machine.volumes) relateWork(entry.second);
     settle(m_machine);
   }
@@ -73,12 +83,24 @@ class Relating {
   void relateDevice(EndDevice& device) {
     m_machine.controllers.at(device.controller).devices.push_back(device.handle);
     for (const Phy& phy : device.phys) m_machine.phyOwner.add(phy.handle, device.handle);
+    tellFactsApart(device);
     if (device.type != DeviceType::DISK) return;
     demand(usableSize(device) > 0, device, "totalSize", "a disk needs more than 8 MiB");
     demand(device.logicalSectorSize > 0 && device.logicalSectorSize <= UINT32_MAX, device,
            "logicalSectorSize", "must be from 1 to 4294967295");
     demand(device.physicalSectorSize > 0 && device.physicalSectorSize <= UINT32_MAX, device,
            "physicalSectorSize", "must be from 1 to 4294967295");
+  }
+
+  /// A state that says the same as a flag is taken as the flag.
+  static void tellFactsApart(EndDevice& device) {
+    bool* fact = nullptr;
+    if (device.condition == DiskState::FAILED) fact = &device.failed;
+    if (device.condition == DiskState::LOCKED) fact = &device.locked;
+    if (device.condition == DiskState::SMART_EVENT_TRIGGERED) fact = &device.smartEvent;
+    if (fact == nullptr) return;
+    *fact = true;
+    device.condition = DiskState::NORMAL;
   }
 
   void relatePort(Port& port) {
@@ -117,16 +139,35 @@ class Relating {
     }
     const Controller& controller = m_machine.controllers.at(first.controller);
     demand(controller.engine != 0, array, "disks", "their controller has no RAID engine");
+    for (std::size_t i = 0; i < array.disks.size(); ++i) {
+      const EndDevice& disk = m_machine.devices.at(array.disks[i]);
+      checkDrive(disk, indexed(m_loading.pathOf(array.handle), "disks", i));
+    }
     demand(array.disks.size() <= m_machine.engines.at(controller.engine).maxDisksPerArray, array, "disks",
            "are more than the engine's maxDisksPerArray");
+  }
+
+  /// A member or spare is a drive that its engine would take.
+  void checkDrive(const EndDevice& disk, const std::string& at) const {
+    const Controller& controller = m_machine.controllers.at(disk.controller);
+    demandAt(!isTooLarge(controller, disk), at, "is over 2 TiB, and its controller takes no such disks");
+    demandAt(!isForeign(m_machine.engines.at(controller.engine), disk), at,
+             "is no Ordan drive, and the engine takes no others");
+  }
+
+  void checkNotEmpty(const Array& array) const {
+    demand(!array.volumes.empty() || engineOf(m_machine, array).emptyArraysSupport, array, "disks",
+           "no volume stands on them, and the engine has no empty arrays");
   }
 
   void relateVolumes() {
     Table<Volume> read;
     std::swap(read, m_machine.volumes);
+    for (auto& entry : read) claimOrdinal(entry.second);
     for (auto& entry : read) {
       Volume& volume = entry.second;
       chooseOrdinal(volume);
+      if (!isRedundant(volume.level)) volume.initialized = true;
       checkVolume(volume);
       completeMigration(volume);
       const Handle handle = volume.handle;
@@ -135,17 +176,17 @@ class Relating {
     }
   }
 
-  /// Volumes of one array that all leave their ordinal out are numbered in the order of the file.
-  void chooseOrdinal(Volume& volume) const {
-    const auto isTaken = [&](std::uint32_t ordinal) {
-      const auto& volumes = m_machine.arrays.at(volume.array).volumes;
-      return std::any_of(volumes.begin(), volumes.end(),
-                         [&](Handle other) { return m_machine.volumes.at(other).ordinal == ordinal; });
-    };
-    if (volume.ordinal == 0) {
-      while (isTaken(volume.ordinal)) ++volume.ordinal;
-    }
-    demand(!isTaken(volume.ordinal), volume, "arrayOrdinal", "is taken in its array");
+  void claimOrdinal(const Volume& volume) {
+    if (volume.ordinal == kNoOrdinal) return;
+    demand(m_ordinals[volume.array].insert(volume.ordinal).second, volume, "arrayOrdinal",
+           "is taken in its array");
+  }
+
+  /// Volumes that leave their ordinal out take the first ones that are free, in the order of the file.
+  void chooseOrdinal(Volume& volume) {
+    if (volume.ordinal != kNoOrdinal) return;
+    volume.ordinal = 0;
+    while (!m_ordinals[volume.array].insert(volume.ordinal).second) ++volume.ordinal;
   }
 
   void checkVolume(const Volume& volume) {
@@ -161,12 +202,26 @@ class Relating {
            "does not go with " + std::to_string(array.disks.size()) + " disks on this engine");
     demand(volume.level == RaidLevel::RAID_1 || takesStripSize(*level, volume.stripSize), volume, "stripSize",
            "the engine does not have it at this level");
+    for (std::size_t i = 0; i < volume.blank.size(); ++i) {
+      demandAt(isStale(volume, volume.blank[i]), indexed(m_loading.pathOf(volume.handle), "blank", i),
+               "is not among the stale");
+    }
     for (std::size_t i = 0; i < volume.stale.size(); ++i) {
       const bool isMember = m_machine.devices.at(volume.stale[i]).array == volume.array;
       demandAt(isMember, indexed(m_loading.pathOf(volume.handle), "stale", i),
                "is not a disk of the volume's array");
+      demandAt(std::count(volume.stale.begin(), volume.stale.end(), volume.stale[i]) == 1,
+               indexed(m_loading.pathOf(volume.handle), "stale", i), "stands twice");
     }
+    checkX8(volume, array);
     checkJournal(volume, engine);
+  }
+
+  void checkX8(const Volume& volume, const Array& array) const {
+    const auto isX8 = [&](Handle disk) { return m_machine.devices.at(disk).x8 != X8Role::NONE; };
+    const bool holdsX8 = std::any_of(array.disks.begin(), array.disks.end(), isX8);
+    demand(!holdsX8 || volume.level == RaidLevel::RAID_0, volume, "raidLevel",
+           "X8 disks are for RAID_0 only");
   }
 
   void checkJournal(const Volume& volume, const RaidEngine& engine) const {
@@ -183,7 +238,8 @@ class Relating {
     demand(drive.type == DeviceType::DISK && drive.array == 0 && !drive.spare, volume, "journalingDrive",
            "is a member, a spare or not a disk");
     demand(drive.controller == array.controller, volume, "journalingDrive", "is on another controller");
-    demand(usableSize(drive) >= kJournalSize, volume, "journalingDrive", "is smaller than 1 GiB");
+    demand(drive.journalUsers < journalRoom(drive), volume, "journalingDrive",
+           "has no 1 GiB for each of its journals");
   }
 
   /// What a migration leaves out is as the volume is.
@@ -198,7 +254,11 @@ class Relating {
       const bool isMember = m_machine.devices.at(work.sourceDisks[i]).array == volume.array;
       demandAt(isMember, indexed(at, "sourceDisks", i), "is not a disk of the volume's array");
     }
-    demandAt(dataDisks(work.sourceLevel, work.sourceDisks.size()) > 0, at + ".sourceLevel",
+    for (std::size_t i = 0; i < work.catchUp.size(); ++i) {
+      demandAt(isStale(volume, work.catchUp[i]), indexed(at, "catchUp", i), "is not among the stale");
+    }
+    const bool isOfPairs = work.sourceLevel != RaidLevel::RAID_10 || work.sourceDisks.size() % 2 == 0;
+    demandAt(isOfPairs && dataDisks(work.sourceLevel, work.sourceDisks.size()) > 0, at + ".sourceLevel",
              "does not go with the number of source disks");
   }
 
@@ -223,12 +283,29 @@ class Relating {
            " bytes of each disk, and a disk has " + std::to_string(memberSize(m_machine, array));
   }
 
+  void checkBay(const EndDevice& device) {
+    const Handle bay = device.bay != 0 ? device.bay : device.handle;
+    const EndDevice& first = m_machine.devices.at(bay);
+    const bool isFirst = bay != device.handle || device.bay == 0;
+    demand(isFirst && first.bay == 0, device, "bay", "is not the first device of a bay");
+    demand(first.controller == device.controller, device, "bay", "is on another controller");
+    if (device.presence == Presence::ABSENT) return;
+    demand(m_bays.insert(bay).second, device, "presence", "another device is in its bay");
+  }
+
   void checkRole(const EndDevice& device) const {
-    demand(device.state != DiskState::MISSING, device, "state", "MISSING follows from \"presence\"");
     demand(device.spareFor == 0 || device.spare, device, "spareFor", "needs \"spare\"");
+    if (device.spare) checkSpare(device);
     if (device.type == DeviceType::DISK) return;
     demand(!device.spare && !device.foreignMetadata && device.x8 == X8Role::NONE, device, "deviceType",
            "only a disk has a role");
+  }
+
+  void checkSpare(const EndDevice& spare) const {
+    demand(m_machine.controllers.at(spare.controller).engine != 0, spare, "spare",
+           "its controller has no RAID engine");
+    demand(spare.x8 == X8Role::NONE, spare, "spare", "an X8 disk is no spare");
+    checkDrive(spare, m_loading.pathOf(spare.handle) + ".spare");
   }
 
   void relateWork(Volume& volume) {
@@ -245,12 +322,18 @@ class Relating {
     }
     demandAt(isWithinCapacity(array), at, capacityText(array));
     if (work.totalMs == 0) work.totalMs = durationOf(m_machine, volume, work.kind);
-    demandAt(work.elapsedMs < work.totalMs, at + ".elapsedMs", "must be less than totalMs");
+    demandAt(work.carryMs < kMaxCarryMs, at + ".carryMs", "must be less than 1000000");
+    const bool waits =
+        work.kind == WorkKind::MIGRATE && work.elapsedMs == work.totalMs &&
+        (healthOf(m_machine, volume) == Health::LOST || !wouldServeAtTarget(m_machine, volume, work.catchUp));
+    demandAt(work.elapsedMs < work.totalMs || waits, at + ".elapsedMs", "must be less than totalMs");
   }
 
   Machine& m_machine;
   const Loading& m_loading;
   std::set<std::string> m_volumeNames;
+  std::set<Handle> m_bays;                               ///< in which a device is
+  std::map<Handle, std::set<std::uint32_t>> m_ordinals;  ///< of the volumes of each array
 };
 
 }  // namespace

@@ -5,22 +5,11 @@
 
 #include "scenario/object_reader.h"
 #include "scenario/object_writer.h"
+#include "scenario/parse.h"
 #include "scenario/relate.h"
 
 namespace simulator {
 namespace {
-
-boost::json::value parse(std::string_view text) {
-  boost::json::error_code error;
-  boost::json::stream_parser parser;
-  const std::size_t taken = parser.write_some(text.data(), text.size(), error);
-  if (!error && taken < text.size()) error = boost::json::error::extra_data;
-  if (!error) parser.finish(error);
-  if (error) {
-    throw ScenarioError("not JSON at byte " + std::to_string(taken) + ": " + error.message());
-  }
-  return parser.release();
-}
 
 template <class T>
 void settle(Loading& loading, Table<T>& table) {
@@ -30,15 +19,21 @@ void settle(Loading& loading, Table<T>& table) {
   }
 }
 
-template <class T>
-void collectIds(const Table<T>& table, IdByHandle& ids) {
-  for (const auto& entry : table) ids.emplace(entry.first, entry.second.id);
-}
-
 }  // namespace
 
-Machine readScenario(std::string_view json) {
-  const boost::json::value file = parse(json);
+boost::json::value parseJson(std::string_view text) {
+  boost::json::error_code error;
+  boost::json::stream_parser parser;
+  const std::size_t taken = parser.write_some(text.data(), text.size(), error);
+  if (!error && taken < text.size()) error = boost::json::error::extra_data;
+  if (!error) parser.finish(error);
+  if (error) throw NotJson("not JSON at byte " + std::to_string(taken) + ": " + error.message());
+  return parser.release();
+}
+
+Machine readScenario(std::string_view json) { return readParsedScenario(parseJson(json)); }
+
+Machine readParsedScenario(const boost::json::value& file) {
   Machine machine;
   Loading loading;
   ObjectReader<Machine>(machine, file, "", loading).read();
@@ -55,14 +50,7 @@ Machine readScenario(std::string_view json) {
 }
 
 std::string writeScenario(const Machine& machine) {
-  IdByHandle ids;
-  collectIds(machine.engines, ids);
-  collectIds(machine.controllers, ids);
-  collectIds(machine.devices, ids);
-  collectIds(machine.ports, ids);
-  collectIds(machine.arrays, ids);
-  collectIds(machine.volumes, ids);
-  return boost::json::serialize(ObjectWriter<Machine>(machine, ids).write()) + "\n";
+  return boost::json::serialize(ObjectWriter<Machine>(machine, IdsOf(machine)).write()) + "\n";
 }
 
 Machine loadScenario(const std::string& path) {

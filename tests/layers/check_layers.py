@@ -21,7 +21,8 @@ CONTRACT = ["contract"]
 MODEL = CONTRACT + ["common"]
 LAYERS = [
     ("base", ["base/*"], []),
-    ("closed library", ["vexl2/*"], []),
+    ("closed library", ["vexl2/VEXL2.h"], []),
+    ("kit", ["vexl2/kit/*"], ["closed library"]),
     ("simulator controls", ["simulator/vexl2_simulator.h"], ["closed library"]),
 
     # The module.
@@ -45,14 +46,16 @@ LAYERS = [
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.
-    ("machine model", ["simulator/model/*"], ["closed library"]),
+    ("machine model", ["simulator/model/*"], ["kit"]),
     ("engine", ["simulator/engine/*"], ["machine model"]),
-    ("records", ["simulator/records/*"], ["closed library", "machine model", "engine"]),
+    ("records", ["simulator/records/*"], ["closed library", "kit", "machine model", "engine"]),
     ("rules", ["simulator/rules/*"], ["machine model", "engine"]),
-    ("scenario", ["simulator/scenario/*"], ["machine model", "engine"]),
-    ("library core", ["simulator/core/*"], ["base", "machine model", "engine", "rules", "scenario"]),
+    ("scenario", ["simulator/scenario/*"], ["kit", "machine model", "engine"]),
+    ("state", ["simulator/state/*"], ["base", "kit", "machine model", "scenario"]),
+    ("library core", ["simulator/core/*"], ["kit", "machine model", "engine", "rules", "scenario", "state"]),
     ("operations", ["simulator/exports/*"],
-     ["closed library", "simulator controls", "machine model", "engine", "records", "rules", "scenario", "library core"]),
+     ["closed library", "kit", "simulator controls", "machine model", "engine", "records", "rules", "scenario",
+      "library core"]),
     ("scenario writer", ["simulator/mirn_scenario.*"], ["scenario"]),
 
     # The host.
@@ -70,7 +73,7 @@ LAYERS = [
 ]
 
 FOLDERS = ["base", "vexl2", "src", "simulator", "host"]
-INCLUDE_ROOTS = ["base", "vexl2", "src/*", "simulator", "host", "tests", "bench"]
+INCLUDE_ROOTS = ["base", "vexl2", "vexl2/kit", "src/*", "simulator", "host", "tests", "bench"]
 DRAWING = "docs/architecture.md"
 HEADERS = {".h", ".hpp"}
 SOURCES = HEADERS | {".c", ".cpp"}

@@ -74,6 +74,20 @@ TEST_F(Action, UnlocksWithEitherPassword) {
   EXPECT_EQ(VexDiskUnlock(diskHandle("locked"), &params), kOk);
 }
 
+TEST_F(Action, CountsWrongPasswordsAnewAfterADiskWasOut) {
+  VEX_UNLOCK_PARAMS params = {};
+  std::strcpy(params.password, "guess");
+  const VEX_HANDLE locked = diskHandle("locked");
+  for (int guess = 0; guess < 5; ++guess) {
+    EXPECT_EQ(VexDiskUnlock(locked, &params), VEX_STATUS_WRONG_PASSWORD);
+  }
+  EXPECT_EQ(VexDiskUnlock(locked, &params), VEX_STATUS_UNLOCK_LIMIT_REACHED);
+  ASSERT_EQ(VexSimPullDisk("locked"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("locked"), kOk);
+  ASSERT_EQ(VexRescan(), kOk);
+  EXPECT_EQ(VexDiskUnlock(locked, &params), VEX_STATUS_WRONG_PASSWORD);
+}
+
 TEST_F(Action, RemovesADiskAtItsPhy) {
   ASSERT_EQ(VexPhyRemove(phyOf("a2"), 1), kOk);
   EXPECT_EQ(disk("a2").diskState, VEX_DISK_STATE_MISSING);
@@ -187,6 +201,36 @@ TEST_F(Action, KeepsAJournalForAVolume) {
   EXPECT_EQ(disk("journal").endDeviceHandle, 0U);
 }
 
+TEST_F(Action, AVolumeGoesOnWithoutItsJournalAndThatIsTold) {
+  const VEX_HANDLE drive = diskHandle("journal");
+  ASSERT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), drive, VEX_RWH_POLICY_JOURNALING_DRIVE), kOk);
+  char text[256] = "";
+  ASSERT_EQ(VexSimCheck(text, sizeof(text)), kOk);
+  EXPECT_STREQ(text, "");
+  VEX_HANDLE event = 0;
+  ASSERT_EQ(VexGetEventHandle(&event), kOk);
+  ASSERT_EQ(VexSimFailDisk("journal"), kOk);
+  EXPECT_EQ(VexEventWait(0, event), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
+  ASSERT_EQ(VexSimCheck(text, sizeof(text)), kOk);
+  EXPECT_EQ(text, "volume five (" + std::to_string(volumeHandle("five")) +
+                      "): goes on without its journal, since the drive journal is lost");
+  ASSERT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), 0, VEX_RWH_POLICY_OFF), kOk);
+  ASSERT_EQ(VexSimCheck(text, sizeof(text)), kOk);
+  EXPECT_STREQ(text, "");
+}
+
+TEST_F(Action, AJournalingDriveHasRoomForAJournalInEachGibibyte) {
+  const VEX_HANDLE drive = diskHandle("journal");  // 2000 MiB
+  Wanted wanted = wish("new", VEX_RAID_LEVEL_5, 100);
+  wanted.rwh = VEX_RWH_POLICY_JOURNALING_DRIVE;
+  wanted.drive = drive;
+  ASSERT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), drive, VEX_RWH_POLICY_JOURNALING_DRIVE), kOk);
+  EXPECT_EQ(create(arrayHandle("five"), wanted), VEX_STATUS_DISK_TOO_SMALL);
+  EXPECT_EQ(VexVolumeSetRwhPolicy(volumeHandle("five"), drive, VEX_RWH_POLICY_JOURNALING_DRIVE), kOk)
+      << "it has its place there already";
+}
+
 TEST_F(Action, MigratesToALevelWithRedundancy) {
   ASSERT_EQ(modify(volumeHandle("stripe"), VEX_RAID_LEVEL_5, diskHandles({"a7"})), kOk);
   EXPECT_EQ(volume("volume stripe").raidLevel, VEX_RAID_LEVEL_5);
@@ -256,13 +300,49 @@ TEST_F(Action, CreatesAVolumeFromDisks) {
   EXPECT_STREQ(info.name, "Array_0");
   EXPECT_EQ(info.totalSize, 3000 * kMiB);
   EXPECT_EQ(disk("large").arrayHandle, created.arrayHandle);
-  EXPECT_EQ(disk("large").freeSize, 1000 * kMiB);
+  EXPECT_EQ(disk("large").freeSize, 0U) << "no member gives more than the smallest";
+}
+
+TEST_F(Action, MembersAndArrayAgreeOnWhatIsFree) {
+  ASSERT_EQ(createFromDisks(diskHandles({"a7", "large"}), wish("new", VEX_RAID_LEVEL_0, 500)), kOk);
+  EXPECT_EQ(disk("a7").freeSize, 750 * kMiB);
+  EXPECT_EQ(disk("large").freeSize, 750 * kMiB);
+  VEX_ARRAY_INFO info = {};
+  ASSERT_EQ(VexGetArrayInfo(session(), volumeNamed("new").arrayHandle, &info), kOk);
+  EXPECT_EQ(info.freeSize, 2 * 750 * kMiB);
+}
+
+TEST_F(Action, NewMembersTakeTheWriteCacheOfTheirArray) {
+  ASSERT_EQ(VexArraySetWriteCacheState(arrayHandle("five"), 1), kOk);
+  ASSERT_EQ(addDisks(arrayHandle("five"), diskHandles({"a7"})), kOk);
+  EXPECT_EQ(disk("a7").writeCachePolicy, VEX_WRITE_CACHE_ON);
+  pass(5000);
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a8"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(disk("a8").writeCachePolicy, VEX_WRITE_CACHE_ON);
+}
+
+TEST_F(Action, ALevelChangeTakesWhatFitsWhereVolumesEndAt2Tb) {
+  ASSERT_EQ(modify(volumeHandle("tiny"), VEX_RAID_LEVEL_0, {}, VEX_STRIP_SIZE_128KB), kOk);
+  pass(std::uint64_t{1} << 40);
+  EXPECT_EQ(volume("volume tiny").totalSize, std::uint64_t{1} << 41);
 }
 
 TEST_F(Action, ASpareMayBecomeAMember) {
   ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
   ASSERT_EQ(createFromDisks(diskHandles({"a7", "a8"}), wish("new", VEX_RAID_LEVEL_1, 0)), kOk);
   EXPECT_EQ(disk("a7").diskUsage, VEX_DISK_USAGE_ARRAY_MEMBER);
+}
+
+TEST_F(Action, ASpareThatBecomesAMemberIsCountedOnce) {
+  for (const char* const id : {"a7", "a8", "a9", "large", "journal"}) {
+    ASSERT_EQ(VexDiskMarkAsSpare(diskHandle(id), 0), kOk)
+        << "the engine has room for 18 disks, and 13 are members";
+  }
+  EXPECT_EQ(VexDiskMarkAsSpare(diskHandle("sectors"), 0), VEX_STATUS_TOO_MANY_ITEMS);
+  EXPECT_EQ(createFromDisks(diskHandles({"a7", "a8"}), wish("new", VEX_RAID_LEVEL_1, 0)), kOk);
+  EXPECT_EQ(addDisks(arrayHandle("five"), diskHandles({"a9"})), kOk);
+  EXPECT_EQ(modify(volumeHandle("stripe"), VEX_RAID_LEVEL_5, diskHandles({"large"})), kOk);
 }
 
 TEST_F(Action, X8DisksMakeARaid0) {
@@ -281,6 +361,19 @@ TEST_F(Action, TakesOverTheDataOfASourceDisk) {
   ASSERT_EQ(VexSimInsertDisk("a7"), kOk);
   pass(10000);
   EXPECT_EQ(volumeNamed("new").totalSize, 2000 * kMiB);
+}
+
+TEST_F(Action, TheSystemMovesWithTheDiskThatTakesOver) {
+  const std::vector<VEX_HANDLE> disks = diskHandles({"system", "a7"});
+  ASSERT_EQ(createFromDisks(disks, wish("new", VEX_RAID_LEVEL_1, 0), disks[0]), kOk);
+  pass(10000);
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a8"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("system"), kOk);
+  EXPECT_EQ(disk("a8").systemDisk, 1U);
+  EXPECT_EQ(disk("system").systemDisk, 0U);
+  ASSERT_EQ(VexDiskMarkAsNormal(disks[0]), kOk);
+  ASSERT_EQ(VexDiskClearMetadata(disks[0]), kOk);
+  EXPECT_EQ(VexDiskMarkAsSpare(disks[0], 0), kOk) << "it can be used again";
 }
 
 TEST_F(Action, NewHandlesAreNeverThoseOfDeletedObjects) {
@@ -329,7 +422,25 @@ TEST_F(Verification, CanBeCancelled) {
   pass(1000);
   ASSERT_EQ(VexVolumeCancelVerify(volumeHandle("five")), kOk);
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
-  EXPECT_EQ(volume("volume five").verifyErrors, 0U);
+  EXPECT_EQ(volume("volume five").verifyErrors, 1U) << "a fifth of five";
+  EXPECT_EQ(volume("volume five").verifyBadBlocks, 0U);
+  verify(0, VEX_VOLUME_STATE_VERIFYING);
+  EXPECT_EQ(volume("volume five").verifyErrors, 4U) << "one was repaired";
+}
+
+TEST_F(Verification, ShowsWhatItFindsWhileItRuns) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), kOk);
+  for (const std::uint32_t found : {1U, 2U, 3U, 4U}) {
+    pass(1000);
+    EXPECT_EQ(volume("volume five").verifyErrors, found);
+  }
+}
+
+TEST_F(Verification, KeepsWhatItHasFoundWhenADiskIsLost) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), kOk);
+  pass(2000);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(volume("volume five").verifyErrors, 2U);
 }
 
 }  // namespace

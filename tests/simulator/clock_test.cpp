@@ -43,6 +43,19 @@ TEST_F(ClockTest, StandsStillAndMovesByHand) {
   EXPECT_EQ(m_clock.take(), 60000U);
 }
 
+TEST_F(ClockTest, AddsUpDecadesAtItsFastest) {
+  m_clock.setSpeed(999999);
+  m_now += std::chrono::hours(24 * 365 * 20);
+  EXPECT_EQ(m_clock.take(), std::uint64_t{24} * 365 * 20 * 3600 * 1000 * 999999);
+}
+
+TEST_F(ClockTest, CountsNoFurtherThanTheLargestNumber) {
+  m_clock.advance(UINT64_MAX);
+  m_clock.advance(UINT64_MAX);
+  m_now += milliseconds(5);
+  EXPECT_EQ(m_clock.take(), UINT64_MAX);
+}
+
 TEST_F(ClockTest, TellsWhenATimeWillHavePassed) {
   m_clock.setSpeed(100);
   EXPECT_GE(m_clock.whenPassed(1000), m_now + milliseconds(10));

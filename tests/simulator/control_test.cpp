@@ -90,6 +90,18 @@ TEST_F(Control, RefusesABadScenarioAndKeepsTheMachine) {
   EXPECT_EQ(lastError(), "");
 }
 
+TEST_F(Control, RefusesAScenarioThatItsCheckWouldNotHoldFor) {
+  const std::string before = machine();
+  EXPECT_EQ(VexSimLoadText(R"({
+    "engines": [{"id": "engine", "levels": []}],
+    "controllers": [{"id": "A", "name": "A", "type": "SATA", "engine": "engine"}],
+    "devices": [{"id": "a0", "controller": "A", "totalSize": 1056964608}],
+    "arrays": [{"id": "empty", "name": "empty", "disks": ["a0"]}]})"),
+            VEX_STATUS_INVALID_PARAMETER);
+  EXPECT_NE(lastError(), "");
+  EXPECT_EQ(machine(), before);
+}
+
 TEST_F(Control, CutsTheLastErrorToItsPlace) {
   ASSERT_EQ(VexSimLoadText("[]"), VEX_STATUS_INVALID_PARAMETER);
   char text[8] = "";

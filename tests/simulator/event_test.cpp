@@ -51,6 +51,15 @@ TEST_F(Event, AChangeBetweenTwoWaitsIsNotLost) {
   EXPECT_EQ(VexEventWait(0, event()), 9U);
 }
 
+TEST_F(Event, WhatLeavesEverythingAsItWasIsNotTold) {
+  EXPECT_EQ(VexRescan(), 0U);
+  EXPECT_EQ(VexROHISetState(controller("A").controllerHandle, 0), 0U);
+  EXPECT_EQ(VexVolumeRename(volumeHandle("five"), "five"), 0U);
+  EXPECT_EQ(VexEventWait(0, event()), 9U);
+  EXPECT_EQ(VexROHISetState(controller("A").controllerHandle, 1), 0U);
+  EXPECT_EQ(VexEventWait(0, event()), 0U);
+}
+
 TEST_F(Event, EverySubscriberIsToldOnItsOwn) {
   VEX_HANDLE other = 0;
   ASSERT_EQ(VexGetEventHandle(&other), 0U);
@@ -83,6 +92,15 @@ TEST_F(Event, AWaiterWakesAtTheEndOfWork) {
   pass(4000);
   EXPECT_EQ(waiter.get(), 0U);
   EXPECT_EQ(stateOf("mirror"), VEX_VOLUME_STATE_NORMAL);
+}
+
+TEST_F(Event, AWaiterWakesWhenWorkComesOnByAPercent) {
+  ASSERT_EQ(VexVolumeVerify(volumeHandle("five"), 0), 0U);
+  ASSERT_EQ(VexEventWait(0, event()), 0U);
+  auto waiter = waitInBackground();
+  pass(50);
+  EXPECT_EQ(waiter.get(), 0U);
+  EXPECT_EQ(volume("volume five").migrationProgress, 0xFFFFFFFFU / 100);
 }
 
 TEST_F(Event, WorkEndsOnTimeWhileSomebodyWaits) {

@@ -1,4 +1,5 @@
-#include "simulator/workbench_fixture.h"
+#include "simulator/refusal_rows.h"
+#include "support/by_name.h"
 
 // What becomes of volumes when disks go and come back.
 
@@ -143,6 +144,29 @@ TEST_F(Incident, ADiskPutInIsTakenOnlyWithRebuildOnHotInsert) {
   EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("five"));
 }
 
+TEST_F(Incident, ADiskPutInDuringARebuildIsRememberedForTheSecondLostPair) {
+  ASSERT_EQ(VexROHISetState(controller("A").controllerHandle, 1), kOk);
+  ASSERT_EQ(VexSimPullDisk("a7"), kOk);
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a8"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("a10"), kOk);
+  ASSERT_EQ(disk("a8").arrayHandle, arrayHandle("ten"));
+  ASSERT_EQ(VexSimFailDisk("a12"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("a7"), kOk);
+  EXPECT_EQ(disk("a7").diskUsage, VEX_DISK_USAGE_PASS_THROUGH) << "the array is at work";
+  pass(10000);
+  EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("ten"));
+  pass(10000);
+  EXPECT_EQ(stateOf("ten"), VEX_VOLUME_STATE_NORMAL);
+}
+
+TEST_F(Incident, ADiskPutInWhereNothingIsLostIsForgotten) {
+  ASSERT_EQ(VexROHISetState(controller("A").controllerHandle, 1), kOk);
+  ASSERT_EQ(VexSimPullDisk("a7"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("a7"), kOk);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_DEGRADED);
+}
+
 TEST_F(Incident, ADiskReplacedComesBackWithForeignMetadata) {
   ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
   ASSERT_EQ(VexSimPullDisk("a2"), kOk);
@@ -153,6 +177,53 @@ TEST_F(Incident, ADiskReplacedComesBackWithForeignMetadata) {
   ASSERT_EQ(VexDiskClearMetadata(diskHandle("a2")), kOk);
   EXPECT_EQ(disk("a2").diskUsage, VEX_DISK_USAGE_PASS_THROUGH);
   EXPECT_NE(disk("a2").freeSize, 0U);
+}
+
+TEST_F(Incident, ADiskThatWasOutWhenItsArrayWasDeletedComesBackWithForeignMetadata) {
+  ASSERT_EQ(VexSimPullDisk("a5"), kOk);
+  ASSERT_EQ(VexSimFailDisk("a6"), kOk);
+  ASSERT_EQ(VexVolumeDelete(volumeHandle("stripe")), kOk);
+  EXPECT_EQ(disk("a5").endDeviceHandle, 0U);
+  ASSERT_EQ(VexSimInsertDisk("a5"), kOk);
+  EXPECT_EQ(disk("a5").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY);
+  EXPECT_EQ(disk("a6").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY) << "nobody could write it";
+  ASSERT_EQ(VexDiskClearMetadata(diskHandle("a5")), kOk);
+  EXPECT_EQ(disk("a5").diskUsage, VEX_DISK_USAGE_PASS_THROUGH);
+}
+
+class EmptyArray : public Workbench {
+ protected:
+  /// The array `five`, whose volume is gone.
+  void SetUp() override {
+    std::string scenario = kWorkbench;
+    const std::string place = "{\"id\": \"engine\", ";
+    scenario.insert(scenario.find(place) + place.size(), "\"emptyArraysSupport\": true, ");
+    start(scenario.c_str());
+    ASSERT_EQ(VexVolumeDelete(volumeHandle("five")), kOk);
+    ASSERT_EQ(array("array five").numVolumes, 0U);
+  }
+};
+
+TEST_F(EmptyArray, GivesItsDisksFreeOneByOne) {
+  ASSERT_EQ(VexDiskClearMetadata(diskHandle("a2")), kOk);
+  EXPECT_EQ(disk("a2").diskUsage, VEX_DISK_USAGE_PASS_THROUGH);
+  EXPECT_EQ(array("array five").numDisks, 2U);
+  ASSERT_EQ(VexSimPullDisk("a3"), kOk);
+  ASSERT_EQ(VexDiskClearMetadata(diskHandle("a4")), kOk);
+  EXPECT_EQ(arrayHandle("five"), 0U) << "none of its disks serves any more";
+  ASSERT_EQ(VexSimInsertDisk("a3"), kOk);
+  EXPECT_EQ(disk("a3").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY);
+}
+
+TEST_F(EmptyArray, TakesASpareForALostMember) {
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
+  ASSERT_EQ(VexSimFailDisk("a2"), kOk);
+  EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("five"));
+  EXPECT_EQ(disk("a2").diskUsage, VEX_DISK_USAGE_OFFLINE_ARRAY);
+  Wanted wanted;
+  wanted.level = VEX_RAID_LEVEL_5;
+  EXPECT_EQ(create(arrayHandle("five"), wanted), kOk);
+  EXPECT_EQ(volumeNamed("new").state, VEX_VOLUME_STATE_NORMAL);
 }
 
 TEST_F(Incident, WithoutHotPlugARescanNoticesADiskPutIn) {
@@ -197,12 +268,95 @@ TEST_F(Incident, BothVolumesOfAnArrayAreRebuilt) {
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_REBUILDING);
   EXPECT_EQ(volumeNamed("second").state, VEX_VOLUME_STATE_REBUILDING);
   pass(5000);
+  EXPECT_EQ(volume("volume five").migrationProgress, 0x7FFFFFFFU) << "both share the rate of the disks";
+  EXPECT_EQ(volumeNamed("second").migrationProgress, 0x7FFFFFFFU);
+  pass(5000);
   EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_NORMAL);
   EXPECT_EQ(volumeNamed("second").state, VEX_VOLUME_STATE_NORMAL);
 }
 
+struct FactRow {
+  std::string name;
+  const char* disk;
+  VEX_STATUS (*befall)(const char*);
+  std::uint32_t state;
+};
+
+void PrintTo(const FactRow& row, std::ostream* stream) { *stream << row.name; }
+
+class Fact : public Workbench, public testing::WithParamInterface<FactRow> {};
+
+TEST_P(Fact, OutlivesAFailure) {
+  const char* const id = GetParam().disk;
+  if (GetParam().befall != nullptr) {
+    ASSERT_EQ(GetParam().befall(id), kOk);
+  }
+  ASSERT_EQ(disk(id).diskState, GetParam().state);
+  ASSERT_EQ(VexSimFailDisk(id), kOk);
+  EXPECT_EQ(disk(id).diskState, VEX_DISK_STATE_FAILED);
+  ASSERT_EQ(VexDiskMarkAsNormal(diskHandle(id)), kOk);
+  EXPECT_EQ(disk(id).diskState, GetParam().state);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Incident, Fact,
+    testing::Values(FactRow{"Lock", "a5", VexSimLockDisk, VEX_DISK_STATE_LOCKED},
+                    FactRow{"SmartEvent", "a5", VexSimRaiseSmartEvent, VEX_DISK_STATE_SMART_EVENT_TRIGGERED},
+                    FactRow{"BeingUnsupported", "odd", nullptr, VEX_DISK_STATE_UNSUPPORTED},
+                    FactRow{"LaterMetadata", "uprev", nullptr, VEX_DISK_STATE_CONFIG_IS_UPREV}),
+    ByName());
+
+TEST_F(Incident, ASmartEventOutlivesALock) {
+  ASSERT_EQ(VexSimLockDisk("smart"), kOk);
+  EXPECT_EQ(disk("smart").diskState, VEX_DISK_STATE_LOCKED);
+  const std::string kept = machine();
+  EXPECT_NE(kept.find("\"smartEvent\":true"), std::string::npos) << kept;
+}
+
+TEST_F(Incident, ALockedVolumeIsNotMarkedAsNormal) {
+  ASSERT_EQ(VexSimLockDisk("a5"), kOk);
+  ASSERT_EQ(VexSimFailDisk("a5"), kOk);
+  EXPECT_EQ(stateOf("stripe"), VEX_VOLUME_STATE_FAILED) << "marking the disk as normal leaves it locked";
+  EXPECT_EQ(VexVolumeMarkAsNormal(volumeHandle("stripe")), VEX_STATUS_MARK_AS_NORMAL_FAILED);
+  ASSERT_EQ(VexDiskMarkAsNormal(diskHandle("a5")), kOk);
+  EXPECT_EQ(stateOf("stripe"), VEX_VOLUME_STATE_LOCKED);
+}
+
+TEST_F(Incident, ALockedMemberIsReplacedOnceItIsPulled) {
+  ASSERT_EQ(VexDiskMarkAsSpare(diskHandle("a7"), 0), kOk);
+  ASSERT_EQ(VexSimLockDisk("a2"), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_DEGRADED) << "it may be unlocked";
+  ASSERT_EQ(VexSimPullDisk("a2"), kOk);
+  EXPECT_EQ(stateOf("five"), VEX_VOLUME_STATE_REBUILDING);
+  EXPECT_EQ(disk("a7").arrayHandle, arrayHandle("five"));
+}
+
+TEST_F(Incident, ARebuildOntoADiskOfChoiceLeavesTheLockedMemberIn) {
+  ASSERT_EQ(VexSimLockDisk("a10"), kOk);
+  EXPECT_EQ(VexVolumeRebuild(volumeHandle("ten"), diskHandle("a7")), VEX_STATUS_INVALID_STATE);
+  ASSERT_EQ(VexSimFailDisk("a12"), kOk);
+  ASSERT_EQ(VexVolumeRebuild(volumeHandle("ten"), diskHandle("a7")), kOk);
+  EXPECT_EQ(disk("a10").arrayHandle, arrayHandle("ten"));
+  EXPECT_EQ(disk("a12").arrayHandle, 0U);
+}
+
+TEST_F(Incident, ADiskTooLargeForItsControllerIsNotTakenWhenItIsPutIn) {
+  Wanted wanted;
+  wanted.level = VEX_RAID_LEVEL_1;
+  ASSERT_EQ(createFromDisks(diskHandles({"d4", "d5"}), wanted), kOk);
+  ASSERT_EQ(VexROHISetState(controller("D").controllerHandle, 1), kOk);
+  ASSERT_EQ(VexSimFailDisk("d4"), kOk);
+  ASSERT_EQ(VexSimPullDisk("d6"), kOk);
+  ASSERT_EQ(VexSimInsertDisk("d6"), kOk);
+  ASSERT_EQ(VexRescan(), kOk);
+  EXPECT_NE(diskHandle("d6"), 0U);
+  EXPECT_EQ(volumeNamed("new").state, VEX_VOLUME_STATE_DEGRADED);
+}
+
 TEST_F(Incident, WhatCannotHappenIsRefused) {
   EXPECT_EQ(VexSimPullDisk("nobody"), VEX_STATUS_INVALID_HANDLE);
+  EXPECT_EQ(VexSimPullDisk(""), VEX_STATUS_INVALID_HANDLE)
+      << "disks without serial number have no name in it";
   EXPECT_EQ(VexSimPullDisk(nullptr), VEX_STATUS_INVALID_PARAMETER);
   EXPECT_EQ(VexSimInsertDisk("a0"), VEX_STATUS_INVALID_STATE);
   EXPECT_EQ(VexSimFailDisk("optical"), VEX_STATUS_INVALID_DISK);

@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-#include "engine/work.h"
 #include "model/capacity.h"
 #include "model/names.h"
-#include "records/text_field.h"
 #include "support/by_name.h"
 
 namespace simulator {
@@ -49,37 +45,6 @@ TEST(UsableSize, IsWholeMebibytesWithoutTheMetadata) {
   EXPECT_EQ(usableSize(disk), 0U);
 }
 
-TEST(TextField, IsFilledToItsEnd) {
-  char field[6];
-  std::memset(field, 'x', sizeof(field));
-  putText(field, "ab");
-  EXPECT_EQ(std::string(field, 6), std::string("ab\0\0\0\0", 6));
-  EXPECT_EQ(textOf(field), "ab");
-}
-
-TEST(TextField, EndsInANulHoweverLongTheText) {
-  char field[4];
-  putText(field, "abcdef");
-  EXPECT_STREQ(field, "abc");
-}
-
-TEST(TextField, CutsNoCharacterInTwo) {
-  char field[4];
-  putText(field, "ab\xC3\xA4");
-  EXPECT_STREQ(field, "ab");
-  putText(field,
-          "a\xC3\xA4"
-          "b");
-  EXPECT_STREQ(field, "a\xC3\xA4");
-  putText(field, "\xF0\x9F\x90\xA7");
-  EXPECT_STREQ(field, "");
-}
-
-TEST(TextField, MayBeFullWithoutANul) {
-  const char field[4] = {'a', 'b', 'c', 'd'};
-  EXPECT_EQ(textOf(field), "abcd");
-}
-
 struct NameRow {
   std::string name;
   std::string text;
@@ -102,20 +67,6 @@ INSTANTIATE_TEST_SUITE_P(Texts, VolumeName,
                                          NameRow{"Tab", "a\t", false}, NameRow{"Delete", "a\x7F", false},
                                          NameRow{"Tilde", "~", true}, NameRow{"NotAscii", "\xC3\xA4", false}),
                          ByName());
-
-TEST(Progress, IsAFractionOf32Bits) {
-  Volume volume;
-  EXPECT_EQ(progressOf(volume), 0U);
-  volume.work.emplace();
-  volume.work->totalMs = 1000;
-  volume.work->elapsedMs = 500;
-  EXPECT_EQ(progressOf(volume), 0x7FFFFFFFU);
-  volume.work->elapsedMs = 1000;
-  EXPECT_EQ(progressOf(volume), 0xFFFFFFFFU);
-  volume.work->totalMs = std::uint64_t{1} << 60;
-  volume.work->elapsedMs = std::uint64_t{1} << 59;
-  EXPECT_EQ(progressOf(volume), 0x7FFFFFFFU);
-}
 
 }  // namespace
 }  // namespace simulator

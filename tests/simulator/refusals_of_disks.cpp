@@ -56,6 +56,7 @@ const std::vector<RefusalRow> kOwnRows = {
                 done(VexDiskMarkAsSpare(w.diskHandle(id), 0));
               }
             }),
+    dedicated(29, "Over2Tb", "d6", "tiny"),
     {"VexDiskMarkAsSpare", 3, "NoArray",
      [](W w) { return VexDiskMarkAsSpare(w.diskHandle("a7"), kNothing); }},
     dedicated(35, "ForeignDrive", "d3", "tiny"),

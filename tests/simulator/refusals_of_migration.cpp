@@ -77,7 +77,7 @@ const std::vector<RefusalRow> kRows = {
     migrating(6, "SmallerThanNow", {"stripe", kRaid0, {"a7"}, VEX_STRIP_SIZE_128KB, 599}),
     migrating(6, "TooLarge", {"stripe", kRaid0, {"a7"}, VEX_STRIP_SIZE_128KB, 3001}),
     migrating(6, "NoRoomForRedundancy", {"ten", kRaid5, {}, VEX_STRIP_SIZE_64KB, 3001}),
-    migrating(39, "VolumeOver2Tb", {"tiny"}),
+    migrating(39, "VolumeOver2Tb", {"tiny", kRaid0, {}, VEX_STRIP_SIZE_128KB, 2097153}),
     migrating(2, "NothingToDo", {"stripe", kRaid0, {}, VEX_STRIP_SIZE_64KB, 600}),
 };
 

@@ -30,6 +30,13 @@ const std::vector<RefusalRow> kRows = {
      [](W w) { return VexVolumeMarkAsNormal(w.volumeHandle("five")); }},
     {"VexVolumeMarkAsNormal", 30, "MemberMissing",
      [](W w) { return VexVolumeMarkAsNormal(w.volumeHandle("stripe")); }, pulled("a5")},
+    {"VexVolumeMarkAsNormal", 30, "MemberBlank",
+     [](W w) { return VexVolumeMarkAsNormal(w.volumeHandle("five")); },
+     [](W w) {
+       done(VexDiskMarkAsSpare(w.diskHandle("a7"), 0));
+       done(VexSimFailDisk("a2"));
+       done(VexSimFailDisk("a3"));
+     }},
     {"VexVolumeRebuild", 3, "NoVolume", [](W w) { return VexVolumeRebuild(kNothing, w.diskHandle("a7")); }},
     {"VexVolumeRebuild", 3, "NoDevice",
      [](W w) { return VexVolumeRebuild(w.volumeHandle("five"), kNothing); }},

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 #include "model/capacity.h"
+#include "model/disk_role.h"
 #include "model/invariants.h"
 #include "model/redundancy.h"
 #include "scenario/generator.h"
@@ -39,14 +41,38 @@ std::string machineWith(const std::string& disks, const std::string& rest) {
       {"level": "RAID_0", "minDisks": 2, "maxDisks": 4, "defaultStripSize": "SIZE_64KB",
        "stripSizes": ["SIZE_64KB"]},
       {"level": "RAID_5", "minDisks": 3, "maxDisks": 4, "defaultStripSize": "SIZE_64KB",
+       "stripSizes": ["SIZE_64KB"]}]},
+      {"id": "F", "ordanDrivesOnly": true, "levels": [
+      {"level": "RAID_0", "minDisks": 2, "maxDisks": 4, "defaultStripSize": "SIZE_64KB",
+       "stripSizes": ["SIZE_64KB"]},
+      {"level": "RAID_10", "minDisks": 3, "maxDisks": 4, "defaultStripSize": "SIZE_64KB",
        "stripSizes": ["SIZE_64KB"]}]}],
     "controllers": [{"id": "C", "name": "c", "type": "SATA", "engine": "E"},
-                    {"id": "D", "name": "d", "type": "SATA"}],
+                    {"id": "D", "name": "d", "type": "SATA"},
+                    {"id": "S", "name": "s", "type": "NVMe", "engine": "F", "twoTbDiskSupport": false}],
     "devices": [{"id": "d0", "controller": "C", "totalSize": 1056964608},
                 {"id": "d1", "controller": "C", "totalSize": 1056964608},
                 {"id": "d2", "controller": "C", "totalSize": 1056964608},
                 {"id": "d3", "controller": "D", "totalSize": 1056964608})" +
          disks + "]" + rest + "}";
+}
+
+/// A further disk on a controller without support for 2 TiB, whose engine takes Ordan drives only.
+std::string strictDisk(const std::string& id, const std::string& keys) {
+  return R"(, {"id": ")" + id + R"(", "controller": "S", )" + keys + "}";
+}
+
+/// One array and one volume on that controller.
+std::string strictMachineWith(const std::string& disks, const std::string& volume) {
+  const std::string plain = R"("totalSize": 1056964608)";
+  const std::string ordan = R"(, "isOrdanNVMe": true)";
+  return machineWith(strictDisk("s0", plain + ordan) + strictDisk("s1", plain + ordan) +
+                         strictDisk("s2", plain + ordan) + strictDisk("foreign", plain) +
+                         strictDisk("x8", plain + ordan + R"(, "x8Disk": "X8_A")") +
+                         strictDisk("large", R"("totalSize": 3000000000000)" + ordan),
+                     R"(, "arrays": [{"id": "A", "name": "a", )" + disks + R"(}],
+                         "volumes": [{"id": "V", "name": "v", "array": "A", )" +
+                         volume + "}]");
 }
 
 std::string volumeWith(const std::string& keys) {
@@ -117,6 +143,15 @@ const BadScenario kContents[] = {
      machineWith(R"(, {"id": "d4", "controller": "C", "totalSize": 1056964608, "spareFor": "A"})",
                  R"(, "arrays": [{"id": "A", "name": "a", "disks": ["d0", "d1"]}])"),
      "devices[4].spareFor: needs \"spare\""},
+    {"BayOfNoFirstDevice",
+     machineWith(R"(, {"id": "d4", "controller": "D", "totalSize": 1056964608, "bay": "d4"})", ""),
+     "devices[4].bay: is not the first device of a bay"},
+    {"TwoInABay",
+     machineWith(R"(, {"id": "d4", "controller": "D", "totalSize": 1056964608, "bay": "d3"})", ""),
+     "devices[4].presence: another device is in its bay"},
+    {"BayOfAnotherController",
+     machineWith(R"(, {"id": "d4", "controller": "C", "totalSize": 1056964608, "bay": "d3"})", ""),
+     "devices[4].bay: is on another controller"},
     {"PortToItself", R"({"controllers": [{"id": "C", "name": "", "type": "SATA"}],
                          "ports": [{"id": "P", "device": "C", "connectedTo": "P"}]})",
      "ports[0].connectedTo: a port cannot be connected to itself"},
@@ -156,6 +191,38 @@ const BadScenario kContents[] = {
      "volumes[1].name: is taken by another volume"},
     {"StaleStranger", volumeWith(R"("raidLevel": "RAID_0", "stale": ["d2"])"),
      "volumes[0].stale[0]: is not a disk of the volume's array"},
+    {"StaleTwice", volumeWith(R"("raidLevel": "RAID_0", "stale": ["d0", "d0"])"),
+     "volumes[0].stale[0]: stands twice"},
+    {"BlankButNotStale", volumeWith(R"("raidLevel": "RAID_0", "blank": ["d0"])"),
+     "volumes[0].blank[0]: is not among the stale"},
+    {"CaughtUpButNotStale", volumeWith(R"("raidLevel": "RAID_0", "size": 1048576,
+                   "work": {"kind": "MIGRATE", "catchUp": ["d0"]})"),
+     "volumes[0].work.catchUp[0]: is not among the stale"},
+    {"OrdinalTwice", machineWith("", R"(, "arrays": [{"id": "A", "name": "a", "disks": ["d0", "d1"]}],
+        "volumes": [{"id": "V", "name": "v", "array": "A", "raidLevel": "RAID_0", "size": 1048576,
+                     "arrayOrdinal": 0},
+                    {"id": "W", "name": "w", "array": "A", "raidLevel": "RAID_0", "arrayOrdinal": 0}])"),
+     "volumes[1].arrayOrdinal: is taken in its array"},
+    {"EmptyArray", machineWith("", R"(, "arrays": [{"id": "A", "name": "a", "disks": ["d0", "d1"]}])"),
+     "arrays[0].disks: no volume stands on them, and the engine has no empty arrays"},
+    {"OddRaid10", strictMachineWith(R"("disks": ["s0", "s1", "s2"])", R"("raidLevel": "RAID_10")"),
+     "volumes[0].raidLevel: does not go with 3 disks on this engine"},
+    {"OddRaid10BeforeAMigration",
+     strictMachineWith(R"("disks": ["s0", "s1", "s2"])", R"("raidLevel": "RAID_0", "size": 1048576,
+         "work": {"kind": "MIGRATE", "sourceLevel": "RAID_10"})"),
+     "volumes[0].work.sourceLevel: does not go with the number of source disks"},
+    {"MemberOver2Tb", strictMachineWith(R"("disks": ["s0", "large"])", R"("raidLevel": "RAID_0")"),
+     "arrays[0].disks[1]: is over 2 TiB, and its controller takes no such disks"},
+    {"MemberOfAnotherMake", strictMachineWith(R"("disks": ["s0", "foreign"])", R"("raidLevel": "RAID_0")"),
+     "arrays[0].disks[1]: is no Ordan drive, and the engine takes no others"},
+    {"X8BesideRedundancy",
+     strictMachineWith(R"("disks": ["s0", "s1", "s2", "x8"])", R"("raidLevel": "RAID_10")"),
+     "volumes[0].raidLevel: X8 disks are for RAID_0 only"},
+    {"SpareOver2Tb", machineWith(strictDisk("large", R"("totalSize": 3000000000000, "spare": true)"), ""),
+     "devices[4].spare: is over 2 TiB, and its controller takes no such disks"},
+    {"SpareWithoutEngine",
+     machineWith(R"(, {"id": "d4", "controller": "D", "totalSize": 1056964608, "spare": true})", ""),
+     "devices[4].spare: its controller has no RAID engine"},
     {"WriteHoleOfRaid0", volumeWith(R"("raidLevel": "RAID_0", "rwhPolicy": "RWH_DISTRIBUTED")"),
      "volumes[0].rwhPolicy: the engine does not have it"},
     {"JournalWithoutPolicy", volumeWith(R"("raidLevel": "RAID_0", "journalingDrive": "d2")"),
@@ -222,6 +289,30 @@ TEST(Scenario, AFailedMemberDegradesARedundantVolume) {
            "volumes": [{"id": "V", "name": "v", "array": "A", "raidLevel": "RAID_5"}])"));
   EXPECT_EQ(stateOf(machine, volumeOf(machine, "v")), VolumeState::DEGRADED);
   EXPECT_EQ(findViolation(machine), "");
+}
+
+TEST(Scenario, AStateIsShortForAFactAndFactsStandBesideEachOther) {
+  const std::string disks = R"(, {"id": "d4", "controller": "C", "totalSize": 1056964608, "state": "LOCKED"},
+      {"id": "d5", "controller": "C", "totalSize": 1056964608, "locked": true},
+      {"id": "d6", "controller": "C", "totalSize": 1056964608, "state": "UNSUPPORTED", "failed": true,
+       "smartEvent": true})";
+  const std::string kept = writeScenario(readScenario(machineWith(disks, "")));
+  std::map<std::string, const EndDevice*> byId;
+  const Machine machine = readScenario(kept);
+  for (const auto& entry : machine.devices) byId[entry.second.id] = &entry.second;
+  for (const char* const id : {"d4", "d5"}) EXPECT_EQ(stateOf(*byId[id]), DiskState::LOCKED) << id;
+  EXPECT_EQ(stateOf(*byId["d6"]), DiskState::FAILED);
+  EXPECT_EQ(byId["d6"]->condition, DiskState::UNSUPPORTED);
+  EXPECT_TRUE(byId["d6"]->smartEvent);
+}
+
+TEST(Scenario, AVolumeThatLeavesItsOrdinalOutTakesTheFirstFreeOne) {
+  const Machine machine =
+      readScenario(machineWith("", R"(, "arrays": [{"id": "A", "name": "a", "disks": ["d0", "d1"]}],
+        "volumes": [{"id": "V", "name": "v", "array": "A", "raidLevel": "RAID_0", "size": 1048576},
+                    {"id": "W", "name": "w", "array": "A", "raidLevel": "RAID_0", "arrayOrdinal": 0}])"));
+  EXPECT_EQ(volumeOf(machine, "v").ordinal, 1U);
+  EXPECT_EQ(volumeOf(machine, "w").ordinal, 0U);
 }
 
 TEST(Scenario, WorkWithoutATimeTakesTheTimeOfItsRate) {

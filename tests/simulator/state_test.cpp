@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "simulator/workbench_fixture.h"
 #include "support/environment.h"
 #include "support/temporary_folder.h"
@@ -84,9 +86,26 @@ TEST_F(Kept, WrongPasswordsAreRemembered) {
   EXPECT_EQ(VexDiskUnlock(diskHandle("locked"), &params), VEX_STATUS_UNLOCK_LIMIT_REACHED);
 }
 
-TEST_F(Kept, AChangeIsInTheFileBeforeItIsAnswered) {
+TEST_F(Kept, AChangeIsInTheJournalBeforeItIsAnsweredAndInTheFileAtTheEnd) {
   ASSERT_EQ(VexVolumeRename(volumeHandle("five"), "renamed"), kOk);
+  EXPECT_NE(read("state.json.journal").find("\"renamed\""), std::string::npos);
+  EXPECT_EQ(read("state.json").find("\"renamed\""), std::string::npos);
+  restart();
   EXPECT_NE(read("state.json").find("\"renamed\""), std::string::npos);
+  EXPECT_FALSE(boost::filesystem::exists(path("state.json.journal")));
+}
+
+TEST_F(Kept, WhatChangesNothingIsNotWritten) {
+  ASSERT_EQ(VexVolumeRename(volumeHandle("five"), "five"), kOk);
+  ASSERT_EQ(VexRescan(), kOk);
+  EXPECT_FALSE(boost::filesystem::exists(path("state.json.journal")));
+}
+
+TEST_F(Kept, WhatHappensByItselfIsKept) {
+  ASSERT_EQ(VexVolumeInitialize(volumeHandle("five")), kOk);
+  pass(5000);
+  const std::string journal = read("state.json.journal");
+  EXPECT_EQ(std::count(journal.begin(), journal.end(), '\n'), 3) << "the digest, the beginning and the end";
 }
 
 TEST_F(Kept, AScenarioLoadedByHandIsKept) {
@@ -100,7 +119,8 @@ TEST_F(Kept, AStateFileThatIsBrokenStopsTheStart) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(VexInitialize(), VEX_STATUS_FAILED);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "VEXL2: " + path("state.json") + ": colour: unknown key\n");
+            "VEXL2: " + path("state.json") +
+                ": colour: unknown key; mend it, or move it away to begin with a new machine\n");
   EXPECT_EQ(read("state.json"), "{\"colour\": 1}") << "it may be mended";
   boost::filesystem::remove(path("state.json"));
   begin();
@@ -129,12 +149,27 @@ TEST_F(Kept, AClockSpeedThatIsNoneStopsTheStart) {
   begin();
 }
 
-TEST_F(Kept, AFolderThatCannotBeWrittenIsSaidAndBorne) {
+TEST_F(Kept, WithoutAFolderTheMachineStartsAndRefusesWhatItCannotKeep) {
+  const VEX_HANDLE five = volumeHandle("five");
   ASSERT_EQ(VexFinalize(), kOk);
-  setVariable("VEXL2_STATE", "/no/such/folder/state.json");
+  setVariable("VEXL2_STATE", path("no such folder/state.json"));
   testing::internal::CaptureStderr();
   begin();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "VEXL2: /no/such/folder/state.json: cannot be written\n");
+  const std::string before = machine();
+  VEX_HANDLE event = 0;
+  ASSERT_EQ(VexGetEventHandle(&event), kOk);
+  EXPECT_EQ(VexVolumeRename(five, "renamed"), VEX_STATUS_FAILED);
+  EXPECT_EQ(VexSimFailDisk("a0"), VEX_STATUS_FAILED);
+  EXPECT_EQ(VexVolumeDelete(five), VEX_STATUS_FAILED);
+  EXPECT_EQ(VexEventWait(0, event), VEX_STATUS_TIMEOUT) << "nothing has changed";
+  EXPECT_EQ(machine(), before);
+  const std::string said = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(said.find("VEXL2: " + path("no such folder/state.json.lock") + ": cannot be locked: "), 0U)
+      << said;
+  EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+  char text[256] = "";
+  EXPECT_EQ(VexSimCheck(text, sizeof(text)), VEX_STATUS_INTERNAL_ERROR);
+  EXPECT_NE(std::string(text).find("is not kept"), std::string::npos) << text;
   unsetVariable("VEXL2_STATE");
   restart();
 }

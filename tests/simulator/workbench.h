@@ -46,7 +46,7 @@ constexpr char kWorkbench[] = R"({
      "supportsVolumeSetCachePolicy": false, "supportsVolumeCancelVerify": false, "supportsMarkAsSpare": false},
     {"id": "C", "name": "Can do no RAID", "type": "SATA"},
     {"id": "D", "name": "Has a small engine", "type": "NVMe", "engine": "small engine",
-     "twoTbVolumeSupport": false, "twoTbDiskSupport": false},
+     "twoTbVolumeSupport": false, "twoTbDiskSupport": false, "rohiSupported": true},
     {"id": "E", "name": "Has its RAID off", "type": "SATA", "engine": "engine switched off"}
   ],
   "devices": [

@@ -104,14 +104,27 @@ INSTANTIATE_TEST_SUITE_P(
                      "The argument milliseconds is not a number from 0 to 2^63-1"},
         WrongRequest{"ScenarioAsText", "POST", "simulator/load-scenario", R"({"scenario": "{}"})", 400,
                      "The argument scenario is not an object"},
-        WrongRequest{"UnknownDisk", "POST", "simulator/pull-disk", R"({"disk": "nobody"})", 404,
-                     "The simulated library answers status 3"},
-        WrongRequest{"DiskThatIsIn", "POST", "simulator/insert-disk", R"({"disk": "OPT00417"})", 409,
-                     "The simulated library answers status 18"},
-        WrongRequest{"NoOperation", "POST", "simulator/fail-calls",
-                     R"({"operation": "VexNothing", "status": 1})", 400,
-                     "The simulated library answers status 2"}),
+        WrongRequest{
+            "UnknownDisk", "POST", "simulator/pull-disk", R"({"disk": "nobody"})", 404,
+            "There is no such disk: name it by its identity text, its serial number or its published id"},
+        WrongRequest{
+            "DiskThatIsIn", "POST", "simulator/insert-disk", R"({"disk": "OPT00417"})", 409,
+            "Item not in appropriate state for action to complete successfully: look at the disk's state, "
+            "which is as ordered already or does not allow it"},
+        WrongRequest{
+            "NoOperation", "POST", "simulator/fail-calls", R"({"operation": "VexNothing", "status": 1})", 400,
+            "Invalid parameter was passed: an operation is named as in VexRescan, and a device as it is "
+            "listed"}),
     ByName());
+
+TEST_F(SimulatorRoutes, TakeADiskByItsPublishedId) {
+  const boost::json::object disk = find("mirn/enddevices", "serialNumber", "OPT00417");
+  const std::string body = R"({"disk": ")" + std::string(disk.at("id").as_string()) + "\"}";
+  EXPECT_EQ(post("pull-disk", body).status, 204u);
+  EXPECT_EQ(request("POST", "mirn/rescan").status, 204u);
+  EXPECT_EQ(post("pull-disk", body).status, 409u);
+  EXPECT_EQ(post("insert-disk", body).status, 204u);
+}
 
 TEST_F(SimulatorRoutes, NeedTheToken) {
   HttpConnection connection(m_host->port());

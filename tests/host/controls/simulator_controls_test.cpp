@@ -29,6 +29,14 @@ VEX_STATUS takeOrder(const char* operation, std::uint32_t skip, std::uint32_t co
   return answered;
 }
 
+VEX_STATUS takeBlankDisk(const char* bay, std::uint64_t totalSize, std::uint32_t sectorSize,
+                         const char* model, char* id, std::uint32_t size) {
+  calledWith =
+      std::string(bay) + ' ' + std::to_string(totalSize) + ' ' + std::to_string(sectorSize) + ' ' + model;
+  std::strncpy(id, "DISK-77", size);
+  return answered;
+}
+
 VEX_STATUS tellReason(char* text, std::uint32_t size) {
   std::strncpy(text, "the reason", size);
   return VEX_STATUS_SUCCESS;
@@ -103,13 +111,59 @@ TEST_F(SimulatorControlsTest, TellWhatTheLibrarySays) {
   using Told = std::pair<int, std::string>;
   answered = VEX_STATUS_INVALID_STATE;
   EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
-            (Told{409, "The simulated library answers status 18"}));
+            (Told{409,
+                  "Item not in appropriate state for action to complete successfully: look at the disk's "
+                  "state, which "
+                  "is as ordered already or does not allow it"}));
+  answered = VEX_STATUS_TIMEOUT;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
+            (Told{500, "The simulated library answers status 9"}));
+  answered = VEX_STATUS_FAILED;
+  EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"),
+            (Told{500,
+                  "Function failed to complete: the change cannot be kept, and the host's standard error "
+                  "says why; mend "
+                  "that and ask again"}));
   answered = VEX_STATUS_NOT_INITIALIZED;
   EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})").first, 503);
   answered = VEX_STATUS_INTERNAL_ERROR;
   EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})").first, 500);
   answered = VEX_STATUS_INVALID_PARAMETER;
   EXPECT_EQ(refusal(m_controls, L"load-scenario", R"({"scenario": {}})"), (Told{400, "the reason"}));
+}
+
+/// Knows the disk by its serial number alone.
+VEX_STATUS takeSerialNumber(const char* disk) {
+  calledWith += std::string(disk) + ' ';
+  return std::string(disk) == "S-7" ? VEX_STATUS_SUCCESS : VEX_STATUS_INVALID_HANDLE;
+}
+
+TEST_F(SimulatorControlsTest, TakeThePublishedIdOfADisk) {
+  const SimulatorControls controls = controlsWith({{"VexSimFailDisk", symbol(takeSerialNumber)}});
+  DiskNames disks([] { return readJson(R"([{"id": "7", "serialNumber": "S-7"}])", 8); });
+  calledWith.clear();
+  controls.run(L"fail-disk", readJson(R"({"disk": "7"})", 8), &disks);
+  EXPECT_EQ(calledWith, "7 S-7 ");
+  calledWith.clear();
+  EXPECT_THROW(controls.run(L"fail-disk", readJson(R"({"disk": "8"})", 8), &disks), Refusal);
+  EXPECT_EQ(calledWith, "8 ");
+}
+
+TEST_F(SimulatorControlsTest, PutABlankDiskIntoABayAndTellItsId) {
+  const SimulatorControls controls = controlsWith({{"VexSimInsertBlankDisk", symbol(takeBlankDisk)}});
+  EXPECT_EQ(run(controls, L"insert-blank-disk",
+                R"({"disk": "a0", "size": 2000000000000, "sectorSize": 4096, "model": "Large"})"),
+            R"({"disk":"DISK-77"})");
+  EXPECT_EQ(calledWith, "a0 2000000000000 4096 Large");
+  run(controls, L"insert-blank-disk", R"({"disk": "a0"})");
+  EXPECT_EQ(calledWith, "a0 0 0 ");
+  answered = VEX_STATUS_DISK_TOO_SMALL;
+  EXPECT_EQ(refusal(controls, L"insert-blank-disk", R"({"disk": "a0"})").first, 400);
+}
+
+TEST_F(SimulatorControlsTest, TellWhatACheckNotices) {
+  const SimulatorControls controls = controlsWith({{"VexSimCheck", symbol(tellReason)}});
+  EXPECT_EQ(run(controls, L"check", "null"), R"({"notice":"the reason"})");
 }
 
 TEST_F(SimulatorControlsTest, RefuseWrongArgumentsBeforeTheCall) {

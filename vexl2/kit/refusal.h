@@ -1,13 +1,16 @@
-#ifndef MIRN_SIMULATOR_MODEL_REFUSAL_H
-#define MIRN_SIMULATOR_MODEL_REFUSAL_H
+#ifndef MIRN_VEXL2_KIT_REFUSAL_H
+#define MIRN_VEXL2_KIT_REFUSAL_H
 
 #include <stdexcept>
 
-#include "model/codes.h"
+#include "VEXL2.h"
 
-namespace simulator {
+namespace vexl2 {
 
-/// How a rule says no: the status that the operation answers. Raised before anything has changed.
+using Handle = VEX_HANDLE;
+using Status = VEX_STATUS;
+
+/// How an operation says no: the status that it answers. Raised before anything has changed.
 class Refusal : public std::runtime_error {
  public:
   explicit Refusal(Status status) : std::runtime_error("refused"), m_status(status) {}
@@ -21,6 +24,6 @@ inline void require(bool condition, Status status) {
   if (!condition) throw Refusal(status);
 }
 
-}  // namespace simulator
+}  // namespace vexl2
 
 #endif

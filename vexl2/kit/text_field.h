@@ -1,11 +1,11 @@
-#ifndef MIRN_SIMULATOR_RECORDS_TEXT_FIELD_H
-#define MIRN_SIMULATOR_RECORDS_TEXT_FIELD_H
+#ifndef MIRN_VEXL2_KIT_TEXT_FIELD_H
+#define MIRN_VEXL2_KIT_TEXT_FIELD_H
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-namespace simulator {
+namespace vexl2 {
 
 /// As much of UTF-8 text as fits `maxBytes` without cutting a character.
 std::string_view cutText(std::string_view text, std::size_t maxBytes);
@@ -25,6 +25,6 @@ std::string_view textOf(const char (&field)[N]) {
   return whole.substr(0, whole.find('\0'));
 }
 
-}  // namespace simulator
+}  // namespace vexl2
 
 #endif

@@ -1,13 +1,13 @@
-#ifndef MIRN_SIMULATOR_CORE_OPERATION_NAMES_H
-#define MIRN_SIMULATOR_CORE_OPERATION_NAMES_H
+#ifndef MIRN_VEXL2_KIT_OPERATION_NAMES_H
+#define MIRN_VEXL2_KIT_OPERATION_NAMES_H
 
 #include <string_view>
 
-namespace simulator {
+namespace vexl2 {
 
 /// Whether the library has an operation of this name, one of fifty.
 bool isOperationName(std::string_view name);
 
-}  // namespace simulator
+}  // namespace vexl2
 
 #endif

@@ -1,6 +1,6 @@
-#include "records/text_field.h"
+#include "text_field.h"
 
-namespace simulator {
+namespace vexl2 {
 
 std::string_view cutText(std::string_view text, std::size_t maxBytes) {
   if (text.size() <= maxBytes) return text;
@@ -10,4 +10,4 @@ std::string_view cutText(std::string_view text, std::size_t maxBytes) {
   return text.substr(0, end);
 }
 
-}  // namespace simulator
+}  // namespace vexl2

@@ -1,9 +1,9 @@
-#include "core/operation_names.h"
+#include "operation_names.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace simulator {
+namespace vexl2 {
 
 bool isOperationName(std::string_view name) {
   static constexpr std::string_view kNames[] = {
@@ -62,4 +62,4 @@ bool isOperationName(std::string_view name) {
   return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
 }
 
-}  // namespace simulator
+}  // namespace vexl2

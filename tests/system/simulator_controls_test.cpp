@@ -22,7 +22,7 @@ class SimulatorRoutes : public SystemHost {
 
 TEST_F(SimulatorRoutes, AreListedWithTheirArguments) {
   const boost::json::array controls = list("simulator");
-  EXPECT_EQ(controls.size(), 14u);
+  EXPECT_EQ(controls.size(), 15u);
   EXPECT_EQ(find("simulator", "name", "fail-calls").at("arguments"),
             (boost::json::array{"operation", "skip", "count", "status"}));
 }

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
+#include "answers/json_writer.h"
 #include "api/api_service.h"
-#include "api/json_writer.h"
 #include "net/server.h"
 #include "options.h"
 #include "running_plugin.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "net/limits.h"
+#include "service_limits.h"
 
 namespace host {
 

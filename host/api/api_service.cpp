@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "api/json_reader.h"
-#include "api/json_writer.h"
+#include "answers/json_reader.h"
+#include "answers/json_writer.h"
 #include "http_method.h"
 #include "identity/token.h"
 #include "text.h"

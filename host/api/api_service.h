@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "api/path_keys.h"
 #include "api/request_target.h"
 #include "controls/simulator_controls.h"

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "text.h"
 
 namespace host {

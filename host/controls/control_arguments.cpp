@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "api/answer.h"
-#include "api/json_writer.h"
+#include "answers/answer.h"
+#include "answers/json_writer.h"
 #include "text.h"
 
 namespace host {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "controls/control_arguments.h"
 #include "text.h"
 #include "vexl2_simulator.h"

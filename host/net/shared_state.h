@@ -3,8 +3,8 @@
 
 #include "api/api_service.h"
 #include "net/connections.h"
-#include "net/limits.h"
 #include "net/worker_pool.h"
+#include "service_limits.h"
 
 namespace host {
 

@@ -26,7 +26,7 @@ class CheckNamesTest(unittest.TestCase):
                 self.assertEqual(1, len(list(check_names.faults_of_path(path))))
 
     def test_a_guard_names_the_path_of_its_header(self):
-        for path, guard in (("src/contract/text.h", "MIRN_CONTRACT_TEXT_H"), ("host/net/limits.h", "MIRN_HOST_NET_LIMITS_H")):
+        for path, guard in (("src/contract/text.h", "MIRN_CONTRACT_TEXT_H"), ("host/service_limits.h", "MIRN_HOST_SERVICE_LIMITS_H")):
             with self.subTest(path):
                 self.assertEqual([], list(check_names.faults_of(path, f"#ifndef {guard}\n#define {guard}\n#endif\n")))
                 for text in (f"#ifndef {guard}\n#define OTHER\n#endif\n", "#ifndef MIRN_A_H\n#define MIRN_A_H\n#endif\n", ""):

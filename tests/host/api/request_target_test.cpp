@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "support/by_name.h"
 
 namespace host {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api/json_reader.h"
+#include "answers/json_reader.h"
 
 namespace host {
 

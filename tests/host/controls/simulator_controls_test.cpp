@@ -5,9 +5,9 @@
 #include <cstring>
 #include <map>
 
-#include "api/answer.h"
-#include "api/json_reader.h"
-#include "api/json_writer.h"
+#include "answers/answer.h"
+#include "answers/json_reader.h"
+#include "answers/json_writer.h"
 #include "vexl2_simulator.h"
 
 namespace host {

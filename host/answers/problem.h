@@ -1,5 +1,5 @@
-#ifndef MIRN_HOST_API_PROBLEM_H
-#define MIRN_HOST_API_PROBLEM_H
+#ifndef MIRN_HOST_ANSWERS_PROBLEM_H
+#define MIRN_HOST_ANSWERS_PROBLEM_H
 
 #include <exception>
 #include <string>

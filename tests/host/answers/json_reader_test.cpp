@@ -1,11 +1,11 @@
-#include "api/json_reader.h"
+#include "answers/json_reader.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <limits>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "support/by_name.h"
 #include "text.h"
 

@@ -1,4 +1,4 @@
-#include "api/problem.h"
+#include "answers/problem.h"
 
 #include <algorithm>
 #include <boost/beast/http/status.hpp>

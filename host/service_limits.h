@@ -1,5 +1,5 @@
-#ifndef MIRN_HOST_NET_LIMITS_H
-#define MIRN_HOST_NET_LIMITS_H
+#ifndef MIRN_HOST_SERVICE_LIMITS_H
+#define MIRN_HOST_SERVICE_LIMITS_H
 
 #include <chrono>
 #include <cstddef>

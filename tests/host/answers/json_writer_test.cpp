@@ -1,4 +1,4 @@
-#include "api/json_writer.h"
+#include "answers/json_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "api/json_reader.h"
+#include "answers/json_reader.h"
 
 namespace host {
 

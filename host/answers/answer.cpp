@@ -1,6 +1,6 @@
-#include "api/answer.h"
+#include "answers/answer.h"
 
-#include "api/problem.h"
+#include "answers/problem.h"
 
 namespace host {
 

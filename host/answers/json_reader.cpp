@@ -1,4 +1,4 @@
-#include "api/json_reader.h"
+#include "answers/json_reader.h"
 
 #include <boost/json/basic_parser_impl.hpp>
 #include <charconv>
@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "text.h"
 
 namespace host {

@@ -1,4 +1,4 @@
-#include "api/json_writer.h"
+#include "answers/json_writer.h"
 
 #include <boost/json/array.hpp>
 #include <boost/json/monotonic_resource.hpp>

@@ -1,10 +1,10 @@
-#include "api/problem.h"
+#include "answers/problem.h"
 
 #include <gtest/gtest.h>
 
 #include <boost/json/parse.hpp>
 
-#include "api/answer.h"
+#include "answers/answer.h"
 #include "service_exceptions.h"
 #include "support/by_name.h"
 

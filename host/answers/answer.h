@@ -1,5 +1,5 @@
-#ifndef MIRN_HOST_API_ANSWER_H
-#define MIRN_HOST_API_ANSWER_H
+#ifndef MIRN_HOST_ANSWERS_ANSWER_H
+#define MIRN_HOST_ANSWERS_ANSWER_H
 
 #include <exception>
 #include <string>

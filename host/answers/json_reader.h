@@ -1,5 +1,5 @@
-#ifndef MIRN_HOST_API_JSON_READER_H
-#define MIRN_HOST_API_JSON_READER_H
+#ifndef MIRN_HOST_ANSWERS_JSON_READER_H
+#define MIRN_HOST_ANSWERS_JSON_READER_H
 
 #include <cstddef>
 #include <string_view>

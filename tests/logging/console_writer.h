@@ -10,8 +10,8 @@
 constexpr const wchar_t* kConsoleTexts[] = {L"Mirn is ready",
                                             L"caf\x00E9",
                                             L"5 \x20AC",
-                                            L"a\x010A"
-                                            L"b",
+                                            (L"a\x010A"
+                                             L"b"),
                                             L"disk \xD83D\xDCBE",
                                             L"end"};
 

@@ -12,6 +12,9 @@ struct ProcessResources {
 
 ProcessResources processResources();
 
+/// As many handles the system itself may take late, whatever the program does.
+extern const std::size_t kLateHandles;
+
 /// From now on the system's own libraries stay in the process that would come and go with a module: what they
 /// leave behind is none of the module's.
 void keepSystemLibraries();

@@ -24,5 +24,7 @@ ProcessResources processResources() {
   return {entriesOf("/proc/self/task"), entriesOf("/proc/self/fd"), bytes()};
 }
 
+const std::size_t kLateHandles = 0;
+
 /// They leave nothing behind.
 void keepSystemLibraries() {}

@@ -69,6 +69,9 @@ std::size_t bytes() {
 
 ProcessResources processResources() { return {threads(), handles(), bytes()}; }
 
+/// A lock of the thread library and of Wine takes its one handle when two threads first meet in it.
+const std::size_t kLateHandles = 8;
+
 /// The one beside those that every program has. It brings the C runtime with it, of which Wine's keeps a list
 /// of the program's arguments each time it goes.
 void keepSystemLibraries() { require(::LoadLibraryW(L"advapi32.dll") != nullptr, "no advapi32.dll"); }

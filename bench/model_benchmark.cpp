@@ -100,8 +100,8 @@ void publish(benchmark::State& state, const std::vector<Model>& models) {
 void publishVolumes(benchmark::State& state) { publish(state, listOf(24, volumeOf)); }
 void publishDevices(benchmark::State& state) { publish(state, listOf(1000, deviceOf)); }
 
-/// Two pictures that are the same: what a quiet machine costs at each refresh. Floor: to compare the ids
-/// alone.
+/// Two pictures that are the same: what a quiet machine costs at each refresh. Floor: to compare the
+/// ids alone.
 void compareDevices(benchmark::State& state) {
   const auto before = listOf(10000, deviceOf);
   const auto now = listOf(10000, deviceOf);

@@ -27,8 +27,7 @@ Effect effectOf(const FieldChange<Model>& change, const Model& before) {
 template <class Model>
 class FieldChanges : public testing::Test {};
 
-using Models = testing::Types<Array, Controller, EndDevice, Port, Raid, RaidLevelSupport, Version, Volume>;
-TYPED_TEST_SUITE(FieldChanges, Models);
+TYPED_TEST_SUITE(FieldChanges, OpenModels, ByClass);
 
 TYPED_TEST(FieldChanges, LeaveACopyTheSame) {
   const TypeParam object = openObject<TypeParam>();

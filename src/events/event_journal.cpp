@@ -38,6 +38,7 @@ void EventJournal::add(Event event) {
   event->m_creationTime = m_clock();
   m_events.push_front(std::move(event));
   if (m_events.size() > m_maxEvents) m_events.pop_back();
+  ++m_sequence;
 }
 
 std::vector<EventJournal::Event> EventJournal::getRecent(std::uint64_t seconds) const {

@@ -1,6 +1,7 @@
 #ifndef MIRN_EVENTS_EVENT_JOURNAL_H
 #define MIRN_EVENTS_EVENT_JOURNAL_H
 
+#include <atomic>
 #include <boost/thread/shared_mutex.hpp>
 #include <cstdint>
 #include <deque>
@@ -29,6 +30,9 @@ class EventJournal {
   /// every event; 0 takes those of the present tick.
   std::vector<Event> getRecent(std::uint64_t seconds) const;
 
+  /// The number of the newest event, which is how many there have been. Takes no lock.
+  std::uint64_t sequence() const { return m_sequence; }
+
  private:
   // Constant after construction.
   const TickClock m_clock;
@@ -36,6 +40,7 @@ class EventJournal {
 
   mutable boost::shared_mutex m_mutex;
   std::deque<Event> m_events;  ///< Newest at the front; guarded by m_mutex.
+  std::atomic<std::uint64_t> m_sequence{0};
 };
 
 #endif

@@ -70,6 +70,7 @@ void MirnSession::start() {
     m_running = false;
     throw;
   }
+  m_changes.open();
 }
 
 std::thread MirnSession::launchEventThread() { return std::thread(&MirnSession::eventLoop, this); }
@@ -78,6 +79,7 @@ std::int64_t MirnSession::lockTimeout() const { return kLockTimeout; }
 
 void MirnSession::stop() {
   m_running = false;
+  m_changes.close();
   if (m_eventThread.joinable()) m_eventThread.join();
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "action_interfaces.h"
+#include "change_watch.h"
 #include "mirn_snapshot.h"
 #include "plugin_setting.h"
 #include "read_interface.h"
@@ -39,8 +40,8 @@ class MirnSession : public IMirnSession,
   /// `std::system_error` when no thread can be launched; `VexException` as from `takeSnapshot`. The library
   /// must be initialised. Not for two threads at once, nor beside `stop`.
   void start();
-  /// Ends the event thread and waits for it: one library wait, up to five seconds. Does nothing if
-  /// it doesn't run.
+  /// Sends away whoever waits for a change, ends the event thread and waits for it: one library wait, up to
+  /// five seconds. Does nothing if it doesn't run.
   void stop();
 
   /// Replaces the picture by a new one and records the differences as events. A `MirnException` on the way is
@@ -55,6 +56,9 @@ class MirnSession : public IMirnSession,
   void checkStatus(VEX_STATUS status);
   /// The same, with `errorId` in place of the status's own when the status is `specialStatus`.
   void checkStatusMapped(VEX_STATUS status, VEX_STATUS specialStatus, const char* errorId);
+
+  /// Where the picture stands. Open while the event thread runs.
+  ChangeWatch& changes() { return m_changes; }
 
   // IMirnSession
   bool setLocateTimeout(std::int64_t seconds) override;
@@ -152,6 +156,8 @@ class MirnSession : public IMirnSession,
 
   // Guarded by m_mutex.
   MirnSnapshot m_snapshot;
+
+  ChangeWatch m_changes;
 
   // Written by the thread that starts and stops, read by the event thread. Not set by a start that failed.
   std::atomic<bool> m_running{false};

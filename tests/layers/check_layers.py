@@ -39,7 +39,7 @@ LAYERS = [
       "src/session/*_interfaces.h"],
      MODEL),
     ("session", ["src/session/*"],
-     MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
+     MODEL + ["base", "platform", "logging", "closed library", "library", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
     ("plug-in object", ["src/plugin/mirn_plugin.*"],
      MODEL + ["framework", "logging", "closed library", "session interfaces", "session", "listeners"]),

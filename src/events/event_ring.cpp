@@ -3,11 +3,21 @@
 #include <algorithm>
 #include <utility>
 
+#include "published_form.h"
+
+using ovra::data_transfer::ServiceObject;
+
 void EventRing::add(EventSummary event, std::int64_t ticks) {
   event.stamp(m_newest + 1, ticks);
   m_events.push_back(std::make_shared<const EventSummary>(std::move(event)));
   if (m_events.size() > kSize) m_events.pop_front();
   ++m_newest;
+}
+
+ServiceObject EventRing::Part::toServiceObject() const {
+  ServiceObject list = ServiceObject::array();
+  for (std::size_t i = 0; i < events.size(); ++i) list.at(i) = events[i]->toServiceObject();
+  return PublishedForm().number(L"oldest", oldest).part(L"events", std::move(list)).take();
 }
 
 EventRing::Part EventRing::after(std::uint64_t sequence, std::uint64_t limit) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "event_summary.h"
+#include "ServiceObject.h"
 
 /// The last 65,536 events in short, numbered from 1 without a gap. Takes no lock.
 class EventRing {
@@ -20,6 +21,9 @@ class EventRing {
   struct Part {
     std::uint64_t oldest = 0;  ///< Number of the oldest event of the ring; 0 when there is none.
     std::vector<Summary> events;
+
+    /// An object with `oldest` (unsigned), and `events`, a list of what the events tell.
+    ovra::data_transfer::ServiceObject toServiceObject() const;
   };
 
   /// Gives the event its number, and lets the oldest go when there are too many.

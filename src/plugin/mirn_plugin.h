@@ -10,6 +10,7 @@
 #include "base_plugin.h"
 #include "listener_interface.h"
 #include "mirn_session.h"
+#include "plugin_extensions.h"
 
 /// The one plug-in of the module: opens and closes the storage library, owns the session and a listener for
 /// each branch of the path tree, and hands every request to the listener of its path key.
@@ -23,7 +24,8 @@ class mirn_plugin : public ovra::BasePlugin {
 
   /// False when the library or the session refuses; the reason is logged.
   bool initialize() override;
-  /// Requests are refused from its first step on, so that none reaches a closing library.
+  /// Requests are refused from its first step on, so that none reaches a closing library. Returns when all who
+  /// wait for a change have left.
   void finish() override;
   /// Asks the library at each call. Says nothing of requests, which go on being served.
   std::int32_t getStatus() override;
@@ -35,6 +37,11 @@ class mirn_plugin : public ovra::BasePlugin {
                                                    std::vector<std::wstring> segments,
                                                    std::map<std::wstring, std::wstring> parameters,
                                                    ovra::data_transfer::ServiceObject body) override;
+
+  // watched_plugin_1: works before `initialize` and after `finish`, too; then nobody waits.
+  ovra::PluginPosition position() override;
+  bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds) override;
+  ovra::data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit) override;
 
  private:
   void addListeners();

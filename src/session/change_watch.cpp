@@ -7,6 +7,7 @@
 #include <boost/thread/lock_types.hpp>
 #include <boost/thread/mutex.hpp>
 #include <boost/thread/thread.hpp>
+#include <utility>
 
 #include "event_journal.h"
 #include "random_bytes.h"
@@ -28,6 +29,7 @@ struct Signal {
   // The last numbers given away.
   std::uint64_t revision = 0;
   std::uint64_t structure = 0;
+  std::uint64_t announced = 0;  ///< Number of the last event that waiters were woken for.
 };
 
 Signal& signal() {
@@ -112,8 +114,12 @@ void ChangeWatch::raise(SnapshotDifference difference) {
 
 void ChangeWatch::announceEvents() {
   Signal& shared = signal();
-  // Whoever looked at the sequence before the events came waits by now.
-  { const Lock lock(shared.mutex); }
+  {
+    // Whoever looked at the sequence before the events came waits by now.
+    const Lock lock(shared.mutex);
+    const std::uint64_t last = EventJournal::instance().sequence();
+    if (std::exchange(shared.announced, last) == last) return;
+  }
   shared.changed.notify_all();
 }
 

@@ -38,7 +38,7 @@ class ChangeWatch {
   /// The picture is exchanged for one that differs so far. For callers with exclusive ownership of the
   /// picture, so that position and picture belong together.
   void raise(SnapshotDifference difference);
-  /// Events have been added to the journal.
+  /// Events may have been added to the journal.
   void announceEvents();
 
   /// From now on waiting is possible.

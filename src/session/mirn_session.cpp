@@ -2,10 +2,12 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "logger.h"
 #include "mirn_exception.h"
 #include "plugin_log_line.h"
+#include "snapshot_comparison.h"
 #include "status_text.h"
 #include "vex_exception.h"
 #include "vex_info.h"
@@ -85,11 +87,27 @@ void MirnSession::stop() {
 
 void MirnSession::loadFirstSnapshot() {
   const UniqueOwnership ownership = acquireUnique(m_mutex, m_lockTimeout);
-  m_snapshot = {};
+  const MirnSnapshot before = std::exchange(m_snapshot, {});
+  noteNoPicture();
   try {
-    m_snapshot = takeSnapshot();
+    m_snapshot = takeSnapshotOrNote();
+    notePicture(differenceBetween(before, m_snapshot));
+    return;
   } catch (const MirnException& error) {
     ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
+  } catch (...) {
+    m_changes.raise(differenceBetween(before, m_snapshot));
+    throw;
+  }
+  m_changes.raise(differenceBetween(before, m_snapshot));
+}
+
+MirnSnapshot MirnSession::takeSnapshotOrNote() {
+  try {
+    return takeSnapshot();
+  } catch (const std::exception& error) {
+    noteFailure(error.what());
+    throw;
   }
 }
 

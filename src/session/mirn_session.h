@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "action_interfaces.h"
 #include "change_watch.h"
 #include "mirn_snapshot.h"
+#include "picture_times.h"
 #include "plugin_setting.h"
 #include "read_interface.h"
 #include "session_locks.h"
@@ -128,6 +130,9 @@ class MirnSession : public IMirnSession,
   virtual std::thread launchEventThread();
   /// What `start` sets `m_lockTimeout` to.
   virtual std::int64_t lockTimeout() const;
+  /// Records how the picture in use differs from the one before. Ahead of it, clients have the picture.
+  virtual void recordEvents(const MirnSnapshot& before, const std::vector<Volume>& volumes,
+                            const std::vector<EndDevice>& endDevices);
 
  private:
   using LibraryCall = std::function<VEX_STATUS()>;
@@ -144,6 +149,11 @@ class MirnSession : public IMirnSession,
   void loadFirstSnapshot();
   void refreshUnlocked();
   void refreshLocked();
+  MirnSnapshot takeSnapshotOrNote();
+  /// The picture in use is another one now, which differs so far. For callers with exclusive ownership.
+  void notePicture(SnapshotDifference difference);
+  void noteNoPicture();
+  void noteFailure(const char* words);
 
   /// The shape of every action: upgrade ownership, the one library call, exclusive ownership, the check.
   void act(const LibraryCall& call, const StatusCheck& check);
@@ -158,6 +168,9 @@ class MirnSession : public IMirnSession,
   MirnSnapshot m_snapshot;
 
   ChangeWatch m_changes;
+
+  std::mutex m_timesMutex;
+  PictureTimes m_times;  // guarded by m_timesMutex; a new picture's under exclusive ownership, too
 
   // Written by the thread that starts and stops, read by the event thread. Not set by a start that failed.
   std::atomic<bool> m_running{false};

@@ -42,7 +42,7 @@ LAYERS = [
      MODEL + ["base", "platform", "logging", "closed library", "library", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
     ("plug-in object", ["src/plugin/mirn_plugin.*"],
-     MODEL + ["framework", "logging", "closed library", "session interfaces", "session", "listeners"]),
+     MODEL + ["framework", "logging", "closed library", "events", "session interfaces", "session", "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.

@@ -1,5 +1,5 @@
+#include <memory>
 #include <utility>
-#include <vector>
 
 #include "event_comparison.h"
 #include "event_journal.h"
@@ -45,35 +45,31 @@ void MirnSession::refresh(bool alreadyLocked) {
 /// Readers go on with the old picture while the new one is taken and looked at; only the exchange shuts them
 /// out. Events are recorded without the lock.
 void MirnSession::refreshUnlocked() {
-  MirnSnapshot exchanged;
-  std::vector<Volume> volumes;
-  std::vector<EndDevice> endDevices;
+  Picture now;
+  Picture exchanged;
   {
     UpgradeOwnership ownership = acquireUpgradeUntimed(m_mutex);
-    exchanged = takeSnapshotOrNote();
-    volumes = exchanged.volumes;
-    endDevices = exchanged.endDevices;
-    const SnapshotDifference difference = differenceBetween(m_snapshot, exchanged);
+    now = exchanged = takePicture();
+    const SnapshotDifference difference = differenceBetween(*m_snapshot, *now);
     const ExclusiveStep exclusive(ownership);
     std::swap(m_snapshot, exchanged);
     notePicture(difference);
   }
-  recordEvents(exchanged, volumes, endDevices);
+  recordEvents(*exchanged, *now);
 }
 
 void MirnSession::refreshLocked() {
-  MirnSnapshot exchanged = takeSnapshotOrNote();
-  const SnapshotDifference difference = differenceBetween(m_snapshot, exchanged);
+  Picture exchanged = takePicture();
+  const SnapshotDifference difference = differenceBetween(*m_snapshot, *exchanged);
   std::swap(m_snapshot, exchanged);
   notePicture(difference);
-  recordEvents(exchanged, m_snapshot.volumes, m_snapshot.endDevices);
+  recordEvents(*exchanged, *m_snapshot);
 }
 
-void MirnSession::recordEvents(const MirnSnapshot& before, const std::vector<Volume>& volumes,
-                               const std::vector<EndDevice>& endDevices) {
+void MirnSession::recordEvents(const MirnSnapshot& before, const MirnSnapshot& now) {
   EventJournal& journal = EventJournal::instance();
-  compareVolumes(before.volumes, volumes, journal);
-  compareEndDevices(before.endDevices, endDevices, journal);
+  compareVolumes(before.volumes, now.volumes, journal);
+  compareEndDevices(before.endDevices, now.endDevices, journal);
   m_changes.announceEvents();
 }
 

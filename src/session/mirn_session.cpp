@@ -85,26 +85,37 @@ void MirnSession::stop() {
   if (m_eventThread.joinable()) m_eventThread.join();
 }
 
+Picture MirnSession::picture() {
+  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
+  return m_snapshot;
+}
+
+DatedPicture MirnSession::datedPicture() {
+  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  return {m_snapshot, m_times, m_changes.position()};
+}
+
 void MirnSession::loadFirstSnapshot() {
   const UniqueOwnership ownership = acquireUnique(m_mutex, m_lockTimeout);
-  const MirnSnapshot before = std::exchange(m_snapshot, {});
+  const Picture before = std::exchange(m_snapshot, std::make_shared<const IndexedSnapshot>());
   noteNoPicture();
   try {
-    m_snapshot = takeSnapshotOrNote();
-    notePicture(differenceBetween(before, m_snapshot));
+    m_snapshot = takePicture();
+    notePicture(differenceBetween(*before, *m_snapshot));
     return;
   } catch (const MirnException& error) {
     ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
   } catch (...) {
-    m_changes.raise(differenceBetween(before, m_snapshot));
+    m_changes.raise(differenceBetween(*before, *m_snapshot));
     throw;
   }
-  m_changes.raise(differenceBetween(before, m_snapshot));
+  m_changes.raise(differenceBetween(*before, *m_snapshot));
 }
 
-MirnSnapshot MirnSession::takeSnapshotOrNote() {
+Picture MirnSession::takePicture() {
   try {
-    return takeSnapshot();
+    return std::make_shared<const IndexedSnapshot>(takeSnapshot());
   } catch (const std::exception& error) {
     noteFailure(error.what());
     throw;

@@ -1,9 +1,12 @@
-#ifndef MIRN_SESSION_PICTURE_TIMES_H
-#define MIRN_SESSION_PICTURE_TIMES_H
+#ifndef MIRN_SESSION_DATED_PICTURE_H
+#define MIRN_SESSION_DATED_PICTURE_H
 
 #include <boost/optional.hpp>
 #include <cstdint>
 #include <string>
+
+#include "indexed_snapshot.h"
+#include "plugin_extensions.h"
 
 /// How old a picture is, and whether the last try to renew it failed. Ticks since the Unix epoch.
 struct PictureTimes {
@@ -14,6 +17,13 @@ struct PictureTimes {
 
   boost::optional<std::int64_t> takenAt;  ///< None of the empty picture that stands in for one.
   boost::optional<Failure> failure;       ///< Of the last try; none when that succeeded.
+};
+
+/// A picture with what belongs to it.
+struct DatedPicture {
+  Picture picture;
+  PictureTimes times;
+  ovra::PluginPosition position;
 };
 
 #endif

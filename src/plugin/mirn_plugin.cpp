@@ -19,6 +19,7 @@
 #include "text.h"
 #include "VEXL2.h"
 #include "volumes_listener.h"
+#include "whole_picture.h"
 
 namespace {
 
@@ -108,4 +109,8 @@ bool mirn_plugin::waitForChange(const ovra::PluginPosition& known, std::int64_t 
 
 ovra::data_transfer::ServiceObject mirn_plugin::eventsAfter(std::uint64_t sequence, std::uint64_t limit) {
   return EventJournal::instance().getAfter(sequence, limit).toServiceObject();
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::picture() {
+  return wholePicture(m_session.datedPicture(), m_session);
 }

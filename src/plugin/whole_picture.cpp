@@ -92,7 +92,7 @@ ServiceObject wholePicture(const DatedPicture& dated, SessionActions& actions) {
   form.part(L"state", answerOf(BasicListener(&reads, &actions), {L"state"}))
       .part(L"version", versionOf(reads, actions))
       .part(L"raids", answerOf(RaidsListener(&reads)))
-      .part(L"controllers", answerOf(ControllersListener(&reads, &actions)))
+      .part(L"controllers", answerOf(ControllersListener(&actions, &reads)))
       .part(L"arrays", answerOf(ArraysListener(&reads, &actions)))
       .part(L"enddevices", answerOf(EndDevicesListener(&reads)))
       .part(L"ports", answerOf(PortsListener(&reads, &actions)))

@@ -11,9 +11,9 @@
 #include "change_watch.h"
 #include "dated_picture.h"
 #include "indexed_snapshot.h"
-#include "library_call.h"
 #include "mirn_snapshot.h"
 #include "plugin_setting.h"
+#include "prepared_call.h"
 #include "session_actions.h"
 #include "session_locks.h"
 #include "snapshot_reads.h"
@@ -69,7 +69,7 @@ class MirnSession : public SnapshotReads, public SessionActions {
   /// The shape of every action: upgrade ownership, the one library call, exclusive ownership, the check.
   /// `precondition` runs under upgrade ownership, ahead of the call: while it looks, and until the call is
   /// answered, nobody exchanges the picture. What it raises, this raises, with nothing done.
-  void carryOut(const LibraryCall& call, const std::function<void()>& precondition);
+  void carryOut(const PreparedCall& call, const std::function<void()>& precondition);
 
  protected:
   /// The body of the event thread.
@@ -93,7 +93,7 @@ class MirnSession : public SnapshotReads, public SessionActions {
   void noteFailure(const char* words);
 
   // SessionActions
-  void carryOut(const LibraryCall& call) override;
+  void carryOut(const PreparedCall& call) override;
 
   // Exchanged whole, and guarded by m_mutex; the picture itself does not change.
   Picture m_snapshot = std::make_shared<const IndexedSnapshot>();

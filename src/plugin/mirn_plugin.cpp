@@ -5,6 +5,7 @@
 #include "controllers_listener.h"
 #include "disks_listener.h"
 #include "enddevices_listener.h"
+#include "event_journal.h"
 #include "events_listener.h"
 #include "framework_messages.h"
 #include "logger.h"
@@ -18,6 +19,7 @@
 #include "text.h"
 #include "VEXL2.h"
 #include "volumes_listener.h"
+#include "whole_picture.h"
 
 namespace {
 
@@ -70,8 +72,10 @@ bool mirn_plugin::initialize() {
 }
 
 void mirn_plugin::finish() {
-  if (m_initialized != 1) return;
-  m_initialized = 0;
+  const bool wasInitialized = m_initialized.exchange(0) == 1;
+  // Some may wait even after a second `initialize` that failed.
+  m_session.changes().close();
+  if (!wasInitialized) return;
   m_session.stop();
   VexFinalize();
 }
@@ -95,4 +99,18 @@ ovra::data_transfer::ServiceObject mirn_plugin::handleRequest(std::wstring path,
   if (m_initialized == 0) throw ListenerException(kErrorOffline, wideToUtf8(kMsgPluginNotWorking));
   return lookUp(m_listeners, path)
       ->handleRequest(method, std::move(segments), std::move(parameters), std::move(body));
+}
+
+ovra::PluginPosition mirn_plugin::position() { return m_session.changes().position(); }
+
+bool mirn_plugin::waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds) {
+  return m_session.changes().waitForChange(known, milliseconds);
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::eventsAfter(std::uint64_t sequence, std::uint64_t limit) {
+  return EventJournal::instance().getAfter(sequence, limit).toServiceObject();
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::picture() {
+  return wholePicture(m_session.datedPicture(), m_session);
 }

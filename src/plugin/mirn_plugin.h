@@ -10,20 +10,23 @@
 #include "base_plugin.h"
 #include "listener_interface.h"
 #include "mirn_session.h"
+#include "plugin_extensions.h"
 
 /// The one plug-in of the module: opens and closes the storage library, owns the session and a listener for
-/// each branch of the path tree, and hands every request to the listener of its path key.
+/// each branch of the path tree, and hands every request to the listener of its path key. Tells a host more by the
+/// interfaces of plugin_extensions.h.
 ///
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
-class mirn_plugin : public ovra::BasePlugin {
+class mirn_plugin : public ovra::BasePlugin, public ovra::watched_plugin_1 {
  public:
   /// Makes no library call and starts no thread.
   mirn_plugin();
 
   /// False when the library or the session refuses; the reason is logged.
   bool initialize() override;
-  /// Requests are refused from its first step on, so that none reaches a closing library.
+  /// Requests are refused from its first step on, so that none reaches a closing library. Returns when all who
+  /// wait for a change have left.
   void finish() override;
   /// Asks the library at each call. Says nothing of requests, which go on being served.
   std::int32_t getStatus() override;
@@ -35,6 +38,12 @@ class mirn_plugin : public ovra::BasePlugin {
                                                    std::vector<std::wstring> segments,
                                                    std::map<std::wstring, std::wstring> parameters,
                                                    ovra::data_transfer::ServiceObject body) override;
+
+  // watched_plugin_1: works before `initialize` and after `finish`, too; then nobody waits.
+  ovra::PluginPosition position() override;
+  bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds) override;
+  ovra::data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit) override;
+  ovra::data_transfer::ServiceObject picture() override;
 
  private:
   void addListeners();

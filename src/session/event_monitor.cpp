@@ -1,5 +1,5 @@
+#include <memory>
 #include <utility>
-#include <vector>
 
 #include "event_comparison.h"
 #include "event_journal.h"
@@ -7,17 +7,12 @@
 #include "mirn_exception.h"
 #include "mirn_session.h"
 #include "plugin_log_line.h"
+#include "snapshot_comparison.h"
+#include "tick_clock.h"
 
 namespace {
 
 constexpr std::uint32_t kEventWaitMilliseconds = 5000;
-
-void recordDifferences(const MirnSnapshot& before, const std::vector<Volume>& volumes,
-                       const std::vector<EndDevice>& endDevices) {
-  EventJournal& journal = EventJournal::instance();
-  compareVolumes(before.volumes, volumes, journal);
-  compareEndDevices(before.endDevices, endDevices, journal);
-}
 
 void logFailedRefresh(const MirnException& error) {
   ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
@@ -47,25 +42,49 @@ void MirnSession::refresh(bool alreadyLocked) {
   }
 }
 
-/// Readers go on with the old picture while the new one is taken; only the exchange shuts them out. The
-/// comparison runs without the lock, on a copy of what it looks at.
+/// Readers go on with the old picture while the new one is taken and looked at; only the exchange shuts them
+/// out. Events are recorded without the lock.
 void MirnSession::refreshUnlocked() {
-  MirnSnapshot exchanged;
-  std::vector<Volume> volumes;
-  std::vector<EndDevice> endDevices;
+  Picture now;
+  Picture exchanged;
   {
     UpgradeOwnership ownership = acquireUpgradeUntimed(m_mutex);
-    exchanged = takeSnapshot();
-    volumes = exchanged.volumes;
-    endDevices = exchanged.endDevices;
+    now = exchanged = takePicture();
+    const SnapshotDifference difference = differenceBetween(*m_snapshot, *now);
     const ExclusiveStep exclusive(ownership);
     std::swap(m_snapshot, exchanged);
+    notePicture(difference);
   }
-  recordDifferences(exchanged, volumes, endDevices);
+  recordEvents(*exchanged, *now);
 }
 
 void MirnSession::refreshLocked() {
-  MirnSnapshot exchanged = takeSnapshot();
+  Picture exchanged = takePicture();
+  const SnapshotDifference difference = differenceBetween(*m_snapshot, *exchanged);
   std::swap(m_snapshot, exchanged);
-  recordDifferences(exchanged, m_snapshot.volumes, m_snapshot.endDevices);
+  notePicture(difference);
+  recordEvents(*exchanged, *m_snapshot);
+}
+
+void MirnSession::recordEvents(const MirnSnapshot& before, const MirnSnapshot& now) {
+  EventJournal& journal = EventJournal::instance();
+  compareVolumes(before.volumes, now.volumes, journal);
+  compareEndDevices(before.endDevices, now.endDevices, journal);
+  m_changes.announceEvents();
+}
+
+void MirnSession::notePicture(SnapshotDifference difference) {
+  m_changes.raise(difference);
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  m_times = {currentTicks(), boost::none};
+}
+
+void MirnSession::noteNoPicture() {
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  m_times = {};
+}
+
+void MirnSession::noteFailure(const char* words) {
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  m_times.failure = PictureTimes::Failure{currentTicks(), words};
 }

@@ -39,10 +39,10 @@ LAYERS = [
       "src/session/*_interfaces.h"],
      MODEL),
     ("session", ["src/session/*"],
-     MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
+     MODEL + ["base", "platform", "logging", "closed library", "library", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
-    ("plug-in object", ["src/plugin/mirn_plugin.*"],
-     MODEL + ["framework", "logging", "closed library", "session interfaces", "session", "listeners"]),
+    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/whole_picture.*"],
+     MODEL + ["base", "framework", "logging", "closed library", "events", "session interfaces", "session", "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.

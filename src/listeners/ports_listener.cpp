@@ -2,7 +2,6 @@
 
 #include "answers.h"
 #include "find_by_id.h"
-#include "http_method.h"
 #include "messages.h"
 #include "requests.h"
 
@@ -10,20 +9,16 @@ using namespace std::placeholders;
 
 PortsListener::PortsListener(IMirnSession* session, IMirnPortsActions* actions)
     : m_session(session), m_actions(actions) {
-  addRoute(HttpMethod::kGet, L"", std::bind(&PortsListener::getPorts, this, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/locate",
-           std::bind(&PortsListener::locatePort, this, _1, _2, _3));
+  addRoute(RouteId::kListPorts, std::bind(&PortsListener::getPorts, this, _1, _2, _3));
+  addRoute(RouteId::kLocatePort, std::bind(&PortsListener::locatePort, this, _1, _2, _3));
 }
 
-ServiceObject PortsListener::getPorts(const RouteMatch&, const RequestParameters& parameters,
-                                      const ServiceObject&) {
-  judgeParameters(parameters);
+ServiceObject PortsListener::getPorts(const RouteMatch&, const RequestParameters&, const ServiceObject&) {
   return formsOf(m_session->getPorts());
 }
 
-ServiceObject PortsListener::locatePort(const RouteMatch& match, const RequestParameters& parameters,
+ServiceObject PortsListener::locatePort(const RouteMatch& match, const RequestParameters&,
                                         const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kState)}, parameters);
   const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidPortId);
   const std::vector<Port> ports = m_session->getPorts();
   const Port& port = findById(ports, id, kErrorObjectNotFound, kMsgInvalidPortId);

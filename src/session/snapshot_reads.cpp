@@ -4,11 +4,11 @@
 #include "lookup.h"
 #include "mirn_exception.h"
 #include "mirn_session.h"
+#include "session_messages.h"
 
 namespace {
 
 constexpr char kControllerNotFound[] = "Controller identifier not found";
-constexpr char kNoVersion[] = "Version is not available yet";
 
 }  // namespace
 
@@ -72,6 +72,6 @@ std::vector<Volume> MirnSession::getVolumes() { return copyOf(&MirnSnapshot::vol
 
 Version MirnSession::getVersion() {
   const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
-  if (!m_snapshot.version) throw MirnException(kErrorOperationFailed, kNoVersion);
+  if (!m_snapshot.version) throw MirnException(kErrorOperationFailed, kMsgNoVersion);
   return *m_snapshot.version;
 }

@@ -27,6 +27,10 @@ RouteRows joinedRows() {
   return all;
 }
 
+std::wstring below(const std::wstring& path, const std::wstring& rest) {
+  return rest.empty() ? path : path + L"/" + rest;
+}
+
 Catalogue byNumber(const RouteRows& rows) {
   Catalogue sorted{};
   for (const RouteRow& row : rows) sorted.at(static_cast<std::size_t>(row.route)) = &row;
@@ -48,13 +52,9 @@ std::wstring patternOf(const RouteRow& row) {
                               boost::regex_constants::format_literal);
 }
 
-std::wstring templateOf(const RouteRow& row) {
-  std::wstring path = kPluginCode;
-  for (const std::wstring part : {row.branch, row.path}) {
-    if (!part.empty()) path += L"/" + part;
-  }
-  return path;
-}
+std::wstring keyOf(const RouteRow& row) { return below(kPluginCode, row.branch); }
+
+std::wstring templateOf(const RouteRow& row) { return below(keyOf(row), row.path); }
 
 std::vector<std::wstring> pathArgumentsOf(const RouteRow& row) {
   const std::wstring path = row.path;

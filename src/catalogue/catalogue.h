@@ -6,7 +6,7 @@
 
 #include "route_row.h"
 
-/// All that the plug-in can be asked, told once. Made at the first use, constant afterwards, safe from any
+/// All that the plug-in can be asked, told once. Made at the first use and constant afterwards. Safe from any
 /// thread.
 
 /// The row of a route.
@@ -18,6 +18,9 @@ const Catalogue& catalogue();
 
 /// What the router matches with the path behind the branch: the row's path with a group for each name in it.
 std::wstring patternOf(const RouteRow& row);
+
+/// The path key of the row's listener: "mirn/volumes".
+std::wstring keyOf(const RouteRow& row);
 
 /// The whole path as documents write it: "mirn/volumes/{volumeId}/rebuild".
 std::wstring templateOf(const RouteRow& row);

@@ -64,7 +64,7 @@ struct FieldRow {
 using FieldRows = std::vector<FieldRow>;
 
 struct RefusalRow {
-  const char* errorId;
+  std::string errorId;
   std::wstring words;
   RefusalKind kind;
 };
@@ -73,8 +73,8 @@ using RefusalRows = std::vector<RefusalRow>;
 /// What a route has the library do.
 struct LibraryCall {
   std::vector<const wchar_t*> operations = {};  ///< One of these; none: the library is not asked.
-  /// The error id that clients see where the library finds an object in no state for it; null: the status's
-  /// own.
+  /// The error id that clients see where the library finds an object in no state for it; null: the id of the
+  /// status itself.
   const char* stateErrorId = nullptr;
 };
 

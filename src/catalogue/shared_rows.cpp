@@ -152,7 +152,7 @@ RefusalRows withPicture(std::initializer_list<RefusalRows> groups) {
   for (const RefusalRows& group : groups) {
     for (const RefusalRow& row : group) {
       const bool known = std::any_of(all.begin(), all.end(), [&](const RefusalRow& other) {
-        return std::string(other.errorId) == row.errorId && other.words == row.words;
+        return other.errorId == row.errorId && other.words == row.words;
       });
       if (!known) all.push_back(row);
     }

@@ -1,7 +1,5 @@
 #include "refusal_kind.h"
 
-#include <map>
-
 #include "service_exceptions.h"
 
 const wchar_t* toText(RefusalKind kind) {
@@ -22,7 +20,7 @@ const wchar_t* toText(RefusalKind kind) {
   return L"failure";
 }
 
-RefusalKind kindOfErrorId(const std::string& errorId) {
+const std::map<std::string, RefusalKind>& kindsOfErrorIds() {
   static const std::map<std::string, RefusalKind> kKinds = {
       {kErrorObjectNotFound, RefusalKind::kAbsent},    {kErrorInvalidParameter, RefusalKind::kRequest},
       {kErrorInvalidRaidLevel, RefusalKind::kRequest}, {kErrorUnsupportedRaidLevel, RefusalKind::kRequest},
@@ -30,6 +28,10 @@ RefusalKind kindOfErrorId(const std::string& errorId) {
       {kErrorArrayInvalidState, RefusalKind::kState},  {kErrorVolumeInvalidState, RefusalKind::kState},
       {kErrorOffline, RefusalKind::kOffline},          {kErrorNotInitialized, RefusalKind::kOffline},
   };
-  const auto found = kKinds.find(errorId);
-  return found == kKinds.end() ? RefusalKind::kFailure : found->second;
+  return kKinds;
+}
+
+RefusalKind kindOfErrorId(const std::string& errorId) {
+  const auto found = kindsOfErrorIds().find(errorId);
+  return found == kindsOfErrorIds().end() ? RefusalKind::kFailure : found->second;
 }

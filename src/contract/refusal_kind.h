@@ -1,6 +1,7 @@
 #ifndef MIRN_CONTRACT_REFUSAL_KIND_H
 #define MIRN_CONTRACT_REFUSAL_KIND_H
 
+#include <map>
 #include <string>
 
 /// What kind of refusal a request has met: whose affair it is, and what a client can do about it. In brackets
@@ -16,6 +17,9 @@ enum class RefusalKind {
 
 /// "request", "absent", "state", "unsupported", "offline" or "failure".
 const wchar_t* toText(RefusalKind kind);
+
+/// The kinds by error id, for refusals of which nothing else is told; an id that is not there means a failure.
+const std::map<std::string, RefusalKind>& kindsOfErrorIds();
 
 /// The kind of a refusal that nobody told more of than its error id; any id of service_exceptions.h or none.
 RefusalKind kindOfErrorId(const std::string& errorId);

@@ -44,15 +44,10 @@ ServiceObject formsOf(const std::vector<Object>& objects) {
   return listOf(objects, [](const Object& object) { return object.toServiceObject(); });
 }
 
-/// The ids of the objects that `keep` accepts.
-template <class Object, class Predicate>
-ServiceObject idsOf(const std::vector<Object>& objects, Predicate keep) {
-  return listOf(objects, keep, [](const Object& object) { return ServiceObject(object.id()); });
-}
-
-/// Accepts devices and volumes of one array. `arrayId` must live as long as the predicate.
-inline auto inArray(const std::wstring& arrayId) {
-  return [&arrayId](const auto& object) { return object.arrayId() == arrayId; };
+/// The ids of all objects.
+template <class Object>
+ServiceObject idsOf(const std::vector<Object>& objects) {
+  return listOf(objects, [](const Object& object) { return ServiceObject(object.id()); });
 }
 
 /// Builds an answer after an action has happened. It must not fail then: whatever it raises

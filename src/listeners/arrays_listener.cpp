@@ -20,19 +20,18 @@ ServiceObject getArrays(IMirnSession* session, const RouteMatch&, const RequestP
 ServiceObject getArrayEndDevices(IMirnSession* session, const RouteMatch& match, const RequestParameters&,
                                  const ServiceObject&) {
   const Array array = requestedArray(*session, match);
-  return formsOf(session->getEndDevices(), inArray(array.id()));
+  return formsOf(session->getArrayEndDevices(array.id()));
 }
 
 ServiceObject getArrayVolumes(IMirnSession* session, const RouteMatch& match, const RequestParameters&,
                               const ServiceObject&) {
   const Array array = requestedArray(*session, match);
-  return formsOf(session->getVolumes(), inArray(array.id()));
+  return formsOf(session->getArrayVolumes(array.id()));
 }
 
 /// An array without volumes has nothing to compare with.
-void requireFitting(const EndDevice& disk, const Array& array, const std::vector<Volume>& volumes) {
+void requireFitting(const EndDevice& disk, const std::vector<Volume>& volumes) {
   for (const Volume& volume : volumes) {
-    if (volume.arrayId() != array.id()) continue;
     requireThat(volume.sectorSize().logical == disk.disk().logicalSectorSize, kErrorNotSupported,
                 kMsgAddDiskSectorSize);
     requireThat(!isX8Disk(disk) || volume.raidLevel() == RaidLevel::RAID_0, kErrorNotSupported,
@@ -45,7 +44,7 @@ ServiceObject makeArrayDisksResponse(IMirnSession& session, const Array& before)
     const Array array = findArray(session, before.id());
     return PublishedForm()
         .text(keys::kArrayId, array.id())
-        .part(keys::kDisks, idsOf(session.getEndDevices(), inArray(array.id())))
+        .part(keys::kDisks, idsOf(session.getArrayEndDevices(array.id())))
         .take();
   });
 }
@@ -63,12 +62,11 @@ ServiceObject makeArrayCacheResponse(IMirnSession& session, const Array& before)
 ServiceObject addDisks(IMirnSession* session, IMirnArraysActions* actions, const RouteMatch& match,
                        const RequestParameters&, const ServiceObject& body) {
   const Array array = requestedArray(*session, match);
-  const std::vector<EndDevice> devices = session->getEndDevices();
-  const std::vector<Volume> volumes = session->getVolumes();
+  const std::vector<Volume> volumes = session->getArrayVolumes(array.id());
   std::vector<EndDevice> disks;
-  for (const std::wstring& id : textsOf(body, keys::kDisks)) {
-    const EndDevice disk = findEndDevice(devices, id, kMsgInvalidDiskId);
-    requireFitting(disk, array, volumes);
+  for (const auto& found : session->findEndDevices(textsOf(body, keys::kDisks))) {
+    const EndDevice disk = foundOrRefused(found, kMsgInvalidDiskId);
+    requireFitting(disk, volumes);
     disks.push_back(disk);
   }
   actions->addDisks(array.handle(), disks);

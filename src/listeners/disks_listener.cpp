@@ -13,12 +13,12 @@ using DiskAction = void (IMirnDisksActions::*)(VEX_HANDLE);
 
 EndDevice requestedDisk(IMirnSession& session, const RouteMatch& match) {
   const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidDiskId);
-  return findEndDevice(session.getEndDevices(), id, kMsgDiskNotFound);
+  return findEndDevice(session, id, kMsgDiskNotFound);
 }
 
 ServiceObject makeDiskResponse(IMirnSession& session, const EndDevice& before) {
   return answerAfterAction([&] {
-    const EndDevice disk = findEndDevice(session.getEndDevices(), before.id(), kMsgInvalidDiskId);
+    const EndDevice disk = findEndDevice(session, before.id(), kMsgInvalidDiskId);
     PublishedForm answer;
     answer.text(keys::kDiskId, disk.id());
     tellChange(answer, keys::kUsage, before.disk().usage, disk.disk().usage);

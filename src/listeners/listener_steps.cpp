@@ -2,7 +2,6 @@
 
 #include <boost/regex.hpp>
 
-#include "find_by_id.h"
 #include "messages.h"
 #include "text.h"
 
@@ -20,36 +19,29 @@ std::wstring parseIdentifier(const std::wstring& text, const std::wstring& messa
 }
 
 Volume findVolume(IMirnSession& session, const std::wstring& id) {
-  const std::vector<Volume> volumes = session.getVolumes();
-  return findById(volumes, id, kErrorObjectNotFound, kMsgVolumeNotFound);
+  return foundOrRefused(session.findVolume(id), kMsgVolumeNotFound);
 }
 
 Volume findVolumeByName(IMirnSession& session, const std::wstring& name) {
-  for (const Volume& volume : session.getVolumes()) {
-    if (volume.name() == name) return volume;
-  }
-  refuse(kErrorObjectNotFound, kMsgVolumeNameNotFound);
+  return foundOrRefused(session.findVolumeByName(name), kMsgVolumeNameNotFound);
 }
 
 Array findArray(IMirnSession& session, const std::wstring& id) {
-  const std::vector<Array> arrays = session.getArrays();
-  return findById(arrays, id, kErrorObjectNotFound, kMsgArrayNotFound);
+  return foundOrRefused(session.findArray(id), kMsgArrayNotFound);
 }
 
 Controller findController(IMirnSession& session, const std::wstring& id) {
-  const std::vector<Controller> controllers = session.getControllers();
-  return findById(controllers, id, kErrorObjectNotFound, kMsgControllerNotFound);
+  return foundOrRefused(session.findController(id), kMsgControllerNotFound);
 }
 
 EndDevice findDisk(IMirnSession& session, const std::wstring& id) {
-  const EndDevice device = findEndDevice(session.getEndDevices(), id, kMsgDiskNotFound);
+  const EndDevice device = findEndDevice(session, id, kMsgDiskNotFound);
   requireThat(device.deviceType() == DeviceType::DISK, kErrorInvalidParameter, kMsgDiskNotFound);
   return device;
 }
 
-EndDevice findEndDevice(const std::vector<EndDevice>& devices, const std::wstring& id,
-                        const std::wstring& message) {
-  return findById(devices, id, kErrorObjectNotFound, message);
+EndDevice findEndDevice(IMirnSession& session, const std::wstring& id, const std::wstring& message) {
+  return foundOrRefused(session.findEndDevice(id), message);
 }
 
 bool isX8Disk(const EndDevice& device) {

@@ -1,8 +1,8 @@
 #ifndef MIRN_LISTENERS_LISTENER_STEPS_H
 #define MIRN_LISTENERS_LISTENER_STEPS_H
 
+#include <boost/optional.hpp>
 #include <string>
-#include <vector>
 
 #include "read_interface.h"
 #include "service_exceptions.h"
@@ -18,6 +18,13 @@ void requireThat(bool condition, const char* errorId, const std::wstring& messag
 /// The text itself; "INVALID_PARAMETER" with `message` unless it matches `[[:alnum:]]+` in full.
 std::wstring parseIdentifier(const std::wstring& text, const std::wstring& message);
 
+/// What a look-up of the session has found; nothing is "OBJECT_NOT_FOUND" with `message`.
+template <class Object>
+Object foundOrRefused(const boost::optional<Object>& object, const std::wstring& message) {
+  requireThat(object.has_value(), kErrorObjectNotFound, message);
+  return *object;
+}
+
 /// The object with this id, or "OBJECT_NOT_FOUND".
 Volume findVolume(IMirnSession& session, const std::wstring& id);
 Volume findVolumeByName(IMirnSession& session, const std::wstring& name);
@@ -26,8 +33,7 @@ Controller findController(IMirnSession& session, const std::wstring& id);
 /// A device that is no disk is refused by the words of a missing one, under "INVALID_PARAMETER".
 EndDevice findDisk(IMirnSession& session, const std::wstring& id);
 /// Any type of device; "OBJECT_NOT_FOUND" with `message`.
-EndDevice findEndDevice(const std::vector<EndDevice>& devices, const std::wstring& id,
-                        const std::wstring& message);
+EndDevice findEndDevice(IMirnSession& session, const std::wstring& id, const std::wstring& message);
 
 /// A disk that takes part in a pair of x8 disks.
 bool isX8Disk(const EndDevice& device);

@@ -1,7 +1,6 @@
 #include "ports_listener.h"
 
 #include "answers.h"
-#include "find_by_id.h"
 #include "messages.h"
 #include "requests.h"
 
@@ -20,8 +19,7 @@ ServiceObject PortsListener::getPorts(const RouteMatch&, const RequestParameters
 ServiceObject PortsListener::locatePort(const RouteMatch& match, const RequestParameters&,
                                         const ServiceObject& body) {
   const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidPortId);
-  const std::vector<Port> ports = m_session->getPorts();
-  const Port& port = findById(ports, id, kErrorObjectNotFound, kMsgInvalidPortId);
+  const Port port = foundOrRefused(m_session->findPort(id), kMsgInvalidPortId);
   const EnableState state = enableStateFromText(textOf(body, keys::kState));
   // The LED is only ever switched on: it goes out by the time-out.
   requireThat(state == EnableState::ENABLED, kErrorInvalidParameter, kMsgInvalidState);

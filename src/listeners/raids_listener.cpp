@@ -4,7 +4,6 @@
 #include <boost/optional.hpp>
 
 #include "answers.h"
-#include "find_by_id.h"
 #include "messages.h"
 #include "request_words.h"
 #include "requests.h"
@@ -36,9 +35,8 @@ LevelFilter requestedLevel(const RequestParameters& parameters, RaidRange range)
 
 /// All of them without an id.
 std::vector<Raid> requestedRaids(IMirnSession& session, const std::wstring& id) {
-  std::vector<Raid> raids = session.getRaids();
-  if (id.empty()) return raids;
-  return {findById(raids, id, kErrorObjectNotFound, kMsgInvalidRaidId)};
+  if (id.empty()) return session.getRaids();
+  return {foundOrRefused(session.findRaid(id), kMsgInvalidRaidId)};
 }
 
 bool servesLyx(IMirnSession& session, const Raid& raid) {
@@ -94,8 +92,7 @@ ServiceObject getRaids(IMirnSession* session, const RouteMatch& match, const Req
 ServiceObject getRaidControllers(IMirnSession* session, const RouteMatch& match, const RequestParameters&,
                                  const ServiceObject&) {
   const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidRaidId);
-  const std::vector<Raid> raids = session->getRaids();
-  findById(raids, id, kErrorObjectNotFound, kMsgRaidNotFound);
+  foundOrRefused(session->findRaid(id), kMsgRaidNotFound);
   return formsOf(session->getControllers(),
                  [&](const Controller& controller) { return controller.raidId() == id; });
 }

@@ -40,8 +40,8 @@ StripSize engineStripSize(IMirnSession& session, const std::wstring& raidId, Rai
 
 /// The second RAID 5 volume of an array follows the first.
 boost::optional<StripSize> stripSizeOfRaid5In(IMirnSession& session, const Array& array) {
-  for (const Volume& volume : session.getVolumes()) {
-    if (volume.arrayId() == array.id() && volume.raidLevel() == RaidLevel::RAID_5) return volume.stripSize();
+  for (const Volume& volume : session.getArrayVolumes(array.id())) {
+    if (volume.raidLevel() == RaidLevel::RAID_5) return volume.stripSize();
   }
   return {};
 }

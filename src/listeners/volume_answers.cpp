@@ -48,7 +48,7 @@ ServiceObject makeVolumeResponse(IMirnSession& session, const Volume& before, bo
     PublishedForm answer;
     answer.text(keys::kVolumeId, now.id());
     tellChanges(answer, before, now);
-    if (withDisks) answer.part(keys::kDisks, idsOf(session.getEndDevices(), inArray(now.arrayId())));
+    if (withDisks) answer.part(keys::kDisks, idsOf(session.getArrayEndDevices(now.arrayId())));
     return answer.take();
   });
 }

@@ -31,8 +31,8 @@ StripSize stripSizeForArray(const ServiceObject& body, IMirnSession& session, Ra
 void judgeJournalingDriveOfArray(const ServiceObject& body, IMirnSession& session, const Array& array) {
   if (!body.hasKey(keys::kJournalingDriveId)) return;
   const EndDevice drive = requestedJournalingDrive(body, session);
-  for (const EndDevice& device : session.getEndDevices()) {
-    if (device.arrayId() == array.id()) requireJournalingSectorSize(drive, device.disk().logicalSectorSize);
+  for (const EndDevice& device : session.getArrayEndDevices(array.id())) {
+    requireJournalingSectorSize(drive, device.disk().logicalSectorSize);
   }
 }
 

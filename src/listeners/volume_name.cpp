@@ -1,7 +1,6 @@
 #include "volume_name.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "action_interfaces.h"
 #include "listener_steps.h"
@@ -19,9 +18,7 @@ bool isForbidden(wchar_t unit) {
 }
 
 bool isInUse(const std::wstring& name, IMirnSession& session) {
-  const std::vector<Volume> volumes = session.getVolumes();
-  return std::any_of(volumes.begin(), volumes.end(),
-                     [&](const Volume& volume) { return volume.name() == name; });
+  return session.findVolumeByName(name).has_value();
 }
 
 }  // namespace

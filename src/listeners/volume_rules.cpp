@@ -19,11 +19,7 @@ void requireX8OnlyInRaid0(const EndDevice& disk, RaidLevel level) {
 }
 
 std::vector<EndDevice> judgedMembers(IMirnSession& session, const std::wstring& arrayId, RaidLevel level) {
-  std::vector<EndDevice> members;
-  for (const EndDevice& device : session.getEndDevices()) {
-    if (device.arrayId() != arrayId) continue;
-    requireX8OnlyInRaid0(device, level);
-    members.push_back(device);
-  }
+  const std::vector<EndDevice> members = session.getArrayEndDevices(arrayId);
+  for (const EndDevice& device : members) requireX8OnlyInRaid0(device, level);
   return members;
 }

@@ -27,7 +27,7 @@ RwhRequest parseRwhRequest(const ServiceObject& body, IMirnSession& session, Rai
   requireThat(body.hasKey(keys::kJournalingDriveId), kErrorInvalidParameter, kMsgJournalingDriveMissing);
   const std::wstring id = journalingDriveId(body);
   // Any device will do here: what may hold a journal is the library's affair.
-  const EndDevice drive = findEndDevice(session.getEndDevices(), id, kMsgJournalingDriveNotFound);
+  const EndDevice drive = findEndDevice(session, id, kMsgJournalingDriveNotFound);
   request.journalingDrive = {drive.id(), drive.handle()};
   return request;
 }

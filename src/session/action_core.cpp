@@ -2,19 +2,16 @@
 #include "mirn_session.h"
 #include "status_text.h"
 
-void MirnSession::act(const LibraryCall& call, const StatusCheck& check) {
+void MirnSession::carryOut(const LibraryCall& call) {
+  carryOut(call, [] {});
+}
+
+void MirnSession::carryOut(const LibraryCall& call, const std::function<void()>& precondition) {
   UpgradeOwnership ownership = acquireUpgrade(m_mutex, m_lockTimeout);
-  const VEX_STATUS status = call();
+  precondition();
+  const VEX_STATUS status = call.make();
   const ExclusiveStep exclusive(ownership);
-  check(status);
-}
-
-void MirnSession::act(const LibraryCall& call) {
-  act(call, [this](VEX_STATUS status) { checkStatus(status); });
-}
-
-void MirnSession::actMapped(const LibraryCall& call, VEX_STATUS specialStatus, const char* errorId) {
-  act(call, [=](VEX_STATUS status) { checkStatusMapped(status, specialStatus, errorId); });
+  checkStatusMapped(status, call.mappedStatus, call.mappedErrorId);
 }
 
 void MirnSession::checkStatus(VEX_STATUS status) {

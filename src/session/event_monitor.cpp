@@ -1,5 +1,5 @@
+#include <memory>
 #include <utility>
-#include <vector>
 
 #include "event_comparison.h"
 #include "event_journal.h"
@@ -12,11 +12,10 @@ namespace {
 
 constexpr std::uint32_t kEventWaitMilliseconds = 5000;
 
-void recordDifferences(const MirnSnapshot& before, const std::vector<Volume>& volumes,
-                       const std::vector<EndDevice>& endDevices) {
+void recordDifferences(const MirnSnapshot& before, const MirnSnapshot& now) {
   EventJournal& journal = EventJournal::instance();
-  compareVolumes(before.volumes, volumes, journal);
-  compareEndDevices(before.endDevices, endDevices, journal);
+  compareVolumes(before.volumes, now.volumes, journal);
+  compareEndDevices(before.endDevices, now.endDevices, journal);
 }
 
 void logFailedRefresh(const MirnException& error) {
@@ -48,24 +47,21 @@ void MirnSession::refresh(bool alreadyLocked) {
 }
 
 /// Readers go on with the old picture while the new one is taken; only the exchange shuts them out. The
-/// comparison runs without the lock, on a copy of what it looks at.
+/// comparison runs without the lock.
 void MirnSession::refreshUnlocked() {
-  MirnSnapshot exchanged;
-  std::vector<Volume> volumes;
-  std::vector<EndDevice> endDevices;
+  Picture now;
+  Picture exchanged;
   {
     UpgradeOwnership ownership = acquireUpgradeUntimed(m_mutex);
-    exchanged = takeSnapshot();
-    volumes = exchanged.volumes;
-    endDevices = exchanged.endDevices;
+    now = exchanged = std::make_shared<const IndexedSnapshot>(takeSnapshot());
     const ExclusiveStep exclusive(ownership);
     std::swap(m_snapshot, exchanged);
   }
-  recordDifferences(exchanged, volumes, endDevices);
+  recordDifferences(*exchanged, *now);
 }
 
 void MirnSession::refreshLocked() {
-  MirnSnapshot exchanged = takeSnapshot();
+  Picture exchanged = std::make_shared<const IndexedSnapshot>(takeSnapshot());
   std::swap(m_snapshot, exchanged);
-  recordDifferences(exchanged, m_snapshot.volumes, m_snapshot.endDevices);
+  recordDifferences(*exchanged, *m_snapshot);
 }

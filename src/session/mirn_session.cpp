@@ -81,11 +81,16 @@ void MirnSession::stop() {
   if (m_eventThread.joinable()) m_eventThread.join();
 }
 
+Picture MirnSession::picture() {
+  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
+  return m_snapshot;
+}
+
 void MirnSession::loadFirstSnapshot() {
   const UniqueOwnership ownership = acquireUnique(m_mutex, m_lockTimeout);
-  m_snapshot = {};
+  m_snapshot = std::make_shared<const IndexedSnapshot>();
   try {
-    m_snapshot = takeSnapshot();
+    m_snapshot = std::make_shared<const IndexedSnapshot>(takeSnapshot());
   } catch (const MirnException& error) {
     ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
   }

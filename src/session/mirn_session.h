@@ -4,26 +4,21 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
-#include <string>
+#include <memory>
 #include <thread>
-#include <vector>
 
-#include "action_interfaces.h"
+#include "indexed_snapshot.h"
+#include "library_call.h"
 #include "mirn_snapshot.h"
 #include "plugin_setting.h"
-#include "read_interface.h"
+#include "session_actions.h"
 #include "session_locks.h"
+#include "snapshot_reads.h"
 #include "VEXL2.h"
 
 /// The back end: holds the snapshot, serves every read from it, carries out the actions, and runs the event
 /// thread. Neither copied nor moved: listeners hold pointers to its interfaces.
-class MirnSession : public IMirnSession,
-                    public IMirnBasicActions,
-                    public IMirnDisksActions,
-                    public IMirnArraysActions,
-                    public IMirnVolumesActions,
-                    public IMirnControllersActions,
-                    public IMirnPortsActions {
+class MirnSession : public SnapshotReads, public SessionActions {
  public:
   /// Reads the settings from their store; never fails for want of them. Makes no library call.
   MirnSession();
@@ -56,66 +51,17 @@ class MirnSession : public IMirnSession,
   /// The same, with `errorId` in place of the status's own when the status is `specialStatus`.
   void checkStatusMapped(VEX_STATUS status, VEX_STATUS specialStatus, const char* errorId);
 
-  // IMirnSession
+  /// The picture in use, taken over under shared ownership.
+  Picture picture() override;
+
+  // IMirnSession, beside what `SnapshotReads` has
   bool setLocateTimeout(std::int64_t seconds) override;
   std::int64_t getLocateTimeout() override;
-  std::vector<Raid> getRaids() override;
-  std::vector<RaidLevelSupport> getRaidLevels(const std::wstring& raidId) override;
-  RaidLevelSupport getRaidLevel(const std::wstring& raidId, RaidLevel level) override;
-  std::vector<Controller> getControllers() override;
-  std::vector<Array> getControllerArrays(const std::wstring& controllerId) override;
-  std::vector<Port> getControllerPorts(const std::wstring& controllerId) override;
-  std::vector<Volume> getControllerVolumes(const std::wstring& controllerId) override;
-  std::vector<Array> getArrays() override;
-  std::vector<EndDevice> getEndDevices() override;
-  std::vector<Port> getPorts() override;
-  std::vector<Volume> getVolumes() override;
-  Version getVersion() override;
-  std::wstring getServiceState() override;
-  std::vector<Volume> getVolumesInProgress() override;
 
-  // IMirnBasicActions
-  void rescan() override;
-
-  // IMirnDisksActions
-  void clearMetadata(VEX_HANDLE disk) override;
-  void markAsSpare(VEX_HANDLE disk, VEX_HANDLE array) override;
-  void unmarkAsSpare(VEX_HANDLE disk) override;
-  void markAsNormal(VEX_HANDLE disk) override;
-  void assignStoragePool(VEX_HANDLE disk, std::uint8_t pool) override;
-  void unlock(VEX_HANDLE disk, UserLevel level, const std::wstring& password) override;
-  void resetSmartEvent(VEX_HANDLE disk) override;
-  void removeDisk(const EndDevice& disk) override;
-
-  // IMirnArraysActions
-  void setWriteCacheState(VEX_HANDLE array, EnableState state) override;
-  void addDisks(VEX_HANDLE array, const std::vector<EndDevice>& disks) override;
-
-  // IMirnVolumesActions
-  void markAsNormal(const Volume& volume) override;
-  void rebuild(const Volume& volume, const EndDevice& disk) override;
-  void initialize(const Volume& volume) override;
-  void verify(const Volume& volume, bool repair) override;
-  void cancelVerify(const Volume& volume) override;
-  void rename(const Volume& volume, const std::wstring& name) override;
-  void expand(const Volume& volume, std::uint64_t newSize) override;
-  void setCachePolicy(const Volume& volume, CachePolicy policy) override;
-  void modifyRaidLevel(const Volume& volume, StripSize stripSize, RaidLevel raidLevel, std::uint64_t newSize,
-                       const std::vector<EndDevice>& disks) override;
-  void deleteVolume(const Volume& volume) override;
-  void createVolume(const Array& array, const std::wstring& name, StripSize stripSize, RaidLevel raidLevel,
-                    std::uint64_t size, const RwhRequest& rwh) override;
-  void createVolumeFromDisks(const std::vector<EndDevice>& disks, const std::wstring& name,
-                             StripSize stripSize, RaidLevel raidLevel, std::uint64_t size,
-                             const std::wstring& sourceDiskId, const RwhRequest& rwh) override;
-  void setRwhPolicy(const Volume& volume, const RwhRequest& rwh) override;
-
-  // IMirnControllersActions
-  void setReadPatrolState(VEX_HANDLE controller, EnableState state) override;
-  void setRohiState(VEX_HANDLE controller, EnableState state) override;
-
-  // IMirnPortsActions
-  void locate(const Port& port, EnableState state) override;
+  /// The shape of every action: upgrade ownership, the one library call, exclusive ownership, the check.
+  /// `precondition` runs under upgrade ownership, ahead of the call: while it looks, and until the call is
+  /// answered, nobody exchanges the picture. What it raises, this raises, with nothing done.
+  void carryOut(const LibraryCall& call, const std::function<void()>& precondition);
 
  protected:
   /// The body of the event thread.
@@ -126,32 +72,16 @@ class MirnSession : public IMirnSession,
   virtual std::int64_t lockTimeout() const;
 
  private:
-  using LibraryCall = std::function<VEX_STATUS()>;
-  using StatusCheck = std::function<void(VEX_STATUS)>;
-
-  template <class Member>
-  Member copyOf(Member MirnSnapshot::*member);
-  template <class Object>
-  std::vector<Object> objectsOfController(const std::wstring& controllerId,
-                                          std::vector<Object> MirnSnapshot::*objects,
-                                          MirnSnapshot::IdLists MirnSnapshot::*idLists);
-
   void readSettings();
   void loadFirstSnapshot();
   void refreshUnlocked();
   void refreshLocked();
 
-  /// The shape of every action: upgrade ownership, the one library call, exclusive ownership, the check.
-  void act(const LibraryCall& call, const StatusCheck& check);
-  void act(const LibraryCall& call);
-  /// With another error id for one status.
-  void actMapped(const LibraryCall& call, VEX_STATUS specialStatus, const char* errorId);
-  /// With the id of a disk or volume in the wrong state for the status that says so.
-  void actOnDisk(const LibraryCall& call);
-  void actOnVolume(const LibraryCall& call);
+  // SessionActions
+  void carryOut(const LibraryCall& call) override;
 
-  // Guarded by m_mutex.
-  MirnSnapshot m_snapshot;
+  // Exchanged whole, and guarded by m_mutex; the picture itself does not change.
+  Picture m_snapshot = std::make_shared<const IndexedSnapshot>();
 
   // Written by the thread that starts and stops, read by the event thread. Not set by a start that failed.
   std::atomic<bool> m_running{false};

@@ -1,6 +1,7 @@
 #ifndef MIRN_SESSION_READ_INTERFACE_H
 #define MIRN_SESSION_READ_INTERFACE_H
 
+#include <boost/optional.hpp>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -51,6 +52,21 @@ class IMirnSession {
   virtual std::wstring getServiceState() = 0;
   /// The volumes that rebuild, initialise, verify or migrate.
   virtual std::vector<Volume> getVolumesInProgress() = 0;
+
+  // One object: the first of its list with the id or name; none when there is no such.
+  virtual boost::optional<Raid> findRaid(const std::wstring& id) = 0;
+  virtual boost::optional<Controller> findController(const std::wstring& id) = 0;
+  virtual boost::optional<Array> findArray(const std::wstring& id) = 0;
+  virtual boost::optional<EndDevice> findEndDevice(const std::wstring& id) = 0;
+  /// One for each id, in order, all from one snapshot.
+  virtual std::vector<boost::optional<EndDevice>> findEndDevices(const std::vector<std::wstring>& ids) = 0;
+  virtual boost::optional<Port> findPort(const std::wstring& id) = 0;
+  virtual boost::optional<Volume> findVolume(const std::wstring& id) = 0;
+  virtual boost::optional<Volume> findVolumeByName(const std::wstring& name) = 0;
+
+  /// Those that name this array, in the order of the full list. Nobody asks whether there is such an array.
+  virtual std::vector<EndDevice> getArrayEndDevices(const std::wstring& arrayId) = 0;
+  virtual std::vector<Volume> getArrayVolumes(const std::wstring& arrayId) = 0;
 };
 
 #endif

@@ -1,6 +1,7 @@
 #include <algorithm>
+#include <iterator>
 
-#include "mirn_session.h"
+#include "snapshot_reads.h"
 
 // What a state means is spelled out for every state, so that the compiler names the places that a new one
 // concerns. Numbers that are no state fall through to the end.
@@ -87,22 +88,15 @@ bool isInProgress(const Volume& volume) {
 
 }  // namespace
 
-std::wstring MirnSession::getServiceState() {
-  std::vector<Volume> volumes;
-  std::vector<EndDevice> devices;
-  {
-    const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
-    volumes = m_snapshot.volumes;
-    devices = m_snapshot.endDevices;
-  }
-  const ServiceState ofVolumes = judged(ServiceState::NORMAL, volumes);
-  return toText(ofVolumes == ServiceState::FAILED ? ofVolumes : judged(ofVolumes, devices));
+std::wstring SnapshotReads::getServiceState() {
+  const Picture now = picture();
+  const ServiceState ofVolumes = judged(ServiceState::NORMAL, now->volumes);
+  return toText(ofVolumes == ServiceState::FAILED ? ofVolumes : judged(ofVolumes, now->endDevices));
 }
 
-std::vector<Volume> MirnSession::getVolumesInProgress() {
-  std::vector<Volume> volumes = getVolumes();
-  volumes.erase(std::remove_if(volumes.begin(), volumes.end(),
-                               [](const Volume& volume) { return !isInProgress(volume); }),
-                volumes.end());
+std::vector<Volume> SnapshotReads::getVolumesInProgress() {
+  const Picture now = picture();
+  std::vector<Volume> volumes;
+  std::copy_if(now->volumes.begin(), now->volumes.end(), std::back_inserter(volumes), isInProgress);
   return volumes;
 }

@@ -1,77 +1,133 @@
+#include "snapshot_reads.h"
+
 #include <algorithm>
+#include <iterator>
 
 #include "find_by_id.h"
 #include "lookup.h"
 #include "mirn_exception.h"
-#include "mirn_session.h"
 #include "session_messages.h"
 
 namespace {
 
 constexpr char kControllerNotFound[] = "Controller identifier not found";
 
-}  // namespace
-
-template <class Member>
-Member MirnSession::copyOf(Member MirnSnapshot::*member) {
-  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
-  return m_snapshot.*member;
+template <class Object>
+boost::optional<Object> copyOf(const Object* object) {
+  return object ? boost::optional<Object>(*object) : boost::none;
 }
 
+/// Those of a list that stand in an array, in its order.
 template <class Object>
-std::vector<Object> MirnSession::objectsOfController(const std::wstring& controllerId,
-                                                     std::vector<Object> MirnSnapshot::*objects,
-                                                     MirnSnapshot::IdLists MirnSnapshot::*idLists) {
-  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
-  findById(m_snapshot.controllers, controllerId, kErrorObjectNotFound, kControllerNotFound);
-  const std::vector<std::wstring>& ids = lookUp(m_snapshot.*idLists, controllerId);
+std::vector<Object> inArray(const std::vector<Object>& objects, const std::wstring& arrayId) {
+  std::vector<Object> result;
+  std::copy_if(objects.begin(), objects.end(), std::back_inserter(result),
+               [&](const Object& object) { return object.arrayId() == arrayId; });
+  return result;
+}
+
+}  // namespace
+
+template <class Object>
+std::vector<Object> SnapshotReads::objectsOfController(const std::wstring& controllerId,
+                                                       std::vector<Object> MirnSnapshot::*objects,
+                                                       MirnSnapshot::IdLists MirnSnapshot::*idLists) {
+  const Picture now = picture();
+  findById(now->controllers, controllerId, kErrorObjectNotFound, kControllerNotFound);
+  const std::vector<std::wstring>& ids = lookUp((*now).*idLists, controllerId);
 
   std::vector<Object> result;
-  for (const Object& object : m_snapshot.*objects) {
+  for (const Object& object : (*now).*objects) {
     // The snapshot keeps these lists sorted.
     if (std::binary_search(ids.begin(), ids.end(), object.id())) result.push_back(object);
   }
   return result;
 }
 
-std::vector<Raid> MirnSession::getRaids() { return copyOf(&MirnSnapshot::raids); }
+std::vector<Raid> SnapshotReads::getRaids() { return picture()->raids; }
 
-std::vector<RaidLevelSupport> MirnSession::getRaidLevels(const std::wstring& raidId) {
-  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
+std::vector<RaidLevelSupport> SnapshotReads::getRaidLevels(const std::wstring& raidId) {
+  const Picture now = picture();
   std::vector<RaidLevelSupport> levels;
-  for (const auto& entry : lookUp(m_snapshot.raidLevels, raidId)) levels.push_back(entry.second);
+  for (const auto& entry : lookUp(now->raidLevels, raidId)) levels.push_back(entry.second);
   return levels;
 }
 
-RaidLevelSupport MirnSession::getRaidLevel(const std::wstring& raidId, RaidLevel level) {
-  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
-  return lookUp(lookUp(m_snapshot.raidLevels, raidId), level);
+RaidLevelSupport SnapshotReads::getRaidLevel(const std::wstring& raidId, RaidLevel level) {
+  return lookUp(lookUp(picture()->raidLevels, raidId), level);
 }
 
-std::vector<Controller> MirnSession::getControllers() { return copyOf(&MirnSnapshot::controllers); }
+std::vector<Controller> SnapshotReads::getControllers() { return picture()->controllers; }
 
-std::vector<Array> MirnSession::getControllerArrays(const std::wstring& controllerId) {
+std::vector<Array> SnapshotReads::getControllerArrays(const std::wstring& controllerId) {
   return objectsOfController(controllerId, &MirnSnapshot::arrays, &MirnSnapshot::controllerArrays);
 }
 
-std::vector<Port> MirnSession::getControllerPorts(const std::wstring& controllerId) {
+std::vector<Port> SnapshotReads::getControllerPorts(const std::wstring& controllerId) {
   return objectsOfController(controllerId, &MirnSnapshot::ports, &MirnSnapshot::controllerPorts);
 }
 
-std::vector<Volume> MirnSession::getControllerVolumes(const std::wstring& controllerId) {
+std::vector<Volume> SnapshotReads::getControllerVolumes(const std::wstring& controllerId) {
   return objectsOfController(controllerId, &MirnSnapshot::volumes, &MirnSnapshot::controllerVolumes);
 }
 
-std::vector<Array> MirnSession::getArrays() { return copyOf(&MirnSnapshot::arrays); }
+std::vector<Array> SnapshotReads::getArrays() { return picture()->arrays; }
 
-std::vector<EndDevice> MirnSession::getEndDevices() { return copyOf(&MirnSnapshot::endDevices); }
+std::vector<EndDevice> SnapshotReads::getEndDevices() { return picture()->endDevices; }
 
-std::vector<Port> MirnSession::getPorts() { return copyOf(&MirnSnapshot::ports); }
+std::vector<Port> SnapshotReads::getPorts() { return picture()->ports; }
 
-std::vector<Volume> MirnSession::getVolumes() { return copyOf(&MirnSnapshot::volumes); }
+std::vector<Volume> SnapshotReads::getVolumes() { return picture()->volumes; }
 
-Version MirnSession::getVersion() {
-  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
-  if (!m_snapshot.version) throw MirnException(kErrorOperationFailed, kMsgNoVersion);
-  return *m_snapshot.version;
+Version SnapshotReads::getVersion() {
+  const Picture now = picture();
+  if (!now->version) throw MirnException(kErrorOperationFailed, kMsgNoVersion);
+  return *now->version;
+}
+
+boost::optional<Raid> SnapshotReads::findRaid(const std::wstring& id) {
+  return copyOf(picture()->raidsById.find(id));
+}
+
+boost::optional<Controller> SnapshotReads::findController(const std::wstring& id) {
+  return copyOf(picture()->controllersById.find(id));
+}
+
+boost::optional<Array> SnapshotReads::findArray(const std::wstring& id) {
+  return copyOf(picture()->arraysById.find(id));
+}
+
+boost::optional<EndDevice> SnapshotReads::findEndDevice(const std::wstring& id) {
+  return copyOf(picture()->endDevicesById.find(id));
+}
+
+std::vector<boost::optional<EndDevice>> SnapshotReads::findEndDevices(const std::vector<std::wstring>& ids) {
+  const Picture now = picture();
+  std::vector<boost::optional<EndDevice>> devices;
+  for (const std::wstring& id : ids) devices.push_back(copyOf(now->endDevicesById.find(id)));
+  return devices;
+}
+
+boost::optional<Port> SnapshotReads::findPort(const std::wstring& id) {
+  return copyOf(picture()->portsById.find(id));
+}
+
+boost::optional<Volume> SnapshotReads::findVolume(const std::wstring& id) {
+  return copyOf(picture()->volumesById.find(id));
+}
+
+boost::optional<Volume> SnapshotReads::findVolumeByName(const std::wstring& name) {
+  const Picture now = picture();
+  for (const Volume& volume : now->volumes) {
+    if (volume.name() == name) return volume;
+  }
+  return {};
+}
+
+std::vector<EndDevice> SnapshotReads::getArrayEndDevices(const std::wstring& arrayId) {
+  return inArray(picture()->endDevices, arrayId);
+}
+
+std::vector<Volume> SnapshotReads::getArrayVolumes(const std::wstring& arrayId) {
+  return inArray(picture()->volumes, arrayId);
 }

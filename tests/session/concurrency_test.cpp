@@ -52,6 +52,18 @@ class SessionConcurrency : public SessionTest {
         failureOf([&] { m_session.getVersion(); }),
         failureOf([&] { m_session.getServiceState(); }),
         failureOf([&] { m_session.getVolumesInProgress(); }),
+        failureOf([&] { m_session.findRaid(raid); }),
+        failureOf([&] { m_session.findController(sata); }),
+        failureOf([&] { m_session.findArray(L"1"); }),
+        failureOf([&] { m_session.findEndDevice(L"1"); }),
+        failureOf([&] {
+          m_session.findEndDevices({L"1", L"2"});
+        }),
+        failureOf([&] { m_session.findPort(L"1"); }),
+        failureOf([&] { m_session.findVolume(L"1"); }),
+        failureOf([&] { m_session.findVolumeByName(L"Data"); }),
+        failureOf([&] { m_session.getArrayEndDevices(L"1"); }),
+        failureOf([&] { m_session.getArrayVolumes(L"1"); }),
     };
   }
 

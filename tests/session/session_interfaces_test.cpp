@@ -22,7 +22,10 @@ TEST(SessionInterfaces, KeepTheirSlots) {
                      &Reads::getRaidLevels, &Reads::getRaidLevel, &Reads::getControllers,
                      &Reads::getControllerArrays, &Reads::getControllerPorts, &Reads::getControllerVolumes,
                      &Reads::getArrays, &Reads::getEndDevices, &Reads::getPorts, &Reads::getVolumes,
-                     &Reads::getVersion, &Reads::getServiceState, &Reads::getVolumesInProgress);
+                     &Reads::getVersion, &Reads::getServiceState, &Reads::getVolumesInProgress,
+                     &Reads::findRaid, &Reads::findController, &Reads::findArray, &Reads::findEndDevice,
+                     &Reads::findEndDevices, &Reads::findPort, &Reads::findVolume, &Reads::findVolumeByName,
+                     &Reads::getArrayEndDevices, &Reads::getArrayVolumes);
   expectSlotsInOrder(&IMirnBasicActions::rescan);
   using Disks = IMirnDisksActions;
   expectSlotsInOrder(&Disks::clearMetadata, &Disks::markAsSpare, &Disks::unmarkAsSpare, &Disks::markAsNormal,

@@ -110,6 +110,88 @@ TEST_F(SessionReads, MakeNoLibraryCall) {
   EXPECT_THAT(GivenReader::asked, IsEmpty());
 }
 
+// Single objects
+
+class SingleReads : public SessionReads {
+ protected:
+  /// Two objects of one id in each list, and one of another.
+  SingleReads() {
+    for (const VEX_HANDLE handle : {3u, 1u, 2u}) {
+      const std::wstring id = handle == 3 ? L"another" : L"id";
+      picture().raids.push_back(object<Raid>(handle, id));
+      picture().controllers.push_back(object<Controller>(handle, id));
+      picture().arrays.push_back(object<Array>(handle, id));
+      picture().endDevices.push_back(object<EndDevice>(handle, id));
+      picture().ports.push_back(object<Port>(handle, id));
+      picture().volumes.push_back(complete<Volume>().handle(handle).id(id).name(L"Name of " + id).build());
+    }
+    taken();
+  }
+
+  template <class Find>
+  void expectFirstOf(Find find) {
+    for (int round = 0; round < 2; ++round) {  // the index is made, and then used
+      EXPECT_EQ(find(L"id")->handle(), 1u);
+      EXPECT_EQ(find(L"another")->handle(), 3u);
+      for (const wchar_t* const unknown : {L"", L"i", L"id ", L"ID"}) EXPECT_FALSE(find(unknown));
+    }
+  }
+};
+
+TEST_F(SingleReads, FindTheFirstWithTheWholeId) {
+  expectFirstOf([this](const std::wstring& id) { return m_session.findRaid(id); });
+  expectFirstOf([this](const std::wstring& id) { return m_session.findController(id); });
+  expectFirstOf([this](const std::wstring& id) { return m_session.findArray(id); });
+  expectFirstOf([this](const std::wstring& id) { return m_session.findEndDevice(id); });
+  expectFirstOf([this](const std::wstring& id) { return m_session.findPort(id); });
+  expectFirstOf([this](const std::wstring& id) { return m_session.findVolume(id); });
+}
+
+TEST_F(SingleReads, FindAVolumeByItsName) {
+  EXPECT_EQ(m_session.findVolumeByName(L"Name of id")->handle(), 1u);
+  EXPECT_FALSE(m_session.findVolumeByName(L"id"));
+}
+
+TEST_F(SingleReads, FindSeveralDevicesInTheOrderAsked) {
+  const auto found = m_session.findEndDevices({L"another", L"unknown", L"id", L"another"});
+  ASSERT_EQ(found.size(), 4u);
+  EXPECT_EQ(found[0]->handle(), 3u);
+  EXPECT_FALSE(found[1]);
+  EXPECT_EQ(found[2]->handle(), 1u);
+  EXPECT_EQ(found[3]->handle(), 3u);
+}
+
+TEST_F(SingleReads, FindWhatTheNextPictureHas) {
+  EXPECT_TRUE(m_session.findVolume(L"another"));
+  picture().volumes = {object<Volume>(4, L"new")};
+  taken();
+  EXPECT_FALSE(m_session.findVolume(L"another"));
+  EXPECT_EQ(m_session.findVolume(L"new")->handle(), 4u);
+}
+
+TEST_F(SingleReads, AreAnsweredFromAPictureThatIsHeld) {
+  const Picture held = m_session.picture();
+  picture() = {};
+  taken();
+  EXPECT_EQ(held->volumesById.find(L"another")->handle(), 3u);
+  EXPECT_EQ(m_session.picture()->volumesById.find(L"another"), nullptr);
+}
+
+TEST_F(SessionReads, GiveWhatNamesAnArrayInTheOrderOfTheFullList) {
+  picture().arrays = {object<Array>(1, L"array")};
+  for (const VEX_HANDLE handle : {12u, 11u, 13u}) {
+    const VEX_HANDLE array = handle == 13 ? 0 : 1;
+    const std::wstring id = std::to_wstring(handle);
+    picture().endDevices.push_back(complete<EndDevice>().handle(handle).id(id).arrayHandle(array).build());
+    picture().volumes.push_back(complete<Volume>().handle(handle).id(id).arrayHandle(array).build());
+  }
+  taken();
+  EXPECT_THAT(idsOf(m_session.getArrayEndDevices(L"array")), ElementsAre(L"11", L"12"));
+  EXPECT_THAT(idsOf(m_session.getArrayVolumes(L"array")), ElementsAre(L"11", L"12"));
+  EXPECT_THAT(idsOf(m_session.getArrayEndDevices(L"")), ElementsAre(L"13")) << "those in no array";
+  EXPECT_THAT(m_session.getArrayVolumes(L"unknown"), IsEmpty());
+}
+
 // What hangs under a controller
 
 class ReadsUnderAController : public SessionReads {

@@ -51,6 +51,25 @@ auto made(const std::vector<Maker>& makers) {
   return objects;
 }
 
+template <class Object, class Predicate>
+boost::optional<Object> firstOf(const std::vector<Object>& objects, Predicate predicate) {
+  const auto found = std::find_if(objects.begin(), objects.end(), predicate);
+  return found == objects.end() ? boost::none : boost::optional<Object>(*found);
+}
+
+template <class Object>
+boost::optional<Object> withId(const std::vector<Object>& objects, const std::wstring& id) {
+  return firstOf(objects, [&](const Object& object) { return object.id() == id; });
+}
+
+template <class Object>
+std::vector<Object> inArray(std::vector<Object> objects, const std::wstring& arrayId) {
+  const auto end = std::remove_if(objects.begin(), objects.end(),
+                                  [&](const Object& object) { return object.arrayId() != arrayId; });
+  objects.erase(end, objects.end());
+  return objects;
+}
+
 /// Those of the makers that a controller's list names.
 template <class Maker>
 std::vector<Maker> listed(const std::vector<Maker>& makers, const FakeSession::IdsById& idsByController,
@@ -165,6 +184,32 @@ std::wstring FakeSession::getServiceState() {
 std::vector<Volume> FakeSession::getVolumesInProgress() {
   read("getVolumesInProgress");
   return made(volumesInProgress);
+}
+
+boost::optional<Raid> FakeSession::findRaid(const std::wstring& id) { return withId(getRaids(), id); }
+boost::optional<Controller> FakeSession::findController(const std::wstring& id) {
+  return withId(getControllers(), id);
+}
+boost::optional<Array> FakeSession::findArray(const std::wstring& id) { return withId(getArrays(), id); }
+boost::optional<EndDevice> FakeSession::findEndDevice(const std::wstring& id) {
+  return withId(getEndDevices(), id);
+}
+std::vector<boost::optional<EndDevice>> FakeSession::findEndDevices(const std::vector<std::wstring>& ids) {
+  const std::vector<EndDevice> all = getEndDevices();
+  std::vector<boost::optional<EndDevice>> found;
+  for (const std::wstring& id : ids) found.push_back(withId(all, id));
+  return found;
+}
+boost::optional<Port> FakeSession::findPort(const std::wstring& id) { return withId(getPorts(), id); }
+boost::optional<Volume> FakeSession::findVolume(const std::wstring& id) { return withId(getVolumes(), id); }
+boost::optional<Volume> FakeSession::findVolumeByName(const std::wstring& name) {
+  return firstOf(getVolumes(), [&](const Volume& volume) { return volume.name() == name; });
+}
+std::vector<EndDevice> FakeSession::getArrayEndDevices(const std::wstring& arrayId) {
+  return inArray(getEndDevices(), arrayId);
+}
+std::vector<Volume> FakeSession::getArrayVolumes(const std::wstring& arrayId) {
+  return inArray(getVolumes(), arrayId);
 }
 
 void FakeSession::rescan() { act("rescan"); }

@@ -72,6 +72,17 @@ class FakeSession : public IMirnSession,
   Version getVersion() override;
   std::wstring getServiceState() override;
   std::vector<Volume> getVolumesInProgress() override;
+  // Read the whole lists, as `reads` tells.
+  boost::optional<Raid> findRaid(const std::wstring& id) override;
+  boost::optional<Controller> findController(const std::wstring& id) override;
+  boost::optional<Array> findArray(const std::wstring& id) override;
+  boost::optional<EndDevice> findEndDevice(const std::wstring& id) override;
+  std::vector<boost::optional<EndDevice>> findEndDevices(const std::vector<std::wstring>& ids) override;
+  boost::optional<Port> findPort(const std::wstring& id) override;
+  boost::optional<Volume> findVolume(const std::wstring& id) override;
+  boost::optional<Volume> findVolumeByName(const std::wstring& name) override;
+  std::vector<EndDevice> getArrayEndDevices(const std::wstring& arrayId) override;
+  std::vector<Volume> getArrayVolumes(const std::wstring& arrayId) override;
 
   void rescan() override;
 

@@ -6,28 +6,39 @@
 #include <utility>
 
 #include "assert_reporter.h"
+#include "builder_flags.h"
 
 /// What a build step says that fails by exception.
 constexpr char kNotFullyInitialized[] = "Not fully initialized";
 
-/// The one mechanism behind every builder of the model: one flag a field, in the order of the fields, and an
-/// instance under construction. A builder derives from it, has one setter a field and one build step, and
-/// hands out no object with a forgotten field. Setting a field twice is harmless. Builders live on
-/// one stack frame.
+/// The one mechanism behind every builder of the model: one flag for each field that the class's list demands,
+/// in the order of the list (field.h), and an instance under construction. A builder derives from it, has one
+/// setter a field and one build step, and hands out no object with a forgotten field. Setting a field twice is
+/// harmless. Builders live on one stack frame.
 ///
-///     class Disk::Builder : public ModelBuilder<Disk::Builder, Disk, 2> {
+///     class Disk::Builder : public ModelBuilder<Disk::Builder, Disk> {
 ///      public:
 ///       Builder() : ModelBuilder(Disk()) {}
-///       Builder& id(std::wstring value) { return set<0>(m_object.m_id, std::move(value)); }
-///       Builder& size(std::uint64_t value) { return set<1>(m_object.m_size, value); }
+///       Builder& id(std::wstring value) { return set<&Disk::m_id>(std::move(value)); }
+///       Builder& size(std::uint64_t value) { return set<&Disk::m_size>(value); }
 ///       Disk build() const { return builtOrAssert("src\\common\\disk", __LINE__); }
 ///     };
-template <class Derived, class Object, std::size_t kFlagCount>
+template <class Derived, class Object, std::size_t kFlagCount = flagCount<Object>()>
 class ModelBuilder {
+ public:
+  /// Stores the value, notes that the field has one, and lets calls chain. For whoever walks the list of
+  /// fields; others call the setters.
+  template <auto kMember>
+  Derived& set(field::ValueOf<kMember> value) {
+    constexpr std::size_t kFlag = flagOf<kMember>();
+    m_flags.set(kFlag);
+    m_object.*kMember = std::move(value);
+    return static_cast<Derived&>(*this);
+  }
+
  protected:
   explicit ModelBuilder(Object object) : m_object(std::move(object)) {}
 
-  /// Stores the value, notes that the field has one, and lets calls chain.
   template <std::size_t kFlag, class Field>
   Derived& set(Field& field, Field value) {
     static_assert(kFlag < kFlagCount, "the class has no such flag");

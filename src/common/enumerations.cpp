@@ -1,5 +1,6 @@
 #include "enumerations.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "lookup.h"
@@ -206,27 +207,60 @@ const Tables& tables() {
 }
 [[maybe_unused]] const Tables& kBuiltAtLoad = tables();
 
+/// The texts of an enumeration on their way out: a table, and the word for every value that it lacks, where
+/// there is one.
+template <class Table>
+struct Texts {
+  const Table& table;
+  const wchar_t* otherwise;
+};
+template <class Table>
+Texts(const Table&, const wchar_t*) -> Texts<Table>;
+
+auto textsOf(RaidLevel) { return Texts{tables().raidLevels, kUnknown}; }
+auto textsOf(StripSize) { return Texts{tables().stripSizes.left, L"SIZE_UNKNOWN"}; }
+auto textsOf(RwhPolicy) { return Texts{tables().rwhPolicies.left, L"RWH_OFF"}; }
+auto textsOf(EnableState) { return Texts{tables().enableStates.left, kUnknown}; }
+auto textsOf(VolumeState) { return Texts{tables().volumeStates, kUnknown}; }
+auto textsOf(CachePolicy) { return Texts{tables().cachePolicies, kUnknown}; }
+auto textsOf(ArrayState) { return Texts{tables().arrayStates, kUnknown}; }
+auto textsOf(WriteCacheState) { return Texts{tables().writeCacheStates, kUnknown}; }
+auto textsOf(ControllerType) { return Texts{tables().controllerTypes, kUnknown}; }
+auto textsOf(ControllerMode) { return Texts{tables().controllerModes, kUnknown}; }
+auto textsOf(DeviceType) { return Texts{tables().deviceTypes, kUnknown}; }
+auto textsOf(LinkSpeed) { return Texts{tables().linkSpeeds, kUnknown}; }
+auto textsOf(DiskType) { return Texts{tables().diskTypes, kUnknown}; }
+auto textsOf(DiskState) { return Texts{tables().diskStates, kUnknown}; }
+auto textsOf(DiskUsage) { return Texts{tables().diskUsages, kUnknown}; }
+auto textsOf(X8Disk) { return Texts{tables().x8Disks, kUnknown}; }
+auto textsOf(PortLocalDeviceType) { return Texts{tables().portLocalDeviceTypes, kUnknown}; }
+auto textsOf(ServiceState) { return Texts{tables().serviceStates, nullptr}; }
+
+template <class Enumeration>
+std::wstring textOf(Enumeration value) {
+  const auto texts = textsOf(value);
+  return lookUpOr(texts.table, value, texts.otherwise);
+}
+
 }  // namespace
 
-std::wstring toText(RaidLevel value) { return lookUpOr(tables().raidLevels, value, kUnknown); }
-std::wstring toText(StripSize value) { return lookUpOr(tables().stripSizes.left, value, L"SIZE_UNKNOWN"); }
-std::wstring toText(RwhPolicy value) { return lookUpOr(tables().rwhPolicies.left, value, L"RWH_OFF"); }
-std::wstring toText(EnableState value) { return lookUpOr(tables().enableStates.left, value, kUnknown); }
-std::wstring toText(VolumeState value) { return lookUpOr(tables().volumeStates, value, kUnknown); }
-std::wstring toText(CachePolicy value) { return lookUpOr(tables().cachePolicies, value, kUnknown); }
-std::wstring toText(ArrayState value) { return lookUpOr(tables().arrayStates, value, kUnknown); }
-std::wstring toText(WriteCacheState value) { return lookUpOr(tables().writeCacheStates, value, kUnknown); }
-std::wstring toText(ControllerType value) { return lookUpOr(tables().controllerTypes, value, kUnknown); }
-std::wstring toText(ControllerMode value) { return lookUpOr(tables().controllerModes, value, kUnknown); }
-std::wstring toText(DeviceType value) { return lookUpOr(tables().deviceTypes, value, kUnknown); }
-std::wstring toText(LinkSpeed value) { return lookUpOr(tables().linkSpeeds, value, kUnknown); }
-std::wstring toText(DiskType value) { return lookUpOr(tables().diskTypes, value, kUnknown); }
-std::wstring toText(DiskState value) { return lookUpOr(tables().diskStates, value, kUnknown); }
-std::wstring toText(DiskUsage value) { return lookUpOr(tables().diskUsages, value, kUnknown); }
-std::wstring toText(X8Disk value) { return lookUpOr(tables().x8Disks, value, kUnknown); }
-std::wstring toText(PortLocalDeviceType value) {
-  return lookUpOr(tables().portLocalDeviceTypes, value, kUnknown);
-}
+std::wstring toText(RaidLevel value) { return textOf(value); }
+std::wstring toText(StripSize value) { return textOf(value); }
+std::wstring toText(RwhPolicy value) { return textOf(value); }
+std::wstring toText(EnableState value) { return textOf(value); }
+std::wstring toText(VolumeState value) { return textOf(value); }
+std::wstring toText(CachePolicy value) { return textOf(value); }
+std::wstring toText(ArrayState value) { return textOf(value); }
+std::wstring toText(WriteCacheState value) { return textOf(value); }
+std::wstring toText(ControllerType value) { return textOf(value); }
+std::wstring toText(ControllerMode value) { return textOf(value); }
+std::wstring toText(DeviceType value) { return textOf(value); }
+std::wstring toText(LinkSpeed value) { return textOf(value); }
+std::wstring toText(DiskType value) { return textOf(value); }
+std::wstring toText(DiskState value) { return textOf(value); }
+std::wstring toText(DiskUsage value) { return textOf(value); }
+std::wstring toText(X8Disk value) { return textOf(value); }
+std::wstring toText(PortLocalDeviceType value) { return textOf(value); }
 
 std::wstring toText(ServiceState value) {
   try {
@@ -235,6 +269,37 @@ std::wstring toText(ServiceState value) {
     throw std::invalid_argument(kInvalidArgument);
   }
 }
+
+template <class Enumeration>
+std::vector<std::wstring> wordsOf() {
+  const auto texts = textsOf(Enumeration{});
+  std::vector<std::wstring> words;
+  const auto add = [&words](const std::wstring& word) {
+    if (std::find(words.begin(), words.end(), word) == words.end()) words.push_back(word);
+  };
+  for (const auto& row : texts.table) add(row.second);
+  if (texts.otherwise != nullptr) add(texts.otherwise);
+  return words;
+}
+
+template std::vector<std::wstring> wordsOf<RaidLevel>();
+template std::vector<std::wstring> wordsOf<StripSize>();
+template std::vector<std::wstring> wordsOf<RwhPolicy>();
+template std::vector<std::wstring> wordsOf<EnableState>();
+template std::vector<std::wstring> wordsOf<VolumeState>();
+template std::vector<std::wstring> wordsOf<CachePolicy>();
+template std::vector<std::wstring> wordsOf<ArrayState>();
+template std::vector<std::wstring> wordsOf<WriteCacheState>();
+template std::vector<std::wstring> wordsOf<ControllerType>();
+template std::vector<std::wstring> wordsOf<ControllerMode>();
+template std::vector<std::wstring> wordsOf<DeviceType>();
+template std::vector<std::wstring> wordsOf<LinkSpeed>();
+template std::vector<std::wstring> wordsOf<DiskType>();
+template std::vector<std::wstring> wordsOf<DiskState>();
+template std::vector<std::wstring> wordsOf<DiskUsage>();
+template std::vector<std::wstring> wordsOf<X8Disk>();
+template std::vector<std::wstring> wordsOf<PortLocalDeviceType>();
+template std::vector<std::wstring> wordsOf<ServiceState>();
 
 RaidLevel raidLevelFromText(const std::wstring& text) {
   return lookUpOr(tables().raidLevelsByText, text, RaidLevel::RAID_UNKNOWN);

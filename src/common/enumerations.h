@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 /// Every enumeration of the model: its numbers inside the program and its texts on the wire. All functions
 /// here are safe from any thread and from static initialisation; a value without a text, or a text without a
@@ -136,6 +137,11 @@ std::wstring toText(X8Disk value);
 std::wstring toText(PortLocalDeviceType value);  ///< Like all between here and above: else "UNKNOWN".
 /// A value without a text raises `std::invalid_argument` with "Invalid argument".
 std::wstring toText(ServiceState value);
+
+/// Every word that `toText` gives for a value of the enumeration, each once, in the order of the values; the
+/// word for a value without a text comes last, unless a value has it.
+template <class Enumeration>
+std::vector<std::wstring> wordsOf();
 
 /// Wider than the texts of `toText`: a level that is known but cannot be created gives `RAID_INVALID`, a word
 /// that is no level `RAID_UNKNOWN`.

@@ -8,6 +8,7 @@
 
 #include "builder.h"
 #include "enumerations.h"
+#include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
 
@@ -26,12 +27,24 @@ class Volume {
   struct Verify {
     std::uint32_t errors = 0;
     std::uint32_t badBlocks = 0;
+
+    template <class Walk>
+    static constexpr void fields(Walk& walk) {
+      walk(field::number<&Verify::errors>(L"errors", L"Inconsistencies found.").asProgress());
+      walk(field::number<&Verify::badBlocks>(L"badBlocks", L"Unreadable blocks found.").asProgress());
+    }
   };
 
   /// Bytes.
   struct SectorSize {
     std::uint32_t logical = 0;
     std::uint32_t physical = 0;
+
+    template <class Walk>
+    static constexpr void fields(Walk& walk) {
+      walk(field::size<&SectorSize::logical>(L"logical", L"The sector that commands count in."));
+      walk(field::size<&SectorSize::physical>(L"physical", L"The sector that the media are written in."));
+    }
   };
 
   const std::wstring& id() const { return m_id; }
@@ -61,6 +74,12 @@ class Volume {
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
+  /// The schema of that form, as `field::schemaOf` gives it.
+  static ovra::data_transfer::ServiceObject schema();
+
+  /// Every field, see field.h.
+  template <class Walk>
+  static constexpr void fields(Walk& walk);
 
  private:
   Volume() = default;
@@ -89,32 +108,68 @@ class Volume {
   RwhPolicy m_rwhPolicy = RwhPolicy::NONE;
 };
 
+template <class Walk>
+constexpr void Volume::fields(Walk& walk) {
+  using namespace field;
+  constexpr auto kHasJournalingDrive = [](const Volume& volume) {
+    return volume.m_rwhPolicy == RwhPolicy::RWH_JOURNALING_DRIVE;
+  };
+  walk(text<&Volume::m_id>(L"id", L"Names the volume; stays the same across restarts."));
+  walk(kept<&Volume::m_handle>(L"handle"));
+  walk(link<&Volume::m_arrayId>(L"arrayId", L"array", L"The array that the volume lies on."));
+  walk(kept<&Volume::m_arrayHandle>(L"arrayHandle"));
+  walk(number<&Volume::m_arrayOrdinal>(L"arrayOrdinal", L"Its place among the volumes of the array."));
+  walk(text<&Volume::m_name>(L"name", L"The name that its owner gave it."));
+  walk(word<&Volume::m_state>(L"state", L"How the volume is, or what is being done to it."));
+  walk(word<&Volume::m_raidLevel>(L"raidLevel", L"How the data are spread over the disks."));
+  walk(size<&Volume::m_totalSize>(L"totalSize", L"What the volume holds."));
+  walk(word<&Volume::m_stripSize>(L"stripSize", L"How much of a stripe lies on one disk; N/A under RAID 1."));
+  walk(number<&Volume::m_numDisks>(L"numDisks", L"How many disks it is spread over."));
+  walk(number<&Volume::m_migrProgress>(L"migrProgress", L"How far the work under way is.")
+           .measuredIn(kPercent)
+           .asProgress());
+  walk(word<&Volume::m_cachePolicy>(L"cachePolicy", L"How writes pass through the cache."));
+  walk(flag<&Volume::m_systemVolume>(L"systemVolume", L"Whether the running system lies on it."));
+  walk(flag<&Volume::m_migration>(L"migration", L"Whether its data are being laid out anew."));
+  walk(flag<&Volume::m_initialized>(L"initialized", L"Whether its redundancy has been written once."));
+  walk(part<&Volume::m_verify>(L"verify", L"What verification has counted."));
+  walk(part<&Volume::m_sectorSize>(L"sectorSize", L"The volume's sectors."));
+  walk(link<&Volume::m_journalingDriveId>(L"journalingDriveId", L"disk",
+                                          L"The disk that holds the write-hole journal; empty when lost.")
+           .onlyIf(kHasJournalingDrive, L"rwhPolicy is RWH_JOURNALING_DRIVE"));
+  walk(kept<&Volume::m_journalingDriveHandle>(L"journalingDriveHandle"));
+  walk(word<&Volume::m_rwhPolicy>(L"rwhPolicy", L"How the volume is kept from the RAID write hole."));
+}
+
+/// Whether clients see the same, and all links lead to the same objects.
+bool sameForm(const Volume& one, const Volume& other);
+/// The same, but for how far work is and what verification has counted.
+bool sameStructure(const Volume& one, const Volume& other);
+
 /// A forgotten field raises `InitializationException`.
-class Volume::Builder : public ModelBuilder<Volume::Builder, Volume, 19> {
+class Volume::Builder : public ModelBuilder<Volume::Builder, Volume> {
  public:
   Builder() : ModelBuilder(Volume()) {}
 
-  Builder& id(std::wstring value) { return set<0>(m_object.m_id, std::move(value)); }
-  Builder& handle(VEX_HANDLE value) { return set<1>(m_object.m_handle, value); }
-  Builder& arrayHandle(VEX_HANDLE value) { return set<2>(m_object.m_arrayHandle, value); }
-  Builder& arrayOrdinal(std::uint32_t value) { return set<3>(m_object.m_arrayOrdinal, value); }
-  Builder& name(std::wstring value) { return set<4>(m_object.m_name, std::move(value)); }
-  Builder& state(VolumeState value) { return set<5>(m_object.m_state, value); }
-  Builder& raidLevel(RaidLevel value) { return set<6>(m_object.m_raidLevel, value); }
-  Builder& totalSize(std::uint64_t value) { return set<7>(m_object.m_totalSize, value); }
-  Builder& stripSize(StripSize value) { return set<8>(m_object.m_stripSize, value); }
-  Builder& numDisks(std::uint32_t value) { return set<9>(m_object.m_numDisks, value); }
-  Builder& migrProgress(std::uint32_t value) { return set<10>(m_object.m_migrProgress, value); }
-  Builder& cachePolicy(CachePolicy value) { return set<11>(m_object.m_cachePolicy, value); }
-  Builder& systemVolume(bool value) { return set<12>(m_object.m_systemVolume, value); }
-  Builder& migration(bool value) { return set<13>(m_object.m_migration, value); }
-  Builder& initialized(bool value) { return set<14>(m_object.m_initialized, value); }
-  Builder& verify(Verify value) { return set<15>(m_object.m_verify, value); }
-  Builder& sectorSize(SectorSize value) { return set<16>(m_object.m_sectorSize, value); }
-  Builder& journalingDriveHandle(VEX_HANDLE value) {
-    return set<17>(m_object.m_journalingDriveHandle, value);
-  }
-  Builder& rwhPolicy(RwhPolicy value) { return set<18>(m_object.m_rwhPolicy, value); }
+  Builder& id(std::wstring value) { return set<&Volume::m_id>(std::move(value)); }
+  Builder& handle(VEX_HANDLE value) { return set<&Volume::m_handle>(value); }
+  Builder& arrayHandle(VEX_HANDLE value) { return set<&Volume::m_arrayHandle>(value); }
+  Builder& arrayOrdinal(std::uint32_t value) { return set<&Volume::m_arrayOrdinal>(value); }
+  Builder& name(std::wstring value) { return set<&Volume::m_name>(std::move(value)); }
+  Builder& state(VolumeState value) { return set<&Volume::m_state>(value); }
+  Builder& raidLevel(RaidLevel value) { return set<&Volume::m_raidLevel>(value); }
+  Builder& totalSize(std::uint64_t value) { return set<&Volume::m_totalSize>(value); }
+  Builder& stripSize(StripSize value) { return set<&Volume::m_stripSize>(value); }
+  Builder& numDisks(std::uint32_t value) { return set<&Volume::m_numDisks>(value); }
+  Builder& migrProgress(std::uint32_t value) { return set<&Volume::m_migrProgress>(value); }
+  Builder& cachePolicy(CachePolicy value) { return set<&Volume::m_cachePolicy>(value); }
+  Builder& systemVolume(bool value) { return set<&Volume::m_systemVolume>(value); }
+  Builder& migration(bool value) { return set<&Volume::m_migration>(value); }
+  Builder& initialized(bool value) { return set<&Volume::m_initialized>(value); }
+  Builder& verify(Verify value) { return set<&Volume::m_verify>(value); }
+  Builder& sectorSize(SectorSize value) { return set<&Volume::m_sectorSize>(value); }
+  Builder& journalingDriveHandle(VEX_HANDLE value) { return set<&Volume::m_journalingDriveHandle>(value); }
+  Builder& rwhPolicy(RwhPolicy value) { return set<&Volume::m_rwhPolicy>(value); }
 
   Volume build() const;
 };

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "event_time.h"
+#include "event_words.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -16,10 +17,6 @@ constexpr wchar_t kEventType[] = L"event_type";
 constexpr wchar_t kEventSource[] = L"event_source";
 constexpr wchar_t kEventSourceName[] = L"event_source_name";
 constexpr wchar_t kDescription[] = L"description";
-
-constexpr wchar_t kDiskSource[] = L"DISK";
-constexpr wchar_t kVolumeSource[] = L"VOLUME";
-constexpr wchar_t kAt[] = L" at ";
 
 }  // namespace
 
@@ -35,35 +32,38 @@ disk_event::disk_event(EventSeverity severity, DiskEventType type, EndDevice dev
     : base_event(severity, static_cast<std::int32_t>(type)), m_device(std::move(device)) {}
 
 ServiceObject disk_event::toServiceObject() const {
-  const auto name = toText(m_device.disk().type) + L" " + m_device.serialNumber();
+  const auto name = diskSourceName(m_device.disk().type, m_device.serialNumber());
   auto object = base_event::toServiceObject();
   object.member(kEventSource) = std::wstring(kDiskSource);
   object.member(kEventSourceName) = name;
-  object.member(kDescription) = name + kAt + m_device.address() + L" " + getDescription();
+  object.member(kDescription) = diskSentence(name, m_device.address(), diskType());
   return object;
 }
 
-std::wstring disk_event::getTypeName() const { return typeName(static_cast<DiskEventType>(type())); }
+std::wstring disk_event::getTypeName() const { return typeName(diskType()); }
 
-std::wstring disk_event::getDescription() const {
-  return descriptionText(static_cast<DiskEventType>(type()));
-}
+std::wstring disk_event::getDescription() const { return descriptionText(diskType()); }
 
-volume_event::volume_event(EventSeverity severity, VolumeEventType type, Volume volume)
-    : base_event(severity, static_cast<std::int32_t>(type)), m_volume(std::move(volume)) {}
+EventSummary disk_event::summary() const { return EventSummary::ofDisk(severity(), diskType(), m_device); }
+
+volume_event::volume_event(EventSeverity severity, VolumeEventType type, Volume volume,
+                           const VolumeStates& states)
+    : base_event(severity, static_cast<std::int32_t>(type)), m_volume(std::move(volume)), m_states(states) {}
 
 ServiceObject volume_event::toServiceObject() const {
   auto object = base_event::toServiceObject();
   object.member(kEventSource) = std::wstring(kVolumeSource);
   object.member(kEventSourceName) = m_volume.name();
-  object.member(kDescription) = m_volume.name() + L" " + getDescription();
+  object.member(kDescription) = volumeSentence(m_volume.name(), volumeType());
   return object;
 }
 
-std::wstring volume_event::getTypeName() const { return typeName(static_cast<VolumeEventType>(type())); }
+std::wstring volume_event::getTypeName() const { return typeName(volumeType()); }
 
-std::wstring volume_event::getDescription() const {
-  return descriptionText(static_cast<VolumeEventType>(type()));
+std::wstring volume_event::getDescription() const { return descriptionText(volumeType()); }
+
+EventSummary volume_event::summary() const {
+  return EventSummary::ofVolume(severity(), volumeType(), m_volume, m_states);
 }
 
 }  // namespace mirn_events

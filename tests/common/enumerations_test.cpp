@@ -6,6 +6,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -21,6 +22,18 @@ void expectTexts(const std::map<int, std::wstring>& texts, const std::wstring& o
     const auto row = texts.find(number);
     EXPECT_EQ(toText(static_cast<Value>(number)), row != texts.end() ? row->second : other) << number;
   }
+  std::set<std::wstring> all = {other};
+  for (const auto& row : texts) all.insert(row.second);
+  const std::vector<std::wstring> words = wordsOf<Value>();
+  EXPECT_EQ(std::set<std::wstring>(words.begin(), words.end()), all);
+  EXPECT_EQ(words.size(), all.size());
+}
+
+TEST(EnumerationWords, ComeInTheOrderOfTheValues) {
+  EXPECT_EQ(wordsOf<RwhPolicy>(),
+            (std::vector<std::wstring>{L"RWH_OFF", L"RWH_DISTRIBUTED", L"RWH_JOURNALING_DRIVE"}));
+  EXPECT_EQ(wordsOf<X8Disk>(), (std::vector<std::wstring>{L"X8_A", L"X8_B", L"UNKNOWN"}));
+  EXPECT_EQ(wordsOf<ServiceState>(), (std::vector<std::wstring>{L"WARNING", L"NORMAL", L"FAILED"}));
 }
 
 TEST(EnumerationTexts, OfRaidLevels) {

@@ -12,6 +12,7 @@
 #include "service_exceptions.h"
 #include "text.h"
 #include "VEXL2.h"
+#include "whole_picture.h"
 
 namespace {
 
@@ -96,6 +97,10 @@ bool mirn_plugin::waitForChange(const ovra::PluginPosition& known, std::int64_t 
 
 ovra::data_transfer::ServiceObject mirn_plugin::eventsAfter(std::uint64_t sequence, std::uint64_t limit) {
   return EventJournal::instance().getAfter(sequence, limit).toServiceObject();
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::picture() {
+  return wholePicture(m_session.datedPicture(), m_session);
 }
 
 ovra::data_transfer::ServiceObject mirn_plugin::rehearse(std::wstring path, std::int32_t method,

@@ -13,11 +13,15 @@
 #include "plugin_extensions.h"
 
 /// The one plug-in of the module: opens and closes the storage library, owns the session and a listener for
-/// each branch of the path tree, and hands every request to the listener of its path key.
+/// each branch of the path tree, and hands every request to the listener of its path key. Tells a host more by the
+/// interfaces of plugin_extensions.h.
 ///
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
-class mirn_plugin : public ovra::BasePlugin, public ovra::rehearsed_plugin_1, public ovra::guarded_plugin_1 {
+class mirn_plugin : public ovra::BasePlugin,
+                    public ovra::watched_plugin_1,
+                    public ovra::rehearsed_plugin_1,
+                    public ovra::guarded_plugin_1 {
  public:
   /// Makes no library call and starts no thread.
   mirn_plugin();
@@ -39,9 +43,10 @@ class mirn_plugin : public ovra::BasePlugin, public ovra::rehearsed_plugin_1, pu
                                                    ovra::data_transfer::ServiceObject body) override;
 
   // watched_plugin_1: works before `initialize` and after `finish`, too; then nobody waits.
-  ovra::PluginPosition position();
-  bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds);
-  ovra::data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit);
+  ovra::PluginPosition position() override;
+  bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds) override;
+  ovra::data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit) override;
+  ovra::data_transfer::ServiceObject picture() override;
 
   // rehearsed_plugin_1: refused before `initialize` and after `finish`, as requests are.
   ovra::data_transfer::ServiceObject rehearse(std::wstring path, std::int32_t method,

@@ -1,7 +1,5 @@
 #include "snapshot_comparison.h"
 
-#include "form_sameness.h"
-
 #include <algorithm>
 #include <utility>
 

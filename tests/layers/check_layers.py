@@ -43,8 +43,9 @@ LAYERS = [
     ("catalogue", ["src/catalogue/*"], MODEL + ["framework", "validator", "session interfaces"]),
     ("listeners", ["src/listeners/*"],
      MODEL + ["framework", "validator", "events", "session interfaces", "catalogue"]),
-    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/listener_table.*", "src/plugin/rehears*"],
-     MODEL + ["framework", "validator", "logging", "closed library", "events", "session interfaces", "session",
+    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/listener_table.*", "src/plugin/rehears*",
+      "src/plugin/whole_picture.*"],
+     MODEL + ["base", "framework", "validator", "logging", "closed library", "events", "session interfaces", "session",
               "catalogue", "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "event_time.h"
+#include "published_fields.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -21,26 +22,70 @@ constexpr wchar_t kDiskSource[] = L"DISK";
 constexpr wchar_t kVolumeSource[] = L"VOLUME";
 constexpr wchar_t kAt[] = L" at ";
 
+struct SeverityWord : field::kinds::ByValue {
+  static void put(PublishedForm& form, const wchar_t* key, EventSeverity value) {
+    form.text(key, toText(value));
+  }
+  static void describe(ServiceObject& schema) {
+    field::kinds::describeWords(
+        schema, {toText(EventSeverity::INFO), toText(EventSeverity::WARNING), toText(EventSeverity::ERROR)});
+  }
+};
+
+struct EventForm {
+  std::wstring creationTime;
+  EventSeverity severity;
+  std::wstring type;
+
+  template <class Walk>
+  static constexpr void fields(Walk& walk) {
+    using namespace field;
+    walk(text<&EventForm::creationTime>(kCreationTime,
+                                        L"When it was seen, in local time; empty when unknown."));
+    walk(of<SeverityWord, &EventForm::severity>(kSeverity, L"How grave it is."));
+    walk(text<&EventForm::type>(kEventType, L"What happened."));
+  }
+};
+
+struct SourcedEventForm : EventForm {
+  std::wstring source;
+  std::wstring sourceName;
+  std::wstring description;
+
+  template <class Walk>
+  static constexpr void fields(Walk& walk) {
+    using namespace field;
+    EventForm::fields(walk);
+    walk(text<&SourcedEventForm::source>(kEventSource, L"DISK or VOLUME."));
+    walk(text<&SourcedEventForm::sourceName>(kEventSourceName, L"What it happened to, by its name."));
+    walk(text<&SourcedEventForm::description>(kDescription, L"The whole story in a sentence."));
+  }
+};
+
 }  // namespace
 
 ServiceObject base_event::toServiceObject() const {
-  ServiceObject object;
-  object.member(kCreationTime) = eventTimeText(m_creationTime);
-  object.member(kSeverity) = toText(m_severity);
-  object.member(kEventType) = getTypeName();
-  return object;
+  return field::formOf<EventForm>(EventForm{eventTimeText(m_creationTime), m_severity, getTypeName()});
 }
+
+ServiceObject base_event::formOf(std::wstring source, std::wstring sourceName, std::wstring subject) const {
+  const SourcedEventForm form{
+      {eventTimeText(m_creationTime), m_severity, getTypeName()},
+      std::move(source),
+      std::move(sourceName),
+      subject + L" " + getDescription(),
+  };
+  return field::formOf<SourcedEventForm>(form);
+}
+
+ServiceObject eventSchema() { return field::schemaOf<SourcedEventForm>(); }
 
 disk_event::disk_event(EventSeverity severity, DiskEventType type, EndDevice device)
     : base_event(severity, static_cast<std::int32_t>(type)), m_device(std::move(device)) {}
 
 ServiceObject disk_event::toServiceObject() const {
   const auto name = toText(m_device.disk().type) + L" " + m_device.serialNumber();
-  auto object = base_event::toServiceObject();
-  object.member(kEventSource) = std::wstring(kDiskSource);
-  object.member(kEventSourceName) = name;
-  object.member(kDescription) = name + kAt + m_device.address() + L" " + getDescription();
-  return object;
+  return formOf(kDiskSource, name, name + kAt + m_device.address());
 }
 
 std::wstring disk_event::getTypeName() const { return typeName(static_cast<DiskEventType>(type())); }
@@ -53,11 +98,7 @@ volume_event::volume_event(EventSeverity severity, VolumeEventType type, Volume 
     : base_event(severity, static_cast<std::int32_t>(type)), m_volume(std::move(volume)) {}
 
 ServiceObject volume_event::toServiceObject() const {
-  auto object = base_event::toServiceObject();
-  object.member(kEventSource) = std::wstring(kVolumeSource);
-  object.member(kEventSourceName) = m_volume.name();
-  object.member(kDescription) = m_volume.name() + L" " + getDescription();
-  return object;
+  return formOf(kVolumeSource, m_volume.name(), m_volume.name());
 }
 
 std::wstring volume_event::getTypeName() const { return typeName(static_cast<VolumeEventType>(type())); }

@@ -37,6 +37,10 @@ class base_event {
  protected:
   base_event(EventSeverity severity, std::int32_t type) : m_severity(severity), m_type(type) {}
 
+  /// All fields; `subject` begins the description.
+  ovra::data_transfer::ServiceObject formOf(std::wstring source, std::wstring sourceName,
+                                            std::wstring subject) const;
+
  private:
   friend class ::EventJournal;
 
@@ -74,6 +78,9 @@ class volume_event : public base_event {
  private:
   Volume m_volume;
 };
+
+/// The schema of the events' forms, as `field::schemaOf` gives it.
+ovra::data_transfer::ServiceObject eventSchema();
 
 }  // namespace mirn_events
 

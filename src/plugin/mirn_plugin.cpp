@@ -10,6 +10,7 @@
 #include "logger.h"
 #include "lookup.h"
 #include "mirn_exception.h"
+#include "plugin_description.h"
 #include "plugin_identity.h"
 #include "plugin_log_line.h"
 #include "ports_listener.h"
@@ -95,4 +96,9 @@ ovra::data_transfer::ServiceObject mirn_plugin::handleRequest(std::wstring path,
   if (m_initialized == 0) throw ListenerException(kErrorOffline, wideToUtf8(kMsgPluginNotWorking));
   return lookUp(m_listeners, path)
       ->handleRequest(method, std::move(segments), std::move(parameters), std::move(body));
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::describe() {
+  static const ovra::data_transfer::ServiceObject description = describePlugin();
+  return description;
 }

@@ -10,13 +10,14 @@
 #include "base_plugin.h"
 #include "listener_interface.h"
 #include "mirn_session.h"
+#include "plugin_extensions.h"
 
 /// The one plug-in of the module: opens and closes the storage library, owns the session and a listener for
 /// each branch of the path tree, and hands every request to the listener of its path key.
 ///
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
-class mirn_plugin : public ovra::BasePlugin {
+class mirn_plugin : public ovra::BasePlugin, public ovra::described_plugin_1 {
  public:
   /// Makes no library call and starts no thread.
   mirn_plugin();
@@ -35,6 +36,9 @@ class mirn_plugin : public ovra::BasePlugin {
                                                    std::vector<std::wstring> segments,
                                                    std::map<std::wstring, std::wstring> parameters,
                                                    ovra::data_transfer::ServiceObject body) override;
+
+  /// See plugin_description.h. Made once.
+  ovra::data_transfer::ServiceObject describe() override;
 
  private:
   void addListeners();

@@ -40,11 +40,12 @@ LAYERS = [
      MODEL),
     ("session", ["src/session/*"],
      MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
-    ("catalogue", ["src/catalogue/*"], MODEL + ["framework", "validator", "session interfaces"]),
+    ("catalogue", ["src/catalogue/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"],
      MODEL + ["framework", "validator", "events", "session interfaces", "catalogue"]),
-    ("plug-in object", ["src/plugin/mirn_plugin.*"],
-     MODEL + ["framework", "logging", "closed library", "session interfaces", "session", "listeners"]),
+    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/plugin_description.*"],
+     MODEL + ["framework", "logging", "closed library", "library", "session interfaces", "session", "catalogue",
+      "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.

@@ -166,8 +166,9 @@ class Recorder {
  public:
   explicit Recorder(EventJournal& journal) : m_journal(journal) {}
 
-  void add(const Volume& volume, VolumeEventType type, EventSeverity severity = EventSeverity::INFO) {
-    m_journal.add(std::make_shared<mirn_events::volume_event>(severity, type, volume));
+  void add(const Volume& volume, VolumeEventType type, const VolumeStates& states,
+           EventSeverity severity = EventSeverity::INFO) {
+    m_journal.add(std::make_shared<mirn_events::volume_event>(severity, type, volume, states));
   }
 
   void add(const EndDevice& device, DiskEventType type, EventSeverity severity = EventSeverity::INFO) {
@@ -176,7 +177,7 @@ class Recorder {
 
   void addChange(const Volume& before, const Volume& after) {
     if (const auto change = changeOf(before.state(), after.state()))
-      add(after, change->type, change->severity);
+      add(after, change->type, {before.state(), after.state()}, change->severity);
   }
 
   void addChange(const EndDevice& before, const EndDevice& after) {
@@ -201,13 +202,14 @@ void compareVolumes(const std::vector<Volume>& oldVolumes, const std::vector<Vol
   const IdIndex newById(newVolumes);
   Recorder recorder(journal);
   for (const auto& volume : oldVolumes) {
-    if (!newById.find(volume.id())) recorder.add(volume, VolumeEventType::VOLUME_DELETED);
+    if (!newById.find(volume.id()))
+      recorder.add(volume, VolumeEventType::VOLUME_DELETED, {volume.state(), boost::none});
   }
   for (const auto& volume : newVolumes) {
     if (const auto* before = oldById.find(volume.id())) {
       recorder.addChange(*before, volume);
     } else {
-      recorder.add(volume, VolumeEventType::VOLUME_ADDED);
+      recorder.add(volume, VolumeEventType::VOLUME_ADDED, {boost::none, volume.state()});
     }
   }
 }

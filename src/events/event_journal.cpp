@@ -33,11 +33,15 @@ EventJournal::EventJournal(TickClock clock) : m_clock(std::move(clock)), m_maxEv
 
 void EventJournal::add(Event event) {
   if (!event) return;
+  EventSummary summary = event->summary();
   const Uninterrupted wait;
   const boost::unique_lock<boost::shared_mutex> lock(m_mutex);
-  event->m_creationTime = m_clock();
+  const std::int64_t now = m_clock();
+  event->m_creationTime = now;
   m_events.push_front(std::move(event));
   if (m_events.size() > m_maxEvents) m_events.pop_back();
+  m_ring.add(std::move(summary), now);
+  m_sequence = m_ring.newest();
 }
 
 std::vector<EventJournal::Event> EventJournal::getRecent(std::uint64_t seconds) const {
@@ -50,4 +54,10 @@ std::vector<EventJournal::Event> EventJournal::getRecent(std::uint64_t seconds) 
     recent.push_back(event);
   }
   return recent;
+}
+
+EventRing::Part EventJournal::getAfter(std::uint64_t sequence, std::uint64_t limit) const {
+  const Uninterrupted wait;
+  const boost::shared_lock<boost::shared_mutex> lock(m_mutex);
+  return m_ring.after(sequence, limit);
 }

@@ -1,6 +1,7 @@
 #ifndef MIRN_EVENTS_EVENT_JOURNAL_H
 #define MIRN_EVENTS_EVENT_JOURNAL_H
 
+#include <atomic>
 #include <boost/thread/shared_mutex.hpp>
 #include <cstdint>
 #include <deque>
@@ -8,9 +9,10 @@
 #include <vector>
 
 #include "event_records.h"
+#include "event_ring.h"
 #include "tick_clock.h"
 
-/// The last 1000 events, in memory only. Every operation is safe from any thread. The journal calls nobody
+/// The last 1000 events, and many more in short; in memory only. Every operation is safe from any thread. The journal calls nobody
 /// but its clock, so that it may be used under the session's lock.
 class EventJournal {
  public:
@@ -29,6 +31,13 @@ class EventJournal {
   /// every event; 0 takes those of the present tick.
   std::vector<Event> getRecent(std::uint64_t seconds) const;
 
+  /// The events with a number above `sequence`, oldest first, at most `limit`, in short. Their times are those
+  /// of the events.
+  EventRing::Part getAfter(std::uint64_t sequence, std::uint64_t limit) const;
+
+  /// The number of the newest event, which is how many there have been. Takes no lock.
+  std::uint64_t sequence() const { return m_sequence; }
+
  private:
   // Constant after construction.
   const TickClock m_clock;
@@ -36,6 +45,8 @@ class EventJournal {
 
   mutable boost::shared_mutex m_mutex;
   std::deque<Event> m_events;  ///< Newest at the front; guarded by m_mutex.
+  EventRing m_ring;            ///< Likewise.
+  std::atomic<std::uint64_t> m_sequence{0};
 };
 
 #endif

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "event_time.h"
+#include "event_words.h"
 #include "published_fields.h"
 
 using ovra::data_transfer::ServiceObject;
@@ -17,10 +18,6 @@ constexpr wchar_t kEventType[] = L"event_type";
 constexpr wchar_t kEventSource[] = L"event_source";
 constexpr wchar_t kEventSourceName[] = L"event_source_name";
 constexpr wchar_t kDescription[] = L"description";
-
-constexpr wchar_t kDiskSource[] = L"DISK";
-constexpr wchar_t kVolumeSource[] = L"VOLUME";
-constexpr wchar_t kAt[] = L" at ";
 
 struct SeverityWord : field::kinds::ByValue {
   static void put(PublishedForm& form, const wchar_t* key, EventSeverity value) {
@@ -68,12 +65,12 @@ ServiceObject base_event::toServiceObject() const {
   return field::formOf<EventForm>(EventForm{eventTimeText(m_creationTime), m_severity, getTypeName()});
 }
 
-ServiceObject base_event::formOf(std::wstring source, std::wstring sourceName, std::wstring subject) const {
+ServiceObject base_event::formOf(std::wstring source, std::wstring sourceName, std::wstring description) const {
   const SourcedEventForm form{
       {eventTimeText(m_creationTime), m_severity, getTypeName()},
       std::move(source),
       std::move(sourceName),
-      subject + L" " + getDescription(),
+      std::move(description),
   };
   return field::formOf<SourcedEventForm>(form);
 }
@@ -84,27 +81,30 @@ disk_event::disk_event(EventSeverity severity, DiskEventType type, EndDevice dev
     : base_event(severity, static_cast<std::int32_t>(type)), m_device(std::move(device)) {}
 
 ServiceObject disk_event::toServiceObject() const {
-  const auto name = toText(m_device.disk().type) + L" " + m_device.serialNumber();
-  return formOf(kDiskSource, name, name + kAt + m_device.address());
+  const auto name = diskSourceName(m_device.disk().type, m_device.serialNumber());
+  return formOf(kDiskSource, name, diskSentence(name, m_device.address(), diskType()));
 }
 
-std::wstring disk_event::getTypeName() const { return typeName(static_cast<DiskEventType>(type())); }
+std::wstring disk_event::getTypeName() const { return typeName(diskType()); }
 
-std::wstring disk_event::getDescription() const {
-  return descriptionText(static_cast<DiskEventType>(type()));
-}
+std::wstring disk_event::getDescription() const { return descriptionText(diskType()); }
 
-volume_event::volume_event(EventSeverity severity, VolumeEventType type, Volume volume)
-    : base_event(severity, static_cast<std::int32_t>(type)), m_volume(std::move(volume)) {}
+EventSummary disk_event::summary() const { return EventSummary::ofDisk(severity(), diskType(), m_device); }
+
+volume_event::volume_event(EventSeverity severity, VolumeEventType type, Volume volume,
+                           const VolumeStates& states)
+    : base_event(severity, static_cast<std::int32_t>(type)), m_volume(std::move(volume)), m_states(states) {}
 
 ServiceObject volume_event::toServiceObject() const {
-  return formOf(kVolumeSource, m_volume.name(), m_volume.name());
+  return formOf(kVolumeSource, m_volume.name(), volumeSentence(m_volume.name(), volumeType()));
 }
 
-std::wstring volume_event::getTypeName() const { return typeName(static_cast<VolumeEventType>(type())); }
+std::wstring volume_event::getTypeName() const { return typeName(volumeType()); }
 
-std::wstring volume_event::getDescription() const {
-  return descriptionText(static_cast<VolumeEventType>(type()));
+std::wstring volume_event::getDescription() const { return descriptionText(volumeType()); }
+
+EventSummary volume_event::summary() const {
+  return EventSummary::ofVolume(severity(), volumeType(), m_volume, m_states);
 }
 
 }  // namespace mirn_events

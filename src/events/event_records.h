@@ -5,6 +5,7 @@
 #include <string>
 
 #include "enddevice.h"
+#include "event_summary.h"
 #include "event_types.h"
 #include "ServiceObject.h"
 #include "volume.h"
@@ -27,6 +28,8 @@ class base_event {
   virtual std::wstring getTypeName() const = 0;
   /// What happened to the object.
   virtual std::wstring getDescription() const = 0;
+  /// The event without its object; not yet stamped.
+  virtual EventSummary summary() const = 0;
 
   /// Ticks since the Unix epoch; 0 until the journal stamps the event.
   std::int64_t creationTime() const { return m_creationTime; }
@@ -37,9 +40,9 @@ class base_event {
  protected:
   base_event(EventSeverity severity, std::int32_t type) : m_severity(severity), m_type(type) {}
 
-  /// All fields; `subject` begins the description.
+  /// All fields, of which these are not the same for all classes.
   ovra::data_transfer::ServiceObject formOf(std::wstring source, std::wstring sourceName,
-                                            std::wstring subject) const;
+                                            std::wstring description) const;
 
  private:
   friend class ::EventJournal;
@@ -57,26 +60,33 @@ class disk_event : public base_event {
   ovra::data_transfer::ServiceObject toServiceObject() const override;
   std::wstring getTypeName() const override;
   std::wstring getDescription() const override;
+  EventSummary summary() const override;
 
   const EndDevice& device() const { return m_device; }
 
  private:
+  DiskEventType diskType() const { return static_cast<DiskEventType>(type()); }
+
   EndDevice m_device;
 };
 
 /// Keeps the volume as it was, so that a deleted one can still be named.
 class volume_event : public base_event {
  public:
-  volume_event(EventSeverity severity, VolumeEventType type, Volume volume);
+  volume_event(EventSeverity severity, VolumeEventType type, Volume volume, const VolumeStates& states = {});
 
   ovra::data_transfer::ServiceObject toServiceObject() const override;
   std::wstring getTypeName() const override;
   std::wstring getDescription() const override;
+  EventSummary summary() const override;
 
   const Volume& volume() const { return m_volume; }
 
  private:
+  VolumeEventType volumeType() const { return static_cast<VolumeEventType>(type()); }
+
   Volume m_volume;
+  VolumeStates m_states;
 };
 
 /// The schema of the events' forms, as `field::schemaOf` gives it.

@@ -1,7 +1,5 @@
 #include "volumes_listener.h"
 
-#include <algorithm>
-
 #include "answers.h"
 #include "messages.h"
 #include "request_words.h"
@@ -67,13 +65,9 @@ ServiceObject resizeVolume(IMirnSession* session, IMirnVolumesActions* actions, 
 }
 
 bool isCachePolicySupported(IMirnSession& session, const Volume& volume) {
-  for (const Controller& controller : session.getControllers()) {
-    const std::vector<Volume> volumes = session.getControllerVolumes(controller.id());
-    const bool holds = std::any_of(volumes.begin(), volumes.end(),
-                                   [&](const Volume& other) { return other.id() == volume.id(); });
-    if (holds) return controller.supportedFunctions().volumeSetCachePolicy();
-  }
-  refuse(kErrorObjectNotFound, kMsgControllerNotFound);
+  const Controller controller =
+      foundOrRefused(session.findControllerOfVolume(volume.id()), kMsgControllerNotFound);
+  return controller.supportedFunctions().volumeSetCachePolicy();
 }
 
 ServiceObject setCachePolicy(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,

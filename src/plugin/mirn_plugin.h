@@ -17,14 +17,18 @@
 ///
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
-class mirn_plugin : public ovra::BasePlugin, public ovra::described_plugin_1 {
+class mirn_plugin : public ovra::BasePlugin,
+                    public ovra::described_plugin_1,
+                    public ovra::rehearsed_plugin_1,
+                    public ovra::guarded_plugin_1 {
  public:
   /// Makes no library call and starts no thread.
   mirn_plugin();
 
   /// False when the library or the session refuses; the reason is logged.
   bool initialize() override;
-  /// Requests are refused from its first step on, so that none reaches a closing library.
+  /// Requests are refused from its first step on, so that none reaches a closing library. Returns when all who
+  /// wait for a change have left.
   void finish() override;
   /// Asks the library at each call. Says nothing of requests, which go on being served.
   std::int32_t getStatus() override;
@@ -37,11 +41,35 @@ class mirn_plugin : public ovra::BasePlugin, public ovra::described_plugin_1 {
                                                    std::map<std::wstring, std::wstring> parameters,
                                                    ovra::data_transfer::ServiceObject body) override;
 
-  /// See plugin_description.h. Made once.
+  // described_plugin_1: made once; see plugin_description.h.
   ovra::data_transfer::ServiceObject describe() override;
+
+  // watched_plugin_1: works before `initialize` and after `finish`, too; then nobody waits.
+  ovra::PluginPosition position();
+  bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds);
+  ovra::data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit);
+
+  // rehearsed_plugin_1: refused before `initialize` and after `finish`, as requests are.
+  ovra::data_transfer::ServiceObject rehearse(std::wstring path, std::int32_t method,
+                                              std::vector<std::wstring> segments,
+                                              std::map<std::wstring, std::wstring> parameters,
+                                              ovra::data_transfer::ServiceObject body) override;
+  ovra::data_transfer::ServiceObject rehearseEach(
+      std::wstring path, std::int32_t method, std::vector<std::wstring> segments,
+      std::map<std::wstring, std::wstring> parameters, ovra::data_transfer::ServiceObject body,
+      std::wstring argument, std::vector<ovra::data_transfer::ServiceObject> values) override;
+
+  // guarded_plugin_1
+  ovra::data_transfer::ServiceObject handleRequestAt(const std::wstring& epoch, std::uint64_t structure,
+                                                     std::wstring path, std::int32_t method,
+                                                     std::vector<std::wstring> segments,
+                                                     std::map<std::wstring, std::wstring> parameters,
+                                                     ovra::data_transfer::ServiceObject body) override;
 
  private:
   void addListeners();
+  /// Raises "Mirn_OFFLINE" where no request may be served.
+  void requireWorking() const;
 
   /// 1: the library is open and the session started. Read by every request, written by
   /// `initialize` and `finish`.

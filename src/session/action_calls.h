@@ -6,48 +6,48 @@
 #include <vector>
 
 #include "action_interfaces.h"
-#include "library_call.h"
+#include "prepared_call.h"
 
 /// What each action of the session comes to: its checks, which raise as action_interfaces.h tells, and then
 /// the one call that it makes of the library. None calls anything outside, nor looks at the picture.
 namespace action_calls {
 
-LibraryCall rescan();
+PreparedCall rescan();
 
-LibraryCall clearMetadata(VEX_HANDLE disk);
-LibraryCall markAsSpare(VEX_HANDLE disk, VEX_HANDLE array);
-LibraryCall unmarkAsSpare(VEX_HANDLE disk);
-LibraryCall markAsNormal(VEX_HANDLE disk);
-LibraryCall assignStoragePool(VEX_HANDLE disk, std::uint8_t pool);
-LibraryCall unlock(VEX_HANDLE disk, UserLevel level, const std::wstring& password);
-LibraryCall resetSmartEvent(VEX_HANDLE disk);
-LibraryCall removeDisk(const EndDevice& disk);
+PreparedCall clearMetadata(VEX_HANDLE disk);
+PreparedCall markAsSpare(VEX_HANDLE disk, VEX_HANDLE array);
+PreparedCall unmarkAsSpare(VEX_HANDLE disk);
+PreparedCall markAsNormal(VEX_HANDLE disk);
+PreparedCall assignStoragePool(VEX_HANDLE disk, std::uint8_t pool);
+PreparedCall unlock(VEX_HANDLE disk, UserLevel level, const std::wstring& password);
+PreparedCall resetSmartEvent(VEX_HANDLE disk);
+PreparedCall removeDisk(const EndDevice& disk);
 
-LibraryCall setWriteCacheState(VEX_HANDLE array, EnableState state);
-LibraryCall addDisks(VEX_HANDLE array, const std::vector<EndDevice>& disks);
+PreparedCall setWriteCacheState(VEX_HANDLE array, EnableState state);
+PreparedCall addDisks(VEX_HANDLE array, const std::vector<EndDevice>& disks);
 
-LibraryCall markAsNormal(const Volume& volume);
-LibraryCall rebuild(const Volume& volume, const EndDevice& disk);
-LibraryCall initialize(const Volume& volume);
-LibraryCall verify(const Volume& volume, bool repair);
-LibraryCall cancelVerify(const Volume& volume);
-LibraryCall rename(const Volume& volume, const std::wstring& name);
-LibraryCall expand(const Volume& volume, std::uint64_t newSize);
-LibraryCall setCachePolicy(const Volume& volume, CachePolicy policy);
-LibraryCall modifyRaidLevel(const Volume& volume, StripSize stripSize, RaidLevel raidLevel,
-                            std::uint64_t newSize, const std::vector<EndDevice>& disks);
-LibraryCall deleteVolume(const Volume& volume);
-LibraryCall createVolume(const Array& array, const std::wstring& name, StripSize stripSize,
-                         RaidLevel raidLevel, std::uint64_t size, const RwhRequest& rwh);
-LibraryCall createVolumeFromDisks(const std::vector<EndDevice>& disks, const std::wstring& name,
-                                  StripSize stripSize, RaidLevel raidLevel, std::uint64_t size,
-                                  const std::wstring& sourceDiskId, const RwhRequest& rwh);
-LibraryCall setRwhPolicy(const Volume& volume, const RwhRequest& rwh);
+PreparedCall markAsNormal(const Volume& volume);
+PreparedCall rebuild(const Volume& volume, const EndDevice& disk);
+PreparedCall initialize(const Volume& volume);
+PreparedCall verify(const Volume& volume, bool repair);
+PreparedCall cancelVerify(const Volume& volume);
+PreparedCall rename(const Volume& volume, const std::wstring& name);
+PreparedCall expand(const Volume& volume, std::uint64_t newSize);
+PreparedCall setCachePolicy(const Volume& volume, CachePolicy policy);
+PreparedCall modifyRaidLevel(const Volume& volume, StripSize stripSize, RaidLevel raidLevel,
+                             std::uint64_t newSize, const std::vector<EndDevice>& disks);
+PreparedCall deleteVolume(const Volume& volume);
+PreparedCall createVolume(const Array& array, const std::wstring& name, StripSize stripSize,
+                          RaidLevel raidLevel, std::uint64_t size, const RwhRequest& rwh);
+PreparedCall createVolumeFromDisks(const std::vector<EndDevice>& disks, const std::wstring& name,
+                                   StripSize stripSize, RaidLevel raidLevel, std::uint64_t size,
+                                   const std::wstring& sourceDiskId, const RwhRequest& rwh);
+PreparedCall setRwhPolicy(const Volume& volume, const RwhRequest& rwh);
 
-LibraryCall setReadPatrolState(VEX_HANDLE controller, EnableState state);
-LibraryCall setRohiState(VEX_HANDLE controller, EnableState state);
+PreparedCall setReadPatrolState(VEX_HANDLE controller, EnableState state);
+PreparedCall setRohiState(VEX_HANDLE controller, EnableState state);
 
-LibraryCall locate(const Port& port, EnableState state);
+PreparedCall locate(const Port& port, EnableState state);
 
 }  // namespace action_calls
 

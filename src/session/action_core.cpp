@@ -2,11 +2,11 @@
 #include "mirn_session.h"
 #include "status_text.h"
 
-void MirnSession::carryOut(const LibraryCall& call) {
+void MirnSession::carryOut(const PreparedCall& call) {
   carryOut(call, [] {});
 }
 
-void MirnSession::carryOut(const LibraryCall& call, const std::function<void()>& precondition) {
+void MirnSession::carryOut(const PreparedCall& call, const std::function<void()>& precondition) {
   UpgradeOwnership ownership = acquireUpgrade(m_mutex, m_lockTimeout);
   precondition();
   const VEX_STATUS status = call.make();

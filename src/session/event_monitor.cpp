@@ -7,16 +7,12 @@
 #include "mirn_exception.h"
 #include "mirn_session.h"
 #include "plugin_log_line.h"
+#include "snapshot_comparison.h"
+#include "tick_clock.h"
 
 namespace {
 
 constexpr std::uint32_t kEventWaitMilliseconds = 5000;
-
-void recordDifferences(const MirnSnapshot& before, const MirnSnapshot& now) {
-  EventJournal& journal = EventJournal::instance();
-  compareVolumes(before.volumes, now.volumes, journal);
-  compareEndDevices(before.endDevices, now.endDevices, journal);
-}
 
 void logFailedRefresh(const MirnException& error) {
   ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
@@ -46,22 +42,49 @@ void MirnSession::refresh(bool alreadyLocked) {
   }
 }
 
-/// Readers go on with the old picture while the new one is taken; only the exchange shuts them out. The
-/// comparison runs without the lock.
+/// Readers go on with the old picture while the new one is taken and looked at; only the exchange shuts them
+/// out. Events are recorded without the lock.
 void MirnSession::refreshUnlocked() {
   Picture now;
   Picture exchanged;
   {
     UpgradeOwnership ownership = acquireUpgradeUntimed(m_mutex);
-    now = exchanged = std::make_shared<const IndexedSnapshot>(takeSnapshot());
+    now = exchanged = takePicture();
+    const SnapshotDifference difference = differenceBetween(*m_snapshot, *now);
     const ExclusiveStep exclusive(ownership);
     std::swap(m_snapshot, exchanged);
+    notePicture(difference);
   }
-  recordDifferences(*exchanged, *now);
+  recordEvents(*exchanged, *now);
 }
 
 void MirnSession::refreshLocked() {
-  Picture exchanged = std::make_shared<const IndexedSnapshot>(takeSnapshot());
+  Picture exchanged = takePicture();
+  const SnapshotDifference difference = differenceBetween(*m_snapshot, *exchanged);
   std::swap(m_snapshot, exchanged);
-  recordDifferences(*exchanged, *m_snapshot);
+  notePicture(difference);
+  recordEvents(*exchanged, *m_snapshot);
+}
+
+void MirnSession::recordEvents(const MirnSnapshot& before, const MirnSnapshot& now) {
+  EventJournal& journal = EventJournal::instance();
+  compareVolumes(before.volumes, now.volumes, journal);
+  compareEndDevices(before.endDevices, now.endDevices, journal);
+  m_changes.announceEvents();
+}
+
+void MirnSession::notePicture(SnapshotDifference difference) {
+  m_changes.raise(difference);
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  m_times = {currentTicks(), boost::none};
+}
+
+void MirnSession::noteNoPicture() {
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  m_times = {};
+}
+
+void MirnSession::noteFailure(const char* words) {
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  m_times.failure = PictureTimes::Failure{currentTicks(), words};
 }

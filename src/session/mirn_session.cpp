@@ -2,10 +2,12 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "logger.h"
 #include "mirn_exception.h"
 #include "plugin_log_line.h"
+#include "snapshot_comparison.h"
 #include "status_text.h"
 #include "vex_exception.h"
 #include "vex_info.h"
@@ -70,6 +72,7 @@ void MirnSession::start() {
     m_running = false;
     throw;
   }
+  m_changes.open();
 }
 
 std::thread MirnSession::launchEventThread() { return std::thread(&MirnSession::eventLoop, this); }
@@ -78,6 +81,7 @@ std::int64_t MirnSession::lockTimeout() const { return kLockTimeout; }
 
 void MirnSession::stop() {
   m_running = false;
+  m_changes.close();
   if (m_eventThread.joinable()) m_eventThread.join();
 }
 
@@ -86,13 +90,35 @@ Picture MirnSession::picture() {
   return m_snapshot;
 }
 
+DatedPicture MirnSession::datedPicture() {
+  const SharedOwnership ownership = acquireShared(m_mutex, m_lockTimeout);
+  const std::lock_guard<std::mutex> lock(m_timesMutex);
+  return {m_snapshot, m_times, m_changes.position()};
+}
+
 void MirnSession::loadFirstSnapshot() {
   const UniqueOwnership ownership = acquireUnique(m_mutex, m_lockTimeout);
-  m_snapshot = std::make_shared<const IndexedSnapshot>();
+  const Picture before = std::exchange(m_snapshot, std::make_shared<const IndexedSnapshot>());
+  noteNoPicture();
   try {
-    m_snapshot = std::make_shared<const IndexedSnapshot>(takeSnapshot());
+    m_snapshot = takePicture();
+    notePicture(differenceBetween(*before, *m_snapshot));
+    return;
   } catch (const MirnException& error) {
     ovra::Logger::instance().log(LogLevel::kWarning, pluginLogLine(error.what()));
+  } catch (...) {
+    m_changes.raise(differenceBetween(*before, *m_snapshot));
+    throw;
+  }
+  m_changes.raise(differenceBetween(*before, *m_snapshot));
+}
+
+Picture MirnSession::takePicture() {
+  try {
+    return std::make_shared<const IndexedSnapshot>(takeSnapshot());
+  } catch (const std::exception& error) {
+    noteFailure(error.what());
+    throw;
   }
 }
 

@@ -5,12 +5,15 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <thread>
 
+#include "change_watch.h"
+#include "dated_picture.h"
 #include "indexed_snapshot.h"
-#include "library_call.h"
 #include "mirn_snapshot.h"
 #include "plugin_setting.h"
+#include "prepared_call.h"
 #include "session_actions.h"
 #include "session_locks.h"
 #include "snapshot_reads.h"
@@ -34,8 +37,8 @@ class MirnSession : public SnapshotReads, public SessionActions {
   /// `std::system_error` when no thread can be launched; `VexException` as from `takeSnapshot`. The library
   /// must be initialised. Not for two threads at once, nor beside `stop`.
   void start();
-  /// Ends the event thread and waits for it: one library wait, up to five seconds. Does nothing if
-  /// it doesn't run.
+  /// Sends away whoever waits for a change, ends the event thread and waits for it: one library wait, up to
+  /// five seconds. Does nothing if it doesn't run.
   void stop();
 
   /// Replaces the picture by a new one and records the differences as events. A `MirnException` on the way is
@@ -51,8 +54,13 @@ class MirnSession : public SnapshotReads, public SessionActions {
   /// The same, with `errorId` in place of the status's own when the status is `specialStatus`.
   void checkStatusMapped(VEX_STATUS status, VEX_STATUS specialStatus, const char* errorId);
 
+  /// Where the picture stands. Open while the event thread runs.
+  ChangeWatch& changes() { return m_changes; }
+
   /// The picture in use, taken over under shared ownership.
   Picture picture() override;
+  /// The same, and what is to be told of it at that moment.
+  DatedPicture datedPicture();
 
   // IMirnSession, beside what `SnapshotReads` has
   bool setLocateTimeout(std::int64_t seconds) override;
@@ -61,7 +69,7 @@ class MirnSession : public SnapshotReads, public SessionActions {
   /// The shape of every action: upgrade ownership, the one library call, exclusive ownership, the check.
   /// `precondition` runs under upgrade ownership, ahead of the call: while it looks, and until the call is
   /// answered, nobody exchanges the picture. What it raises, this raises, with nothing done.
-  void carryOut(const LibraryCall& call, const std::function<void()>& precondition);
+  void carryOut(const PreparedCall& call, const std::function<void()>& precondition);
 
  protected:
   /// The body of the event thread.
@@ -70,18 +78,30 @@ class MirnSession : public SnapshotReads, public SessionActions {
   virtual std::thread launchEventThread();
   /// What `start` sets `m_lockTimeout` to.
   virtual std::int64_t lockTimeout() const;
+  /// Records how the picture in use differs from the one before. Ahead of it, clients have the picture.
+  virtual void recordEvents(const MirnSnapshot& before, const MirnSnapshot& now);
 
  private:
   void readSettings();
   void loadFirstSnapshot();
   void refreshUnlocked();
   void refreshLocked();
+  Picture takePicture();
+  /// The picture in use is another one now, which differs so far. For callers with exclusive ownership.
+  void notePicture(SnapshotDifference difference);
+  void noteNoPicture();
+  void noteFailure(const char* words);
 
   // SessionActions
-  void carryOut(const LibraryCall& call) override;
+  void carryOut(const PreparedCall& call) override;
 
   // Exchanged whole, and guarded by m_mutex; the picture itself does not change.
   Picture m_snapshot = std::make_shared<const IndexedSnapshot>();
+
+  ChangeWatch m_changes;
+
+  std::mutex m_timesMutex;
+  PictureTimes m_times;  // guarded by m_timesMutex; a new picture's under exclusive ownership, too
 
   // Written by the thread that starts and stops, read by the event thread. Not set by a start that failed.
   std::atomic<bool> m_running{false};

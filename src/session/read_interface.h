@@ -64,6 +64,10 @@ class IMirnSession {
   virtual boost::optional<Volume> findVolume(const std::wstring& id) = 0;
   virtual boost::optional<Volume> findVolumeByName(const std::wstring& name) = 0;
 
+  /// The first controller with this volume among its own. A controller without an entry in the snapshot's map
+  /// that comes ahead of it is `std::out_of_range`.
+  virtual boost::optional<Controller> findControllerOfVolume(const std::wstring& volumeId) = 0;
+
   /// Those that name this array, in the order of the full list. Nobody asks whether there is such an array.
   virtual std::vector<EndDevice> getArrayEndDevices(const std::wstring& arrayId) = 0;
   virtual std::vector<Volume> getArrayVolumes(const std::wstring& arrayId) = 0;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "action_interfaces.h"
-#include "library_call.h"
+#include "prepared_call.h"
 
 /// All actions of a session: each is judged, and made a call of the library. What becomes of the call is for
 /// the derived class to say.
@@ -62,7 +62,7 @@ class SessionActions : public IMirnBasicActions,
 
  protected:
   /// Whatever this raises, the action raises.
-  virtual void carryOut(const LibraryCall& call) = 0;
+  virtual void carryOut(const PreparedCall& call) = 0;
 };
 
 #endif

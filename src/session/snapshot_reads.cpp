@@ -124,6 +124,16 @@ boost::optional<Volume> SnapshotReads::findVolumeByName(const std::wstring& name
   return {};
 }
 
+boost::optional<Controller> SnapshotReads::findControllerOfVolume(const std::wstring& volumeId) {
+  const Picture now = picture();
+  const bool isKnown = now->volumesById.find(volumeId) != nullptr;
+  for (const Controller& controller : now->controllers) {
+    const std::vector<std::wstring>& ids = lookUp(now->controllerVolumes, controller.id());
+    if (isKnown && std::binary_search(ids.begin(), ids.end(), volumeId)) return controller;
+  }
+  return {};
+}
+
 std::vector<EndDevice> SnapshotReads::getArrayEndDevices(const std::wstring& arrayId) {
   return inArray(picture()->endDevices, arrayId);
 }

@@ -35,6 +35,7 @@ class SnapshotReads : public IMirnSession {
   boost::optional<Port> findPort(const std::wstring& id) override;
   boost::optional<Volume> findVolume(const std::wstring& id) override;
   boost::optional<Volume> findVolumeByName(const std::wstring& name) override;
+  boost::optional<Controller> findControllerOfVolume(const std::wstring& volumeId) override;
   std::vector<EndDevice> getArrayEndDevices(const std::wstring& arrayId) override;
   std::vector<Volume> getArrayVolumes(const std::wstring& arrayId) override;
 

@@ -1,11 +1,11 @@
 #include "action_calls.h"
 #include "assert_reporter.h"
-#include "library_call_making.h"
+#include "prepared_call_making.h"
 #include "service_exceptions.h"
 #include "text.h"
 #include "vex_codes.h"
 
-using namespace library_call;
+using namespace call_making;
 
 namespace {
 
@@ -20,67 +20,68 @@ VEX_HANDLE sourceDiskHandle(const std::vector<EndDevice>& disks, const std::wstr
 }
 
 /// With the id of a volume in the wrong state for the status that says so.
-LibraryCall ofVolume(LibraryCall call) {
+PreparedCall ofVolume(PreparedCall call) {
   return mapped(std::move(call), VEX_STATUS_INVALID_STATE, kErrorVolumeInvalidState);
 }
 
 }  // namespace
 
-LibraryCall action_calls::markAsNormal(const Volume& volume) {
+PreparedCall action_calls::markAsNormal(const Volume& volume) {
   return ofVolume(made("VexVolumeMarkAsNormal", VexVolumeMarkAsNormal, volume.handle()));
 }
 
-LibraryCall action_calls::rebuild(const Volume& volume, const EndDevice& disk) {
+PreparedCall action_calls::rebuild(const Volume& volume, const EndDevice& disk) {
   return ofVolume(made("VexVolumeRebuild", VexVolumeRebuild, volume.handle(), disk.handle()));
 }
 
-LibraryCall action_calls::initialize(const Volume& volume) {
+PreparedCall action_calls::initialize(const Volume& volume) {
   return ofVolume(made("VexVolumeInitialize", VexVolumeInitialize, volume.handle()));
 }
 
-LibraryCall action_calls::verify(const Volume& volume, bool repair) {
+PreparedCall action_calls::verify(const Volume& volume, bool repair) {
   const std::uint8_t fixErrors = repair ? 1 : 0;
   return ofVolume(made("VexVolumeVerify", VexVolumeVerify, volume.handle(), fixErrors));
 }
 
-LibraryCall action_calls::cancelVerify(const Volume& volume) {
+PreparedCall action_calls::cancelVerify(const Volume& volume) {
   return ofVolume(made("VexVolumeCancelVerify", VexVolumeCancelVerify, volume.handle()));
 }
 
-LibraryCall action_calls::rename(const Volume& volume, const std::wstring& name) {
+PreparedCall action_calls::rename(const Volume& volume, const std::wstring& name) {
   MIRN_ASSERT_AT(name.size() <= kMaxVolumeNameSize, "name.size() <= kMaxVolumeNameSize", "src\\mirn_session",
                  __LINE__);
   return made("VexVolumeRename", VexVolumeRename, volume.handle(), Text{wideToUtf8(name)});
 }
 
-LibraryCall action_calls::expand(const Volume& volume, std::uint64_t newSize) {
+PreparedCall action_calls::expand(const Volume& volume, std::uint64_t newSize) {
   return made("VexExpandVolume", VexExpandVolume, volume.handle(), newSize);
 }
 
-LibraryCall action_calls::setCachePolicy(const Volume& volume, CachePolicy policy) {
+PreparedCall action_calls::setCachePolicy(const Volume& volume, CachePolicy policy) {
   return made("VexVolumeSetCachePolicy", VexVolumeSetCachePolicy, volume.handle(), toVex(policy));
 }
 
-LibraryCall action_calls::modifyRaidLevel(const Volume& volume, StripSize stripSize, RaidLevel raidLevel,
-                                          std::uint64_t newSize, const std::vector<EndDevice>& disks) {
+PreparedCall action_calls::modifyRaidLevel(const Volume& volume, StripSize stripSize, RaidLevel raidLevel,
+                                           std::uint64_t newSize, const std::vector<EndDevice>& disks) {
   const SharedHandles handles = sharedHandlesOf(disks);
   return made("VexRaidLevelModify", VexRaidLevelModify, volume.handle(),
               withDisks(raidLevelModifyParameters(stripSize, raidLevel, newSize, *handles), handles));
 }
 
-LibraryCall action_calls::deleteVolume(const Volume& volume) {
+PreparedCall action_calls::deleteVolume(const Volume& volume) {
   return ofVolume(made("VexVolumeDelete", VexVolumeDelete, volume.handle()));
 }
 
-LibraryCall action_calls::createVolume(const Array& array, const std::wstring& name, StripSize stripSize,
-                                       RaidLevel raidLevel, std::uint64_t size, const RwhRequest& rwh) {
+PreparedCall action_calls::createVolume(const Array& array, const std::wstring& name, StripSize stripSize,
+                                        RaidLevel raidLevel, std::uint64_t size, const RwhRequest& rwh) {
   return made("VexVolumeCreate", VexVolumeCreate,
               byValue(createVolumeParameters(array, name, stripSize, raidLevel, size, rwh)));
 }
 
-LibraryCall action_calls::createVolumeFromDisks(const std::vector<EndDevice>& disks, const std::wstring& name,
-                                                StripSize stripSize, RaidLevel raidLevel, std::uint64_t size,
-                                                const std::wstring& sourceDiskId, const RwhRequest& rwh) {
+PreparedCall action_calls::createVolumeFromDisks(const std::vector<EndDevice>& disks,
+                                                 const std::wstring& name, StripSize stripSize,
+                                                 RaidLevel raidLevel, std::uint64_t size,
+                                                 const std::wstring& sourceDiskId, const RwhRequest& rwh) {
   const SharedHandles handles = sharedHandlesOf(disks);
   const VEX_CREATE_FROM_DISKS_PARAMS parameters = createFromDisksParameters(
       *handles, name, stripSize, raidLevel, size, sourceDiskHandle(disks, sourceDiskId), rwh);
@@ -89,7 +90,7 @@ LibraryCall action_calls::createVolumeFromDisks(const std::vector<EndDevice>& di
               UnreadHandle{});
 }
 
-LibraryCall action_calls::setRwhPolicy(const Volume& volume, const RwhRequest& rwh) {
+PreparedCall action_calls::setRwhPolicy(const Volume& volume, const RwhRequest& rwh) {
   return made("VexVolumeSetRwhPolicy", VexVolumeSetRwhPolicy, volume.handle(), journalingDriveHandle(rwh),
               toVex(rwh.policy));
 }

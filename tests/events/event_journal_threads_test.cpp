@@ -36,6 +36,11 @@ TEST(JournalThreads, AddEventsOneByOneWhileOthersRead) {
           ASSERT_GT(events[event - 1]->creationTime(), events[event]->creationTime());
         }
         for (const auto& event : events) ASSERT_EQ(event->getTypeName(), L"VOLUME_ADDED");
+        const std::uint64_t sequence = journal.sequence();
+        const EventRing::Part inShort = journal.getAfter(0, kForever);
+        ASSERT_GE(inShort.events.size(), sequence) << "a number is there when its event is";
+        for (const auto& event : inShort.events)
+          ASSERT_NE(event->toServiceObject().member(L"moment").toInt64(), -1);
       }
     });
   }
@@ -50,6 +55,7 @@ TEST(JournalThreads, AddEventsOneByOneWhileOthersRead) {
   for (auto& reader : readers) reader.join();
 
   EXPECT_EQ(journal.getRecent(kForever).size(), 1000u);
+  EXPECT_EQ(journal.getAfter(0, kForever).events.size(), 1500u);
 }
 
 /// The journal while one thread is in the midst of adding an event.
@@ -109,7 +115,8 @@ TEST_P(BusyJournal, IsWaitedForByAThreadThatItsHostInterrupts) {
 
 INSTANTIATE_TEST_SUITE_P(Uses, BusyJournal,
                          testing::Values([](EventJournal& journal) { journal.add(someEvent()); },
-                                         [](EventJournal& journal) { journal.getRecent(kForever); }));
+                                         [](EventJournal& journal) { journal.getRecent(kForever); },
+                                         [](EventJournal& journal) { journal.getAfter(0, kForever); }));
 
 TEST(JournalThreads, FindTheOneJournalAtItsFirstUse) {
   std::vector<EventJournal*> found(4);

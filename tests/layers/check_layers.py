@@ -39,13 +39,14 @@ LAYERS = [
       "src/session/*_interface.h", "src/session/*_interfaces.h"],
      MODEL),
     ("session", ["src/session/*"],
-     MODEL + ["platform", "logging", "closed library", "library", "events", "session interfaces"]),
+     MODEL + ["base", "platform", "logging", "closed library", "library", "events", "session interfaces"]),
     ("catalogue", ["src/catalogue/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"],
      MODEL + ["framework", "validator", "events", "session interfaces", "catalogue"]),
-    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/plugin_description.*"],
-     MODEL + ["framework", "logging", "closed library", "library", "session interfaces", "session", "catalogue",
-      "listeners"]),
+    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/listener_table.*", "src/plugin/plugin_description.*",
+      "src/plugin/rehears*"],
+     MODEL + ["framework", "validator", "logging", "closed library", "library", "events", "session interfaces",
+              "session", "catalogue", "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.

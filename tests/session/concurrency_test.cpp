@@ -62,6 +62,7 @@ class SessionConcurrency : public SessionTest {
         failureOf([&] { m_session.findPort(L"1"); }),
         failureOf([&] { m_session.findVolume(L"1"); }),
         failureOf([&] { m_session.findVolumeByName(L"Data"); }),
+        failureOf([&] { m_session.findControllerOfVolume(L"1"); }),
         failureOf([&] { m_session.getArrayEndDevices(L"1"); }),
         failureOf([&] { m_session.getArrayVolumes(L"1"); }),
     };

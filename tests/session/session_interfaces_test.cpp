@@ -25,7 +25,7 @@ TEST(SessionInterfaces, KeepTheirSlots) {
                      &Reads::getVersion, &Reads::getServiceState, &Reads::getVolumesInProgress,
                      &Reads::findRaid, &Reads::findController, &Reads::findArray, &Reads::findEndDevice,
                      &Reads::findEndDevices, &Reads::findPort, &Reads::findVolume, &Reads::findVolumeByName,
-                     &Reads::getArrayEndDevices, &Reads::getArrayVolumes);
+                     &Reads::findControllerOfVolume, &Reads::getArrayEndDevices, &Reads::getArrayVolumes);
   expectSlotsInOrder(&IMirnBasicActions::rescan);
   using Disks = IMirnDisksActions;
   expectSlotsInOrder(&Disks::clearMetadata, &Disks::markAsSpare, &Disks::unmarkAsSpare, &Disks::markAsNormal,

@@ -249,6 +249,19 @@ TEST_F(ReadsUnderAController, FailOtherwiseForAControllerWithoutAnEntry) {
   EXPECT_EQ(outOfRangeFrom([this] { m_session.getControllerVolumes(L"3"); }), kUnknownKey);
 }
 
+TEST_F(ReadsUnderAController, FindTheFirstControllerOfAVolume) {
+  EXPECT_EQ(m_session.findControllerOfVolume(L"4")->id(), L"1");
+  EXPECT_EQ(m_session.findControllerOfVolume(L"10")->id(), L"1");
+}
+
+TEST_F(ReadsUnderAController, FailForAVolumeBehindAControllerWithoutAnEntry) {
+  EXPECT_EQ(outOfRangeFrom([this] { m_session.findControllerOfVolume(L"11"); }), kUnknownKey);
+  picture().controllers.pop_back();
+  taken();
+  EXPECT_FALSE(m_session.findControllerOfVolume(L"11"));
+  EXPECT_FALSE(m_session.findControllerOfVolume(L"unheard of")) << "the full list does not have it";
+}
+
 TEST_F(ReadsUnderAController, FindAControllerByItsWholeId) {
   expectUnknownController([this] { m_session.getControllerArrays(L""); });
   expectUnknownController([this] { m_session.getControllerArrays(L"1 "); });

@@ -205,6 +205,12 @@ boost::optional<Volume> FakeSession::findVolume(const std::wstring& id) { return
 boost::optional<Volume> FakeSession::findVolumeByName(const std::wstring& name) {
   return firstOf(getVolumes(), [&](const Volume& volume) { return volume.name() == name; });
 }
+boost::optional<Controller> FakeSession::findControllerOfVolume(const std::wstring& volumeId) {
+  for (const Controller& controller : getControllers()) {
+    if (withId(getControllerVolumes(controller.id()), volumeId)) return controller;
+  }
+  return {};
+}
 std::vector<EndDevice> FakeSession::getArrayEndDevices(const std::wstring& arrayId) {
   return inArray(getEndDevices(), arrayId);
 }

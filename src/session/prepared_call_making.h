@@ -1,5 +1,5 @@
-#ifndef MIRN_SESSION_LIBRARY_CALL_MAKING_H
-#define MIRN_SESSION_LIBRARY_CALL_MAKING_H
+#ifndef MIRN_SESSION_PREPARED_CALL_MAKING_H
+#define MIRN_SESSION_PREPARED_CALL_MAKING_H
 
 #include <memory>
 #include <string>
@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "action_parameters.h"
-#include "library_call.h"
+#include "prepared_call.h"
 
-/// How a `LibraryCall` is made of the library's function and its arguments, each of them told once: plain
+/// How a `PreparedCall` is made of the library's function and its arguments, each of them told once: plain
 /// numbers as they are, all else in one of the wrappers below.
-namespace library_call {
+namespace call_making {
 
 /// Handles that a pointer leads to. All copies of a call show the same ones.
 using SharedHandles = std::shared_ptr<const std::vector<VEX_HANDLE>>;
@@ -102,31 +102,31 @@ std::string bytesOf(const Record& record) {
 }
 
 template <class Number, class = std::enable_if_t<std::is_unsigned_v<Number>>>
-void tell(LibraryCall& call, Number number) {
+void tell(PreparedCall& call, Number number) {
   call.arguments.push_back(number);
 }
 template <class Record>
-void tell(LibraryCall& call, const ByValue<Record>& argument) {
+void tell(PreparedCall& call, const ByValue<Record>& argument) {
   call.record = bytesOf(argument.record);
 }
 template <class Record>
-void tell(LibraryCall& call, const ByPointer<Record>& argument) {
+void tell(PreparedCall& call, const ByPointer<Record>& argument) {
   call.record = bytesOf(argument.record);
 }
 template <class Record>
-void tell(LibraryCall& call, const WithDisks<Record>& argument) {
+void tell(PreparedCall& call, const WithDisks<Record>& argument) {
   Record record = argument.record;
   record.disks = nullptr;
   call.record = bytesOf(record);
   call.handles = *argument.handles;
 }
-inline void tell(LibraryCall& call, const HandleList& argument) { call.handles = *argument.handles; }
-inline void tell(LibraryCall& call, const Text& argument) { call.record = argument.text; }
-inline void tell(LibraryCall&, const UnreadHandle&) {}
+inline void tell(PreparedCall& call, const HandleList& argument) { call.handles = *argument.handles; }
+inline void tell(PreparedCall& call, const Text& argument) { call.record = argument.text; }
+inline void tell(PreparedCall&, const UnreadHandle&) {}
 
 template <class... Parameters, class... Arguments>
-LibraryCall made(const char* operation, VEX_STATUS (*function)(Parameters...), Arguments... arguments) {
-  LibraryCall call;
+PreparedCall made(const char* operation, VEX_STATUS (*function)(Parameters...), Arguments... arguments) {
+  PreparedCall call;
   call.operation = operation;
   (tell(call, arguments), ...);
   call.make = [function, held = std::make_tuple(std::move(arguments)...)] {
@@ -136,12 +136,12 @@ LibraryCall made(const char* operation, VEX_STATUS (*function)(Parameters...), A
 }
 
 /// The same with another error id for one status.
-inline LibraryCall mapped(LibraryCall call, VEX_STATUS status, const char* errorId) {
+inline PreparedCall mapped(PreparedCall call, VEX_STATUS status, const char* errorId) {
   call.mappedStatus = status;
   call.mappedErrorId = errorId;
   return call;
 }
 
-}  // namespace library_call
+}  // namespace call_making
 
 #endif

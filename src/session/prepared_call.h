@@ -1,5 +1,5 @@
-#ifndef MIRN_SESSION_LIBRARY_CALL_H
-#define MIRN_SESSION_LIBRARY_CALL_H
+#ifndef MIRN_SESSION_PREPARED_CALL_H
+#define MIRN_SESSION_PREPARED_CALL_H
 
 #include <boost/optional.hpp>
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 /// One call of the library that changes the machine, as a value: judged and made ready, and not yet made.
 /// Owns all that it hands over.
-struct LibraryCall {
+struct PreparedCall {
   std::string operation;                 ///< The name of the library's function.
   std::vector<std::uint64_t> arguments;  ///< Handles and plain numbers, in the order of the call.
   boost::optional<std::string> record;  ///< The bytes of the record or text that goes along, pointers zeroed.

@@ -8,6 +8,7 @@
 
 #include "builder.h"
 #include "enumerations.h"
+#include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
 
@@ -32,6 +33,12 @@ class Array {
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
+  /// The schema of that form, as `field::schemaOf` gives it.
+  static ovra::data_transfer::ServiceObject schema();
+
+  /// Every field, see field.h.
+  template <class Walk>
+  static constexpr void fields(Walk& walk);
 
  private:
   Array() = default;
@@ -48,20 +55,42 @@ class Array {
   std::uint32_t m_numVolumes = 0;
 };
 
+template <class Walk>
+constexpr void Array::fields(Walk& walk) {
+  using namespace field;
+  walk(text<&Array::m_id>(L"id", L"Names the array; stays the same across restarts."));
+  walk(kept<&Array::m_handle>(L"handle"));
+  walk(text<&Array::m_name>(L"name", L"The name that the storage library gave it."));
+  walk(links<&Array::m_controllerIds>(L"controllerIds", L"controller",
+                                      L"The controllers that its disks are on."));
+  walk(word<&Array::m_state>(L"state", L"Whether the array takes changes."));
+  walk(size<&Array::m_totalSize>(L"totalSize", L"What its disks hold together."));
+  walk(size<&Array::m_freeSize>(L"freeSize", L"What no volume has taken yet."));
+  walk(word<&Array::m_writeCachePolicy>(L"writeCachePolicy",
+                                        L"Whether its disks keep writes in their caches."));
+  walk(number<&Array::m_numDisks>(L"numDisks", L"How many disks it has."));
+  walk(number<&Array::m_numVolumes>(L"numVolumes", L"How many volumes lie on it."));
+}
+
+/// Whether clients see the same, and all links lead to the same objects.
+bool sameForm(const Array& one, const Array& other);
+/// The same, but for how far work is.
+bool sameStructure(const Array& one, const Array& other);
+
 /// A forgotten field is stopped by an assertion.
-class Array::Builder : public ModelBuilder<Array::Builder, Array, 9> {
+class Array::Builder : public ModelBuilder<Array::Builder, Array> {
  public:
   Builder() : ModelBuilder(Array()) {}
 
-  Builder& id(std::wstring value) { return set<0>(m_object.m_id, std::move(value)); }
-  Builder& handle(VEX_HANDLE value) { return set<1>(m_object.m_handle, value); }
-  Builder& name(std::wstring value) { return set<2>(m_object.m_name, std::move(value)); }
-  Builder& state(ArrayState value) { return set<3>(m_object.m_state, value); }
-  Builder& totalSize(std::uint64_t value) { return set<4>(m_object.m_totalSize, value); }
-  Builder& freeSize(std::uint64_t value) { return set<5>(m_object.m_freeSize, value); }
-  Builder& writeCachePolicy(WriteCacheState value) { return set<6>(m_object.m_writeCachePolicy, value); }
-  Builder& numDisks(std::uint32_t value) { return set<7>(m_object.m_numDisks, value); }
-  Builder& numVolumes(std::uint32_t value) { return set<8>(m_object.m_numVolumes, value); }
+  Builder& id(std::wstring value) { return set<&Array::m_id>(std::move(value)); }
+  Builder& handle(VEX_HANDLE value) { return set<&Array::m_handle>(value); }
+  Builder& name(std::wstring value) { return set<&Array::m_name>(std::move(value)); }
+  Builder& state(ArrayState value) { return set<&Array::m_state>(value); }
+  Builder& totalSize(std::uint64_t value) { return set<&Array::m_totalSize>(value); }
+  Builder& freeSize(std::uint64_t value) { return set<&Array::m_freeSize>(value); }
+  Builder& writeCachePolicy(WriteCacheState value) { return set<&Array::m_writeCachePolicy>(value); }
+  Builder& numDisks(std::uint32_t value) { return set<&Array::m_numDisks>(value); }
+  Builder& numVolumes(std::uint32_t value) { return set<&Array::m_numVolumes>(value); }
 
   Array build() const;
 };

@@ -23,7 +23,7 @@ constexpr char kNotFullyInitialized[] = "Not fully initialized";
 ///       Builder& size(std::uint64_t value) { return set<&Disk::m_size>(value); }
 ///       Disk build() const { return builtOrAssert("src\\common\\disk", __LINE__); }
 ///     };
-template <class Derived, class Object, std::size_t kFlagCount = flagCount<Object>()>
+template <class Derived, class Object>
 class ModelBuilder {
  public:
   /// Stores the value, notes that the field has one, and lets calls chain. For whoever walks the list of
@@ -39,14 +39,6 @@ class ModelBuilder {
  protected:
   explicit ModelBuilder(Object object) : m_object(std::move(object)) {}
 
-  template <std::size_t kFlag, class Field>
-  Derived& set(Field& field, Field value) {
-    static_assert(kFlag < kFlagCount, "the class has no such flag");
-    m_flags.set(kFlag);
-    field = std::move(value);
-    return static_cast<Derived&>(*this);
-  }
-
   /// A copy of the object. A forgotten field stops the process; where assertions are off, the object comes as
   /// it is.
   Object builtOrAssert([[maybe_unused]] const char* path, [[maybe_unused]] unsigned line) const {
@@ -61,7 +53,7 @@ class ModelBuilder {
     return m_object;
   }
 
-  std::bitset<kFlagCount> m_flags;
+  std::bitset<flagCount<Object>()> m_flags;
   Object m_object;
 };
 

@@ -24,6 +24,7 @@ class FlagCount {
   }
 
   constexpr std::size_t count() const { return m_count; }
+  constexpr bool isFound() const { return m_found; }
   constexpr std::size_t place() const {
     return m_found ? m_place : throw std::out_of_range("the list has no flag for this member");
   }
@@ -42,7 +43,14 @@ constexpr std::size_t flagCount() {
   return flags.count();
 }
 
-/// A member without a flag does not compile.
+template <auto kMember>
+constexpr bool hasFlag() {
+  FlagCount flags(&field::Identity<kMember>::kId);
+  field::OwnerOf<kMember>::fields(flags);
+  return flags.isFound();
+}
+
+/// The place of a member's flag. A member without one does not compile.
 template <auto kMember>
 constexpr std::size_t flagOf() {
   FlagCount flags(&field::Identity<kMember>::kId);

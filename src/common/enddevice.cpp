@@ -1,7 +1,7 @@
 #include "enddevice.h"
 
-#include "published_form.h"
-#include "published_keys.h"
+#include "field_comparison.h"
+#include "published_fields.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -22,46 +22,20 @@ std::wstring prefixed(const std::wstring& text) {
   return text.find(kHexPrefix) == std::wstring::npos ? kHexPrefix + text : text;
 }
 
-void publishDisk(PublishedForm& form, const EndDevice::Disk& disk) {
-  form.size(keys::kTotalSize, disk.totalSize)
-      .part(keys::kSectorSize, PublishedForm()
-                                   .size(keys::kLogical, disk.logicalSectorSize)
-                                   .size(keys::kPhysical, disk.physicalSectorSize)
-                                   .take())
-      .size(keys::kFreeSize, disk.freeSize)
-      .text(keys::kWriteCachePolicy, toText(disk.writeCachePolicy))
-      .flag(keys::kSystemDisk, disk.systemDisk);
-  if (disk.x8Disk == X8Disk::X8_A || disk.x8Disk == X8Disk::X8_B)
-    form.text(keys::kX8Disk, toText(disk.x8Disk));
-}
-
 }  // namespace
 
 EndDevice::Builder& EndDevice::Builder::vendorId(std::wstring value) {
-  return set<9>(m_object.m_vendorId, prefixed(trimmed(value)));
+  return set<&EndDevice::m_vendorId>(prefixed(trimmed(value)));
 }
 
-ServiceObject EndDevice::toServiceObject() const {
-  PublishedForm form;
-  form.text(keys::kId, m_id)
-      .text(keys::kControllerId, m_controllerId)
-      .text(keys::kRaidId, m_raidId)
-      .part(keys::kArrayId, m_arrayId.empty() ? ServiceObject::null() : ServiceObject(m_arrayId))
-      .text(keys::kAddress, m_address)
-      .text(keys::kDeviceType, toText(m_deviceType))
-      .text(keys::kSerialNumber, m_serialNumber)
-      .text(keys::kModel, m_model)
-      .text(keys::kFirmware, m_firmware)
-      .text(keys::kType, toText(m_disk.type))
-      .text(keys::kState, toText(m_disk.state))
-      .text(keys::kUsage, toText(m_disk.usage))
-      .text(keys::kNegotiatedLinkSpeed, toText(m_negotiatedLinkSpeed))
-      .flag(keys::kManagedHotplug, m_managedHotplug);
-  if (m_deviceType != DeviceType::NON_DISK_STORAGE) publishDisk(form, m_disk);
-  if (m_disk.type == DiskType::Lyx) {
-    form.text(keys::kVendorId, m_vendorId)
-        .number(keys::kLyxDomain, m_lyxDomain)
-        .flag(keys::kIsOrdanNVMe, m_isOrdanNVMe);
-  }
-  return form.take();
+ServiceObject EndDevice::toServiceObject() const { return field::formOf<EndDevice>(*this); }
+
+ServiceObject EndDevice::schema() { return field::schemaOf<EndDevice>(); }
+
+bool sameForm(const EndDevice& one, const EndDevice& other) {
+  return field::sameFields<EndDevice>(one, other, field::Progress::COUNTS);
+}
+
+bool sameStructure(const EndDevice& one, const EndDevice& other) {
+  return field::sameFields<EndDevice>(one, other, field::Progress::IGNORED);
 }

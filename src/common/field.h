@@ -161,6 +161,23 @@ struct Field : Facts {
   bool (*mayPublish)(const Owner&) = nullptr;
 };
 
+/// An object of its own under one key, made of some of the owner's own fields.
+template <class FieldList>
+struct Group : Facts {
+  using List = FieldList;
+
+  constexpr Group(const wchar_t* key, const wchar_t* groupHelp) {
+    name = key;
+    help = groupHelp;
+    hasFlag = false;
+  }
+};
+
+template <class List>
+constexpr auto group(const wchar_t* key, const wchar_t* help) {
+  return Group<List>(key, help);
+}
+
 template <auto kMember>
 constexpr auto text(const wchar_t* key, const wchar_t* help) {
   static_assert(std::is_same_v<BareOf<kMember>, std::wstring>);

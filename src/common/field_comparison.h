@@ -24,6 +24,11 @@ class Comparison {
     m_same = samePublished<Kind, kMember>(field);
   }
 
+  template <class List>
+  void operator()(const Group<List>&) {
+    m_same = m_same && sameFields<List>(m_one, m_other, m_progress);
+  }
+
   template <auto kMember>
   void operator()(const Field<kinds::Kept, kMember>&) {}
 

@@ -1,17 +1,20 @@
 #include "port.h"
 
-#include "published_form.h"
-#include "published_keys.h"
+#include "field_comparison.h"
+#include "published_fields.h"
+
+using ovra::data_transfer::ServiceObject;
 
 Port Port::Builder::build() const { return builtOrAssert("src\\common\\port", __LINE__); }
 
-ovra::data_transfer::ServiceObject Port::toServiceObject() const {
-  return PublishedForm()
-      .text(keys::kId, m_id)
-      .text(keys::kAddress, m_address)
-      .number(keys::kNumPhys, m_numPhys)
-      .text(keys::kLocalDeviceType, toText(m_localDeviceType))
-      .text(keys::kLocalDeviceId, m_localDeviceId)
-      .text(keys::kConnectedPortId, m_connectedPortId)
-      .take();
+ServiceObject Port::toServiceObject() const { return field::formOf<Port>(*this); }
+
+ServiceObject Port::schema() { return field::schemaOf<Port>(); }
+
+bool sameForm(const Port& one, const Port& other) {
+  return field::sameFields<Port>(one, other, field::Progress::COUNTS);
+}
+
+bool sameStructure(const Port& one, const Port& other) {
+  return field::sameFields<Port>(one, other, field::Progress::IGNORED);
 }

@@ -7,6 +7,7 @@
 
 #include "builder.h"
 #include "enumerations.h"
+#include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
 
@@ -31,6 +32,12 @@ class Port {
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
+  /// The schema of that form, as `field::schemaOf` gives it.
+  static ovra::data_transfer::ServiceObject schema();
+
+  /// Every field, see field.h.
+  template <class Walk>
+  static constexpr void fields(Walk& walk);
 
  private:
   Port() = default;
@@ -46,18 +53,39 @@ class Port {
   VEX_HANDLE m_connectedPortHandle = 0;
 };
 
+template <class Walk>
+constexpr void Port::fields(Walk& walk) {
+  using namespace field;
+  walk(text<&Port::m_id>(L"id", L"Names the port; stays the same across restarts."));
+  walk(kept<&Port::m_handle>(L"handle"));
+  walk(text<&Port::m_address>(L"address", L"Its place: numbers of bus, device, function and port."));
+  walk(number<&Port::m_numPhys>(L"numPhys", L"How many lanes it has."));
+  walk(word<&Port::m_localDeviceType>(L"localDeviceType", L"What the port belongs to."));
+  walk(link<&Port::m_localDeviceId>(L"localDeviceId", L"controller or disk",
+                                    L"The controller or device that has it."));
+  walk(kept<&Port::m_localDeviceHandle>(L"localDeviceHandle"));
+  walk(link<&Port::m_connectedPortId>(L"connectedPortId", L"port",
+                                      L"The port at the other end; empty while free."));
+  walk(kept<&Port::m_connectedPortHandle>(L"connectedPortHandle"));
+}
+
+/// Whether clients see the same, and all links lead to the same objects.
+bool sameForm(const Port& one, const Port& other);
+/// The same, but for how far work is.
+bool sameStructure(const Port& one, const Port& other);
+
 /// A forgotten field is stopped by an assertion.
-class Port::Builder : public ModelBuilder<Port::Builder, Port, 7> {
+class Port::Builder : public ModelBuilder<Port::Builder, Port> {
  public:
   Builder() : ModelBuilder(Port()) {}
 
-  Builder& id(std::wstring value) { return set<0>(m_object.m_id, std::move(value)); }
-  Builder& handle(VEX_HANDLE value) { return set<1>(m_object.m_handle, value); }
-  Builder& address(std::wstring value) { return set<2>(m_object.m_address, std::move(value)); }
-  Builder& numPhys(std::uint32_t value) { return set<3>(m_object.m_numPhys, value); }
-  Builder& localDeviceType(PortLocalDeviceType value) { return set<4>(m_object.m_localDeviceType, value); }
-  Builder& localDeviceHandle(VEX_HANDLE value) { return set<5>(m_object.m_localDeviceHandle, value); }
-  Builder& connectedPortHandle(VEX_HANDLE value) { return set<6>(m_object.m_connectedPortHandle, value); }
+  Builder& id(std::wstring value) { return set<&Port::m_id>(std::move(value)); }
+  Builder& handle(VEX_HANDLE value) { return set<&Port::m_handle>(value); }
+  Builder& address(std::wstring value) { return set<&Port::m_address>(std::move(value)); }
+  Builder& numPhys(std::uint32_t value) { return set<&Port::m_numPhys>(value); }
+  Builder& localDeviceType(PortLocalDeviceType value) { return set<&Port::m_localDeviceType>(value); }
+  Builder& localDeviceHandle(VEX_HANDLE value) { return set<&Port::m_localDeviceHandle>(value); }
+  Builder& connectedPortHandle(VEX_HANDLE value) { return set<&Port::m_connectedPortHandle>(value); }
 
   Port build() const;
 };

@@ -12,6 +12,9 @@
 /// The published form of whatever tells its fields (field.h), and the form's schema. For sources only.
 namespace field {
 
+template <class List, class Owner>
+ovra::data_transfer::ServiceObject formOf(const Owner& owner);
+
 /// Writes the fields of one object into a form.
 template <class Owner>
 class Publisher {
@@ -28,6 +31,11 @@ class Publisher {
 
   template <auto kMember>
   void operator()(const Field<kinds::Deciding, kMember>&) {}
+
+  template <class List>
+  void operator()(const Group<List>& group) {
+    m_form.part(group.name, formOf<List>(m_owner));
+  }
 
   template <class List, auto kMember>
   void operator()(const Field<kinds::Spread<List>, kMember>& field) {
@@ -77,6 +85,11 @@ class Describer {
 
   template <auto kMember>
   void operator()(const Field<kinds::Deciding, kMember>&) {}
+
+  template <class List>
+  void operator()(const Group<List>& group) {
+    kinds::Part<List>::describe(add(group, false));
+  }
 
   template <class List, auto kMember>
   void operator()(const Field<kinds::Spread<List>, kMember>& field) {

@@ -1,50 +1,64 @@
 #include "raid.h"
 
+#include <algorithm>
 #include <cstddef>
 
-#include "published_form.h"
-#include "published_keys.h"
+#include "field_comparison.h"
+#include "published_fields.h"
 
 using ovra::data_transfer::ServiceObject;
 
 Raid Raid::Builder::build() const { return builtOrAssert("src\\common\\raid", __LINE__); }
 
-namespace {
-
-void publishInfo(PublishedForm& form, const Raid& raid) {
-  form.text(keys::kRaidId, raid.id())
-      .number(keys::kMaxDisksPerArray, raid.maxDisksPerArray())
-      .number(keys::kMaxRaidDisksSupported, raid.maxRaidDisksSupported())
-      .number(keys::kMaxVolumesPerArray, raid.maxVolumesPerArray())
-      .number(keys::kMaxVolumesPerHba, raid.maxVolumesPerHba())
-      .flag(keys::kRaidEnabled, raid.raidEnabled())
-      .flag(keys::kGlobalSpareSupport, raid.globalSpareSupport())
-      .flag(keys::kDedicatedSpareSupport, raid.dedicatedSpareSupport())
-      .flag(keys::kCreateFromExistingSupport, raid.createFromExistingSupport())
-      .flag(keys::kEmptyArraysSupport, raid.emptyArraysSupport());
+bool Raid::showsLevels() const {
+  return m_range != RaidRange::kInfo &&
+         std::any_of(m_levels.begin(), m_levels.end(), [](const auto& level) { return level.supported(); });
 }
 
-/// The supported levels, without gaps.
-ServiceObject supportedLevels(const std::vector<RaidLevelSupport>& levels) {
-  ServiceObject list = ServiceObject::array();
-  std::size_t next = 0;
-  for (const RaidLevelSupport& level : levels) {
-    if (level.supported()) list.at(next++) = level.toServiceObject();
+/// Without gaps for the levels that are not supported.
+struct Raid::SupportedLevels {
+  using Levels = std::vector<RaidLevelSupport>;
+
+  static void put(PublishedForm& form, const wchar_t* key, const Levels& levels) {
+    ServiceObject list = ServiceObject::array();
+    std::size_t next = 0;
+    for (const RaidLevelSupport& level : levels) {
+      if (level.supported()) list.at(next++) = level.toServiceObject();
+    }
+    form.part(key, std::move(list));
   }
-  return list;
-}
 
-void publishLevels(PublishedForm& form, const Raid& raid) {
-  form.text(keys::kRaidId, raid.id());
-  ServiceObject levels = supportedLevels(raid.levels());
-  if (levels.begin() != levels.end()) form.part(keys::kRaidLevelInfo, std::move(levels));
-}
+  static void describe(ServiceObject& schema) {
+    field::kinds::describeAs(schema, L"array");
+    field::kinds::describeObject(schema.member(L"items"), RaidLevelSupport::schema());
+  }
 
-}  // namespace
+  static bool same(const Levels& one, const Levels& other, field::Progress) {
+    const Levels left = supportedOf(one);
+    const Levels right = supportedOf(other);
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](const auto& a, const auto& b) { return sameForm(a, b); });
+  }
+
+  static Levels supportedOf(Levels levels) {
+    levels.erase(
+        std::remove_if(levels.begin(), levels.end(), [](const auto& level) { return !level.supported(); }),
+        levels.end());
+    return levels;
+  }
+};
 
 ServiceObject Raid::toServiceObject() const {
-  PublishedForm form;
-  if (m_range != RaidRange::kLevel) publishInfo(form, *this);
-  if (m_range != RaidRange::kInfo && !m_levels.empty()) publishLevels(form, *this);
-  return form.take();
+  if (m_range == RaidRange::kLevel && m_levels.empty()) return ServiceObject::null();
+  return field::formOf<Raid>(*this);
+}
+
+ServiceObject Raid::schema() { return field::schemaOf<Raid>(); }
+
+bool sameForm(const Raid& one, const Raid& other) {
+  return field::sameFields<Raid>(one, other, field::Progress::COUNTS);
+}
+
+bool sameStructure(const Raid& one, const Raid& other) {
+  return field::sameFields<Raid>(one, other, field::Progress::IGNORED);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "builder.h"
+#include "field.h"
 #include "handle.h"
 #include "raid_range.h"
 #include "raidlevelsupport.h"
@@ -38,9 +39,20 @@ class Raid {
   /// The form that clients see: an object, or the null value for a range of levels alone without a level.
   /// Levels that are not supported are left out.
   ovra::data_transfer::ServiceObject toServiceObject() const;
+  /// The schema of that form, as `field::schemaOf` gives it.
+  static ovra::data_transfer::ServiceObject schema();
+
+  /// Every field, see field.h.
+  template <class Walk>
+  static constexpr void fields(Walk& walk);
 
  private:
+  // A kind of field of its own.
+  struct SupportedLevels;
+
   Raid() = default;
+
+  bool showsLevels() const;
 
   std::wstring m_id;
   VEX_HANDLE m_handle = 0;
@@ -57,26 +69,61 @@ class Raid {
   RaidRange m_range = RaidRange::kAll;     // likewise
 };
 
+template <class Walk>
+constexpr void Raid::fields(Walk& walk) {
+  using namespace field;
+  constexpr auto kShowsInfo = [](const Raid& raid) { return raid.m_range != RaidRange::kLevel; };
+  constexpr wchar_t kOfInfo[] = L"the range asked for is not level";
+  constexpr auto kShowsLevels = [](const Raid& raid) { return raid.showsLevels(); };
+  walk(text<&Raid::m_id>(L"raidId", L"Names the RAID engine; stays the same across restarts."));
+  walk(kept<&Raid::m_handle>(L"handle"));
+  walk(number<&Raid::m_maxDisksPerArray>(L"maxDisksPerArray", L"The most disks of an array.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(number<&Raid::m_maxRaidDisksSupported>(L"maxRaidDisksSupported",
+                                              L"The most disks in arrays altogether.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(number<&Raid::m_maxVolumesPerArray>(L"maxVolumesPerArray", L"The most volumes of an array.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(number<&Raid::m_maxVolumesPerHba>(L"maxVolumesPerHba", L"The most volumes of a controller.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(flag<&Raid::m_raidEnabled>(L"raidEnabled", L"Whether the engine is on.").onlyIf(kShowsInfo, kOfInfo));
+  walk(flag<&Raid::m_globalSpareSupport>(L"globalSpareSupport", L"Whether a spare can serve all arrays.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(flag<&Raid::m_dedicatedSpareSupport>(L"dedicatedSpareSupport",
+                                            L"Whether a spare can serve one array alone.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(flag<&Raid::m_createFromExistingSupport>(L"createFromExistingSupport",
+                                                L"Whether a volume can be made around a disk with data.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(flag<&Raid::m_emptyArraysSupport>(L"emptyArraysSupport", L"Whether an array can be without volumes.")
+           .onlyIf(kShowsInfo, kOfInfo));
+  walk(of<SupportedLevels, &Raid::m_levels>(L"raidLevelInfo", L"The RAID levels that it supports.")
+           .onlyIf(kShowsLevels, L"the range asked for is not info, and a level is supported")
+           .withoutFlag());
+  walk(deciding<&Raid::m_range>(L"range").withoutFlag());
+}
+
+/// Whether clients see the same, and all links lead to the same objects.
+bool sameForm(const Raid& one, const Raid& other);
+/// The same, but for how far work is.
+bool sameStructure(const Raid& one, const Raid& other);
+
 /// A forgotten field is stopped by an assertion.
-class Raid::Builder : public ModelBuilder<Raid::Builder, Raid, 11> {
+class Raid::Builder : public ModelBuilder<Raid::Builder, Raid> {
  public:
   Builder() : ModelBuilder(Raid()) {}
 
-  Builder& id(std::wstring value) { return set<0>(m_object.m_id, std::move(value)); }
-  Builder& handle(VEX_HANDLE value) { return set<1>(m_object.m_handle, value); }
-  Builder& maxDisksPerArray(std::uint32_t value) { return set<2>(m_object.m_maxDisksPerArray, value); }
-  Builder& maxRaidDisksSupported(std::uint32_t value) {
-    return set<3>(m_object.m_maxRaidDisksSupported, value);
-  }
-  Builder& maxVolumesPerArray(std::uint32_t value) { return set<4>(m_object.m_maxVolumesPerArray, value); }
-  Builder& maxVolumesPerHba(std::uint32_t value) { return set<5>(m_object.m_maxVolumesPerHba, value); }
-  Builder& raidEnabled(bool value) { return set<6>(m_object.m_raidEnabled, value); }
-  Builder& globalSpareSupport(bool value) { return set<7>(m_object.m_globalSpareSupport, value); }
-  Builder& dedicatedSpareSupport(bool value) { return set<8>(m_object.m_dedicatedSpareSupport, value); }
-  Builder& createFromExistingSupport(bool value) {
-    return set<9>(m_object.m_createFromExistingSupport, value);
-  }
-  Builder& emptyArraysSupport(bool value) { return set<10>(m_object.m_emptyArraysSupport, value); }
+  Builder& id(std::wstring value) { return set<&Raid::m_id>(std::move(value)); }
+  Builder& handle(VEX_HANDLE value) { return set<&Raid::m_handle>(value); }
+  Builder& maxDisksPerArray(std::uint32_t value) { return set<&Raid::m_maxDisksPerArray>(value); }
+  Builder& maxRaidDisksSupported(std::uint32_t value) { return set<&Raid::m_maxRaidDisksSupported>(value); }
+  Builder& maxVolumesPerArray(std::uint32_t value) { return set<&Raid::m_maxVolumesPerArray>(value); }
+  Builder& maxVolumesPerHba(std::uint32_t value) { return set<&Raid::m_maxVolumesPerHba>(value); }
+  Builder& raidEnabled(bool value) { return set<&Raid::m_raidEnabled>(value); }
+  Builder& globalSpareSupport(bool value) { return set<&Raid::m_globalSpareSupport>(value); }
+  Builder& dedicatedSpareSupport(bool value) { return set<&Raid::m_dedicatedSpareSupport>(value); }
+  Builder& createFromExistingSupport(bool value) { return set<&Raid::m_createFromExistingSupport>(value); }
+  Builder& emptyArraysSupport(bool value) { return set<&Raid::m_emptyArraysSupport>(value); }
 
   Raid build() const;
 };

@@ -1,10 +1,9 @@
 #include "raidlevelsupport.h"
 
-#include <cstddef>
 #include <string>
 
-#include "published_form.h"
-#include "published_keys.h"
+#include "field_comparison.h"
+#include "published_fields.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -17,49 +16,56 @@ namespace {
 constexpr std::int32_t kNoDiskCount =
     -1;  ///< Its strip size is for no number of disks and is never published.
 
-ServiceObject published(const StripSizeByDisks& sizes) {
-  ServiceObject object = ServiceObject::object();
-  for (const auto& [disks, size] : sizes) {
-    if (disks != kNoDiskCount) object.member(std::to_wstring(disks)) = toText(size);
-  }
-  return object;
+std::wstring textOf(const boost::optional<StripSize>& size) {
+  return toText(size.value_or(StripSize::SIZE_UNKNOWN));
 }
 
-ServiceObject published(const std::vector<RaidLevelSupport::Migration>& migrations) {
-  ServiceObject list = ServiceObject::array();
-  std::size_t next = 0;
-  for (const auto& migration : migrations) {
-    list.at(next++) = PublishedForm()
-                          .text(keys::kRaidLevel, toText(migration.raidLevel))
-                          .flag(keys::kRequiresDisk, migration.requiresDisk)
-                          .take();
-  }
-  return list;
-}
-
-std::vector<std::wstring> textsOf(const std::set<StripSize>& sizes) {
-  std::vector<std::wstring> texts;
-  texts.reserve(sizes.size());
-  for (const StripSize size : sizes) texts.push_back(toText(size));
-  return texts;
+StripSizeByDisks publishedOf(StripSizeByDisks sizes) {
+  sizes.erase(kNoDiskCount);
+  return sizes;
 }
 
 }  // namespace
 
-ServiceObject RaidLevelSupport::toServiceObject() const {
-  PublishedForm form;
-  form.text(keys::kRaidLevel, toText(m_raidLevel))
-      .number(keys::kMinDisks, m_minDisks)
-      .number(keys::kMaxDisks, m_maxDisks)
-      .part(keys::kMigrSupport, published(m_migrSupport))
-      .flag(keys::kEvenDiskCount, m_evenDiskCount)
-      .flag(keys::kOddDiskCount, m_oddDiskCount)
-      .flag(keys::kCreated, m_created)
-      .texts(keys::kStripSizesSupported, textsOf(m_stripSizesSupported));
-  if (m_defaultStripSizes) {
-    form.part(keys::kDefaultStripSizes, published(*m_defaultStripSizes));
-  } else {
-    form.text(keys::kDefaultStripSize, toText(m_defaultStripSize.value_or(StripSize::SIZE_UNKNOWN)));
+struct RaidLevelSupport::StripSizeOrUnknown {
+  using Size = boost::optional<StripSize>;
+
+  static void put(PublishedForm& form, const wchar_t* key, const Size& size) { form.text(key, textOf(size)); }
+  static void describe(ServiceObject& schema) { field::kinds::Word<StripSize>::describe(schema); }
+  static bool same(const Size& one, const Size& other, field::Progress) {
+    return textOf(one) == textOf(other);
   }
-  return form.take();
+};
+
+struct RaidLevelSupport::StripSizesByDisks {
+  using Sizes = boost::optional<StripSizeByDisks>;
+
+  static void put(PublishedForm& form, const wchar_t* key, const Sizes& sizes) {
+    ServiceObject object = ServiceObject::object();
+    for (const auto& [disks, size] : publishedOf(*sizes))
+      object.member(std::to_wstring(disks)) = toText(size);
+    form.part(key, std::move(object));
+  }
+
+  static void describe(ServiceObject& schema) {
+    field::kinds::describeAs(schema, L"object");
+    field::kinds::Word<StripSize>::describe(schema.member(L"additionalProperties"));
+  }
+
+  static bool same(const Sizes& one, const Sizes& other, field::Progress) {
+    return publishedOf(*one) == publishedOf(*other);
+  }
+};
+
+ServiceObject RaidLevelSupport::toServiceObject() const { return field::formOf<RaidLevelSupport>(*this); }
+
+ServiceObject RaidLevelSupport::schema() { return field::schemaOf<RaidLevelSupport>(); }
+
+bool sameForm(const RaidLevelSupport& one, const RaidLevelSupport& other) {
+  if (!one.supported() && !other.supported()) return true;
+  return field::sameFields<RaidLevelSupport>(one, other, field::Progress::COUNTS);
+}
+
+bool sameStructure(const RaidLevelSupport& one, const RaidLevelSupport& other) {
+  return sameForm(one, other);
 }

@@ -9,6 +9,7 @@
 
 #include "builder.h"
 #include "enumerations.h"
+#include "field.h"
 #include "ServiceObject.h"
 
 /// What one RAID level can do within a `Raid`. Immutable once built, but for the strip sizes by disk count,
@@ -21,6 +22,12 @@ class RaidLevelSupport {
   struct Migration {
     RaidLevel raidLevel = RaidLevel::RAID_UNKNOWN;
     bool requiresDisk = false;  ///< A further disk is needed.
+
+    template <class Walk>
+    static constexpr void fields(Walk& walk) {
+      walk(field::word<&Migration::raidLevel>(L"raidLevel", L"What a volume can become."));
+      walk(field::flag<&Migration::requiresDisk>(L"requiresDisk", L"Whether that takes a further disk."));
+    }
   };
 
   RaidLevel raidLevel() const { return m_raidLevel; }
@@ -39,8 +46,18 @@ class RaidLevelSupport {
 
   /// The form that clients see: an object, without `supported`.
   ovra::data_transfer::ServiceObject toServiceObject() const;
+  /// The schema of that form, as `field::schemaOf` gives it.
+  static ovra::data_transfer::ServiceObject schema();
+
+  /// Every field, see field.h.
+  template <class Walk>
+  static constexpr void fields(Walk& walk);
 
  private:
+  // Kinds of fields of its own.
+  struct StripSizeOrUnknown;
+  struct StripSizesByDisks;
+
   RaidLevelSupport() = default;
 
   RaidLevel m_raidLevel = RaidLevel::RAID_UNKNOWN;
@@ -56,27 +73,61 @@ class RaidLevelSupport {
   bool m_created = false;
 };
 
+template <class Walk>
+constexpr void RaidLevelSupport::fields(Walk& walk) {
+  using namespace field;
+  constexpr auto kHasOne = [](const RaidLevelSupport& level) { return !level.m_defaultStripSizes; };
+  constexpr auto kHasSeveral = [](const RaidLevelSupport& level) {
+    return level.m_defaultStripSizes.has_value();
+  };
+  walk(word<&RaidLevelSupport::m_raidLevel>(L"raidLevel", L"The level that this is about."));
+  walk(deciding<&RaidLevelSupport::m_supported>(L"supported"));
+  walk(number<&RaidLevelSupport::m_minDisks>(L"minDisks", L"The fewest disks of a volume."));
+  walk(number<&RaidLevelSupport::m_maxDisks>(L"maxDisks", L"The most disks of a volume."));
+  walk(of<StripSizeOrUnknown, &RaidLevelSupport::m_defaultStripSize>(
+           L"defaultStripSize", L"The strip size of a volume that is made without one.")
+           .onlyIf(kHasOne, L"one strip size fits every number of disks"));
+  walk(of<StripSizesByDisks, &RaidLevelSupport::m_defaultStripSizes>(L"defaultStripSizes",
+                                                                     L"The same, under each number of disks.")
+           .onlyIf(kHasSeveral, L"the strip size depends on the number of disks")
+           .withoutFlag());
+  walk(parts<&RaidLevelSupport::m_migrSupport>(L"migrSupport",
+                                               L"The levels that a volume of this one can be changed to."));
+  walk(flag<&RaidLevelSupport::m_evenDiskCount>(L"evenDiskCount",
+                                                L"Whether a volume may have an even number of disks."));
+  walk(flag<&RaidLevelSupport::m_oddDiskCount>(L"oddDiskCount",
+                                               L"Whether a volume may have an odd number of disks."));
+  walk(words<&RaidLevelSupport::m_stripSizesSupported>(L"stripSizesSupported",
+                                                       L"The strip sizes that a volume may have."));
+  walk(flag<&RaidLevelSupport::m_created>(L"created", L"Whether there is such a volume."));
+}
+
+/// Whether clients see the same, and all links lead to the same objects.
+bool sameForm(const RaidLevelSupport& one, const RaidLevelSupport& other);
+/// The same, but for how far work is.
+bool sameStructure(const RaidLevelSupport& one, const RaidLevelSupport& other);
+
 /// A forgotten field is stopped by an assertion. The strip sizes by disk count come later and have no flag.
-class RaidLevelSupport::Builder : public ModelBuilder<RaidLevelSupport::Builder, RaidLevelSupport, 10> {
+class RaidLevelSupport::Builder : public ModelBuilder<RaidLevelSupport::Builder, RaidLevelSupport> {
  public:
   Builder() : ModelBuilder(RaidLevelSupport()) {}
 
-  Builder& raidLevel(RaidLevel value) { return set<0>(m_object.m_raidLevel, value); }
-  Builder& supported(bool value) { return set<1>(m_object.m_supported, value); }
-  Builder& minDisks(std::uint32_t value) { return set<2>(m_object.m_minDisks, value); }
-  Builder& maxDisks(std::uint32_t value) { return set<3>(m_object.m_maxDisks, value); }
+  Builder& raidLevel(RaidLevel value) { return set<&RaidLevelSupport::m_raidLevel>(value); }
+  Builder& supported(bool value) { return set<&RaidLevelSupport::m_supported>(value); }
+  Builder& minDisks(std::uint32_t value) { return set<&RaidLevelSupport::m_minDisks>(value); }
+  Builder& maxDisks(std::uint32_t value) { return set<&RaidLevelSupport::m_maxDisks>(value); }
   Builder& defaultStripSize(boost::optional<StripSize> value) {
-    return set<4>(m_object.m_defaultStripSize, value);
+    return set<&RaidLevelSupport::m_defaultStripSize>(value);
   }
   Builder& migrSupport(std::vector<Migration> value) {
-    return set<5>(m_object.m_migrSupport, std::move(value));
+    return set<&RaidLevelSupport::m_migrSupport>(std::move(value));
   }
-  Builder& evenDiskCount(bool value) { return set<6>(m_object.m_evenDiskCount, value); }
-  Builder& oddDiskCount(bool value) { return set<7>(m_object.m_oddDiskCount, value); }
+  Builder& evenDiskCount(bool value) { return set<&RaidLevelSupport::m_evenDiskCount>(value); }
+  Builder& oddDiskCount(bool value) { return set<&RaidLevelSupport::m_oddDiskCount>(value); }
   Builder& stripSizesSupported(std::set<StripSize> value) {
-    return set<8>(m_object.m_stripSizesSupported, std::move(value));
+    return set<&RaidLevelSupport::m_stripSizesSupported>(std::move(value));
   }
-  Builder& created(bool value) { return set<9>(m_object.m_created, value); }
+  Builder& created(bool value) { return set<&RaidLevelSupport::m_created>(value); }
 
   RaidLevelSupport build() const;
 };

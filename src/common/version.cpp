@@ -1,17 +1,20 @@
 #include "version.h"
 
-#include "published_form.h"
-#include "published_keys.h"
+#include "field_comparison.h"
+#include "published_fields.h"
+
+using ovra::data_transfer::ServiceObject;
 
 Version Version::Builder::build() const { return builtOrAssert("src\\common\\version", __LINE__); }
 
-ovra::data_transfer::ServiceObject Version::toServiceObject() const {
-  return PublishedForm()
-      .text(keys::kProductVersion, m_productVersion)
-      .text(keys::kPluginVersion, m_pluginVersion)
-      .text(keys::kVexInterfaceVersion, m_vexInterfaceVersion)
-      .text(keys::kVexVersion, m_vexVersion)
-      .flag(keys::kVolSetSizeSupport, m_volSetSizeSupport)
-      .flag(keys::kPassThroughSupport, m_passThroughSupport)
-      .take();
+ServiceObject Version::toServiceObject() const { return field::formOf<Version>(*this); }
+
+ServiceObject Version::schema() { return field::schemaOf<Version>(); }
+
+bool sameForm(const Version& one, const Version& other) {
+  return field::sameFields<Version>(one, other, field::Progress::COUNTS);
+}
+
+bool sameStructure(const Version& one, const Version& other) {
+  return field::sameFields<Version>(one, other, field::Progress::IGNORED);
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "builder.h"
+#include "field.h"
 #include "ServiceObject.h"
 
 /// Versions of the plug-in and of the storage library beneath it. Immutable once built.
@@ -21,6 +22,12 @@ class Version {
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
+  /// The schema of that form, as `field::schemaOf` gives it.
+  static ovra::data_transfer::ServiceObject schema();
+
+  /// Every field, see field.h.
+  template <class Walk>
+  static constexpr void fields(Walk& walk);
 
  private:
   Version() = default;
@@ -33,19 +40,37 @@ class Version {
   bool m_passThroughSupport = false;
 };
 
+template <class Walk>
+constexpr void Version::fields(Walk& walk) {
+  using namespace field;
+  walk(text<&Version::m_productVersion>(L"productVersion", L"The version of the product."));
+  walk(text<&Version::m_pluginVersion>(L"pluginVersion", L"The version of the plug-in."));
+  walk(text<&Version::m_vexInterfaceVersion>(L"vexInterfaceVersion",
+                                             L"The version of the storage library's interface."));
+  walk(text<&Version::m_vexVersion>(L"vexVersion", L"The version of the storage library."));
+  walk(flag<&Version::m_volSetSizeSupport>(L"volSetSizeSupport", L"Whether volumes can be resized."));
+  walk(flag<&Version::m_passThroughSupport>(L"passThroughSupport",
+                                            L"Whether disks outside of arrays are shown."));
+}
+
+/// Whether clients see the same, and all links lead to the same objects.
+bool sameForm(const Version& one, const Version& other);
+/// The same, but for how far work is.
+bool sameStructure(const Version& one, const Version& other);
+
 /// A forgotten field is stopped by an assertion.
-class Version::Builder : public ModelBuilder<Version::Builder, Version, 6> {
+class Version::Builder : public ModelBuilder<Version::Builder, Version> {
  public:
   Builder() : ModelBuilder(Version()) {}
 
-  Builder& productVersion(std::wstring value) { return set<0>(m_object.m_productVersion, std::move(value)); }
-  Builder& pluginVersion(std::wstring value) { return set<1>(m_object.m_pluginVersion, std::move(value)); }
+  Builder& productVersion(std::wstring value) { return set<&Version::m_productVersion>(std::move(value)); }
+  Builder& pluginVersion(std::wstring value) { return set<&Version::m_pluginVersion>(std::move(value)); }
   Builder& vexInterfaceVersion(std::wstring value) {
-    return set<2>(m_object.m_vexInterfaceVersion, std::move(value));
+    return set<&Version::m_vexInterfaceVersion>(std::move(value));
   }
-  Builder& vexVersion(std::wstring value) { return set<3>(m_object.m_vexVersion, std::move(value)); }
-  Builder& volSetSizeSupport(bool value) { return set<4>(m_object.m_volSetSizeSupport, value); }
-  Builder& passThroughSupport(bool value) { return set<5>(m_object.m_passThroughSupport, value); }
+  Builder& vexVersion(std::wstring value) { return set<&Version::m_vexVersion>(std::move(value)); }
+  Builder& volSetSizeSupport(bool value) { return set<&Version::m_volSetSizeSupport>(value); }
+  Builder& passThroughSupport(bool value) { return set<&Version::m_passThroughSupport>(value); }
 
   Version build() const;
 };

@@ -6,20 +6,11 @@
 #include <cstddef>
 #include <string>
 
+#include "common/builder_setters.h"
 #include "support/assertion_output.h"
 #include "support/model_samples.h"
 
 namespace {
-
-template <class Model>
-typename Model::Builder allBut(std::size_t left) {
-  typename Model::Builder builder;
-  const auto all = setters<Model>();
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (i != left) all[i](builder);
-  }
-  return builder;
-}
 
 /// The file that an assertion names, and the number of flags.
 template <class Model>
@@ -79,6 +70,44 @@ struct BySource {
   }
 };
 
+/// Sees the flags of a builder.
+template <class Model>
+struct Flags : Model::Builder {
+  static auto of(const typename Model::Builder& builder) { return builder.*(&Flags::m_flags); }
+};
+
+/// Notes the names of the fields that have a flag.
+struct FlaggedNames {
+  void operator()(const field::Facts& facts) {
+    if (facts.hasFlag) names.push_back(wideToUtf8(facts.name));
+  }
+  std::vector<std::string> names;
+};
+
+template <class Model>
+class BuilderFlags : public testing::Test {};
+
+using AllModels = testing::Types<Array, Controller, Controller::Functions, EndDevice, Port, Raid,
+                                 RaidLevelSupport, Version, Volume>;
+TYPED_TEST_SUITE(BuilderFlags, AllModels, BySource);
+
+TYPED_TEST(BuilderFlags, StandInThePromisedOrderWithASetterEach) {
+  FlaggedNames flagged;
+  TypeParam::fields(flagged);
+  ASSERT_EQ(flagged.names.size(), kFlags<TypeParam>);
+  ASSERT_EQ(setters<TypeParam>().size(), kFlags<TypeParam>);
+  for (std::size_t place = 0; place < kFlags<TypeParam>; ++place) {
+    const auto setter = setters<TypeParam>()[place];
+    typename TypeParam::Builder builder;
+    setter.call(builder);
+    const auto flags = Flags<TypeParam>::of(builder);
+    EXPECT_EQ(flags.size(), kFlags<TypeParam>);
+    EXPECT_EQ(flags.count(), 1U) << setter.name;
+    EXPECT_TRUE(flags.test(place)) << setter.name;
+    EXPECT_EQ(flagged.names[place], setter.name);
+  }
+}
+
 template <class Model>
 class AssertingBuilderDeathTest : public testing::Test {};
 
@@ -88,16 +117,15 @@ TYPED_TEST_SUITE(AssertingBuilderDeathTest, AssertingModels, BySource);
 TYPED_TEST(AssertingBuilderDeathTest, StopsTheProcessForAnyForgottenField) {
   const auto failed =
       failedAssertion("m_flags.count() == m_flags.size()", std::string("src\\common\\") + kSource<TypeParam>);
-  ASSERT_EQ(setters<TypeParam>().size(), kFlags<TypeParam>);
   for (std::size_t left = 0; left < kFlags<TypeParam>; ++left) {
-    const auto builder = allBut<TypeParam>(left);
+    const auto builder = filledBuilder<TypeParam>(left);
     EXPECT_DEATH(builder.build(), failed) << "without field " << left;
   }
 }
 
 TYPED_TEST(AssertingBuilderDeathTest, BuildsWhenEveryFieldIsSetOnceOrTwice) {
   auto builder = complete<TypeParam>();
-  for (const auto& set : setters<TypeParam>()) set(builder);
+  for (const auto& setter : setters<TypeParam>()) setter.call(builder);
   builder.build();
   SUCCEED();
 }
@@ -109,10 +137,9 @@ using ThrowingModels = testing::Types<Volume, Controller::Functions>;
 TYPED_TEST_SUITE(ThrowingBuilder, ThrowingModels, BySource);
 
 TYPED_TEST(ThrowingBuilder, RaisesItsExceptionForAnyForgottenField) {
-  ASSERT_EQ(setters<TypeParam>().size(), kFlags<TypeParam>);
   for (std::size_t left = 0; left < kFlags<TypeParam>; ++left) {
     try {
-      allBut<TypeParam>(left).build();
+      filledBuilder<TypeParam>(left).build();
       FAIL() << "built without field " << left;
     } catch (const typename TypeParam::InitializationException& error) {
       const std::invalid_argument& asInvalidArgument = error;
@@ -123,13 +150,12 @@ TYPED_TEST(ThrowingBuilder, RaisesItsExceptionForAnyForgottenField) {
 
 TYPED_TEST(ThrowingBuilder, BuildsWhenEveryFieldIsSetOnceOrTwice) {
   auto builder = complete<TypeParam>();
-  for (const auto& set : setters<TypeParam>()) set(builder);
+  for (const auto& setter : setters<TypeParam>()) setter.call(builder);
   EXPECT_NO_THROW(builder.build());
 }
 
 TEST(VolumeBuilder, WithoutItsLastFlagSaysSo) {
-  ASSERT_EQ(setters<Volume>().size(), kFlags<Volume>);
-  EXPECT_THROW(allBut<Volume>(kFlags<Volume> - 1).build(), Volume::InitializationException);
+  EXPECT_THROW(filledBuilder<Volume>(kFlags<Volume> - 1).build(), Volume::InitializationException);
 }
 
 TEST(Builder, GivesACopyAndStaysUsable) {

@@ -42,20 +42,14 @@ void requireFitting(const EndDevice& disk, const std::vector<Volume>& volumes) {
 ServiceObject makeArrayDisksResponse(IMirnSession& session, const Array& before) {
   return answerAfterAction([&] {
     const Array array = findArray(session, before.id());
-    return PublishedForm()
-        .text(keys::kArrayId, array.id())
-        .part(keys::kDisks, idsOf(session.getArrayEndDevices(array.id())))
-        .take();
+    return formOf(ArrayDisksAnswer{array.id(), idsOf(session.getArrayEndDevices(array.id()))});
   });
 }
 
 ServiceObject makeArrayCacheResponse(IMirnSession& session, const Array& before) {
   return answerAfterAction([&] {
     const Array array = findArray(session, before.id());
-    PublishedForm answer;
-    answer.text(keys::kArrayId, array.id());
-    tellChange(answer, keys::kWriteCachePolicy, before.writeCachePolicy(), array.writeCachePolicy());
-    return answer.take();
+    return formOf(ArrayCacheAnswer{array.id(), changed(before.writeCachePolicy(), array.writeCachePolicy())});
   });
 }
 

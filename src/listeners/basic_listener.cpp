@@ -10,22 +10,16 @@ namespace {
 
 constexpr wchar_t kVolumeObjectType[] = L"VOLUME";
 
-ServiceObject operationOf(const Volume& volume) {
-  return PublishedForm()
-      .text(keys::kObjectId, volume.id())
-      .text(keys::kAction, toText(volume.state()))
-      .text(keys::kObjectName, volume.name())
-      .text(keys::kObjectType, kVolumeObjectType)
-      .take();
+WorkUnderWay workOn(const Volume& volume) {
+  return {volume.id(), volume.state(), volume.name(), kVolumeObjectType};
 }
 
 ServiceObject getState(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                        const ServiceObject&) {
   // Two reads, so the two members need not come from one snapshot.
-  PublishedForm answer;
-  answer.text(keys::kState, session->getServiceState());
-  answer.part(keys::kInProgress, listOf(session->getVolumesInProgress(), operationOf));
-  return answer.take();
+  StateAnswer answer{session->getServiceState(), {}};
+  for (const Volume& volume : session->getVolumesInProgress()) answer.inProgress.push_back(workOn(volume));
+  return formOf(answer);
 }
 
 ServiceObject getVersion(IMirnSession* session, const RouteMatch&, const RequestParameters&,

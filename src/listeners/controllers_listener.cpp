@@ -62,10 +62,7 @@ ServiceObject makeSwitchResponse(IMirnSession& session, const Controller& before
     const auto stateOf = [switchOf](const Controller& of) {
       return (of.*switchOf)().enabled ? EnableState::ENABLED : EnableState::DISABLED;
     };
-    PublishedForm answer;
-    answer.text(keys::kControllerId, controller.id());
-    tellChange(answer, keys::kState, stateOf(before), stateOf(controller));
-    return answer.take();
+    return formOf(ControllerSwitchAnswer{controller.id(), changed(stateOf(before), stateOf(controller))});
   });
 }
 

@@ -19,11 +19,8 @@ EndDevice requestedDisk(IMirnSession& session, const RouteMatch& match) {
 ServiceObject makeDiskResponse(IMirnSession& session, const EndDevice& before) {
   return answerAfterAction([&] {
     const EndDevice disk = findEndDevice(session, before.id(), kMsgInvalidDiskId);
-    PublishedForm answer;
-    answer.text(keys::kDiskId, disk.id());
-    tellChange(answer, keys::kUsage, before.disk().usage, disk.disk().usage);
-    tellChange(answer, keys::kState, before.disk().state, disk.disk().state);
-    return answer.take();
+    return formOf(DiskAnswer{disk.id(), changed(before.disk().usage, disk.disk().usage),
+                             changed(before.disk().state, disk.disk().state)});
   });
 }
 

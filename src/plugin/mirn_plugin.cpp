@@ -7,6 +7,7 @@
 #include "logger.h"
 #include "lookup.h"
 #include "mirn_exception.h"
+#include "plugin_description.h"
 #include "plugin_log_line.h"
 #include "rehearsal.h"
 #include "service_exceptions.h"
@@ -87,6 +88,11 @@ ovra::data_transfer::ServiceObject mirn_plugin::handleRequest(std::wstring path,
   requireWorking();
   return lookUp(m_listeners, path)
       ->handleRequest(method, std::move(segments), std::move(parameters), std::move(body));
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::describe() {
+  static const ovra::data_transfer::ServiceObject description = describePlugin();
+  return description;
 }
 
 ovra::PluginPosition mirn_plugin::position() { return m_session.changes().position(); }

@@ -19,6 +19,7 @@
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
 class mirn_plugin : public ovra::BasePlugin,
+                    public ovra::described_plugin_1,
                     public ovra::watched_plugin_1,
                     public ovra::rehearsed_plugin_1,
                     public ovra::guarded_plugin_1 {
@@ -41,6 +42,9 @@ class mirn_plugin : public ovra::BasePlugin,
                                                    std::vector<std::wstring> segments,
                                                    std::map<std::wstring, std::wstring> parameters,
                                                    ovra::data_transfer::ServiceObject body) override;
+
+  // described_plugin_1: made once; see plugin_description.h.
+  ovra::data_transfer::ServiceObject describe() override;
 
   // watched_plugin_1: works before `initialize` and after `finish`, too; then nobody waits.
   ovra::PluginPosition position() override;

@@ -40,13 +40,13 @@ LAYERS = [
      MODEL),
     ("session", ["src/session/*"],
      MODEL + ["base", "platform", "logging", "closed library", "library", "events", "session interfaces"]),
-    ("catalogue", ["src/catalogue/*"], MODEL + ["framework", "validator", "session interfaces"]),
+    ("catalogue", ["src/catalogue/*"], MODEL + ["framework", "validator", "events", "session interfaces"]),
     ("listeners", ["src/listeners/*"],
      MODEL + ["framework", "validator", "events", "session interfaces", "catalogue"]),
-    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/listener_table.*", "src/plugin/rehears*",
-      "src/plugin/whole_picture.*"],
-     MODEL + ["base", "framework", "validator", "logging", "closed library", "events", "session interfaces", "session",
-              "catalogue", "listeners"]),
+    ("plug-in object", ["src/plugin/mirn_plugin.*", "src/plugin/listener_table.*", "src/plugin/plugin_description.*",
+      "src/plugin/rehears*", "src/plugin/whole_picture.*"],
+     MODEL + ["base", "framework", "validator", "logging", "closed library", "library", "events", "session interfaces",
+              "session", "catalogue", "listeners"]),
     ("exports", ["src/plugin/module.*"], CONTRACT + ["framework", "plug-in object"]),
 
     # The simulated library.

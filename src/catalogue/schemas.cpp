@@ -1,9 +1,15 @@
 #include "schemas.h"
 
 #include "answer_fields.h"
+#include "array.h"
+#include "controller.h"
+#include "enddevice.h"
 #include "event_records.h"
 #include "plugin_setting.h"
+#include "port.h"
+#include "raid.h"
 #include "schema_names.h"
+#include "version.h"
 #include "volume.h"
 
 using ovra::data_transfer::ServiceObject;
@@ -27,13 +33,19 @@ ServiceObject configSchema() {
 
 ServiceObject allSchemas() {
   ServiceObject all = ServiceObject::object();
+  all.member(schemas::kArray) = Array::schema();
   all.member(schemas::kArrayCacheChange) = field::schemaOf<ArrayCacheAnswer>();
   all.member(schemas::kArrayDisks) = field::schemaOf<ArrayDisksAnswer>();
   all.member(schemas::kConfig) = configSchema();
+  all.member(schemas::kController) = Controller::schema();
   all.member(schemas::kControllerSwitch) = field::schemaOf<ControllerSwitchAnswer>();
+  all.member(schemas::kDevice) = EndDevice::schema();
   all.member(schemas::kDiskChange) = field::schemaOf<DiskAnswer>();
   all.member(schemas::kEvent) = mirn_events::eventSchema();
+  all.member(schemas::kPort) = Port::schema();
+  all.member(schemas::kRaid) = Raid::schema();
   all.member(schemas::kState) = field::schemaOf<StateAnswer>();
+  all.member(schemas::kVersion) = Version::schema();
   all.member(schemas::kVolume) = Volume::schema();
   all.member(schemas::kVolumeChange) = field::schemaOf<VolumeAnswer>();
   all.member(schemas::kVolumeName) = field::schemaOf<VolumeNameAnswer>();

@@ -65,7 +65,8 @@ ServiceObject base_event::toServiceObject() const {
   return field::formOf<EventForm>(EventForm{eventTimeText(m_creationTime), m_severity, getTypeName()});
 }
 
-ServiceObject base_event::formOf(std::wstring source, std::wstring sourceName, std::wstring description) const {
+ServiceObject base_event::formOf(std::wstring source, std::wstring sourceName,
+                                 std::wstring description) const {
   const SourcedEventForm form{
       {eventTimeText(m_creationTime), m_severity, getTypeName()},
       std::move(source),

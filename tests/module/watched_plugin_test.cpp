@@ -15,6 +15,8 @@
 #include "support/default_settings.h"
 #include "support/loaded_module.h"
 #include "support/log_lines.h"
+#include "support/text_form.h"
+#include "tick_clock.h"
 
 // What the module tells a host of its changes, over the scripted library.
 
@@ -255,6 +257,90 @@ TEST_F(WatchedPlugin, KeepsItsEventsOverFinishAndInitialize) {
   start();
   EXPECT_THAT(textsUnder(L"objectName", m_watched->eventsAfter(known, kAll).member(L"events")),
               ElementsAre(L"Data"));
+}
+
+// The whole picture
+
+std::string formOf(const ServiceObject& value) { return textForm(value); }
+
+class WholePicture : public WatchedPlugin {
+ protected:
+  std::string answerTo(const Request& request) { return formOf(serve(*m_plugin, request)); }
+};
+
+TEST_F(WholePicture, HoldsEveryListAsItsRouteAnswers) {
+  change(
+      [](ScriptedMachine& machine) { machine.volumes.at(kDataVolume).state = VEX_VOLUME_STATE_REBUILDING; });
+  look();
+  const ServiceObject picture = m_watched->picture();
+  EXPECT_EQ(formOf(picture.member(L"state")), answerTo(get(L"mirn", {L"state"})));
+  EXPECT_EQ(formOf(picture.member(L"version")), answerTo(get(L"mirn", {L"version"})));
+  for (const wchar_t* const list :
+       {L"raids", L"controllers", L"arrays", L"enddevices", L"ports", L"volumes"}) {
+    const std::string answer = answerTo(get(std::wstring(L"mirn/") + list));
+    EXPECT_EQ(formOf(picture.member(list)), answer);
+    EXPECT_NE(answer, formOf(ServiceObject::array())) << "something is compared";
+  }
+  EXPECT_EQ(picture.asObject().size(), 15u);
+}
+
+TEST_F(WholePicture, HoldsTheIdsOfEachControllersOwn) {
+  const ServiceObject picture = m_watched->picture();
+  const std::vector<std::wstring> controllers = textsUnder(L"id", picture.member(L"controllers"));
+  ASSERT_EQ(controllers.size(), 2u);
+  const std::pair<const wchar_t*, const wchar_t*> kParts[] = {
+      {L"controllerArrays", L"arrays"}, {L"controllerPorts", L"ports"}, {L"controllerVolumes", L"volumes"}};
+  for (const auto& [key, segment] : kParts) {
+    for (const std::wstring& controller : controllers) {
+      std::vector<std::wstring> ids =
+          textsUnder(L"id", serve(*m_plugin, get(L"mirn/controllers", {controller, segment})));
+      std::vector<std::wstring> told;
+      const ServiceObject& list = picture.member(key).member(controller);
+      for (auto id = list.begin(); id != list.end(); ++id) told.push_back((*id).value->toString());
+      EXPECT_THAT(told, testing::UnorderedElementsAreArray(ids));
+    }
+  }
+}
+
+TEST_F(WholePicture, TellsWhereItStandsAndWhenItWasTaken) {
+  const ServiceObject picture = m_watched->picture();
+  const ServiceObject& told = picture.member(L"position");
+  EXPECT_EQ(told.member(L"epoch").toString(), position().epoch);
+  EXPECT_EQ(told.member(L"revision").toInt64(), static_cast<std::int64_t>(position().revision));
+  EXPECT_EQ(told.member(L"structure").toInt64(), static_cast<std::int64_t>(position().structure));
+  EXPECT_EQ(told.member(L"sequence").toInt64(), static_cast<std::int64_t>(position().sequence));
+  EXPECT_EQ(picture.member(L"takenAt").which(), 3) << "unsigned";
+  const std::int64_t now = currentTicks() / (kTicksPerSecond / 1000);
+  EXPECT_LE(picture.member(L"takenAt").toInt64(), now);
+  EXPECT_GT(picture.member(L"takenAt").toInt64(), now - 600'000);
+  EXPECT_TRUE(picture.member(L"failedAt").isNull());
+  EXPECT_TRUE(picture.member(L"failure").isNull());
+}
+
+TEST_F(WholePicture, TellsWhyItIsNotRenewed) {
+  m_library.answer(onCall("VexSessionOpen"), VEX_STATUS_NO_SESSION_LEFT);
+  look();
+  const ServiceObject picture = m_watched->picture();
+  EXPECT_EQ(picture.member(L"failure").toString(), L"Failed to open a session");
+  EXPECT_GE(picture.member(L"failedAt").toInt64(), picture.member(L"takenAt").toInt64());
+  m_log.take();
+}
+
+TEST_F(WholePicture, IsEmptyAheadOfTheFirst) {
+  const auto other = std::dynamic_pointer_cast<ovra::watched_plugin_1>(m_module.registerPlugin());
+  const ServiceObject picture = other->picture();
+  EXPECT_TRUE(picture.member(L"takenAt").isNull());
+  EXPECT_TRUE(picture.member(L"version").isNull());
+  EXPECT_EQ(formOf(picture.member(L"volumes")), formOf(ServiceObject::array()));
+  EXPECT_EQ(formOf(picture.member(L"controllerPorts")), formOf(ServiceObject::object()));
+}
+
+TEST_F(WholePicture, CallsNoLibraryFunction) {
+  m_library.clearCalls();
+  m_watched->picture();
+  m_watched->position();
+  m_watched->eventsAfter(0, kAll);
+  EXPECT_THAT(m_library.callTexts(), testing::IsEmpty());
 }
 
 }  // namespace

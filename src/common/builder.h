@@ -11,10 +11,10 @@
 /// What a build step says that fails by exception.
 constexpr char kNotFullyInitialized[] = "Not fully initialized";
 
-/// The one mechanism behind every builder of the model: one flag for each field that the class's list demands,
-/// in the order of the list (field.h), and an instance under construction. A builder derives from it, has one
-/// setter a field and one build step, and hands out no object with a forgotten field. Setting a field twice is
-/// harmless. Builders live on one stack frame.
+/// The one mechanism behind every builder of the model: one flag for each field that the class's list
+/// demands, in the order of the list (field.h), and an instance under construction. A builder derives from
+/// it, has one setter a field and one build step, and hands out no object with a forgotten field. Setting a
+/// field twice is harmless. Builders live on one stack frame.
 ///
 ///     class Disk::Builder : public ModelBuilder<Disk::Builder, Disk> {
 ///      public:

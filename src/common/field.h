@@ -27,8 +27,8 @@
 ///
 /// - the published form (`formOf`) and its schema (`schemaOf`), see published_fields.h;
 /// - the comparison of two objects (`sameFields`), see field_comparison.h;
-/// - the flags of the class's builder, see builder.h: one a field, in the order of the list, but for those that
-///   say `withoutFlag`;
+/// - the flags of the class's builder, see builder.h: one a field, in the order of the list, but for those
+///   that say `withoutFlag`;
 /// - the tests' samples.
 ///
 /// A class of the model tells its private members; an answer that is no object of the model is a plain struct

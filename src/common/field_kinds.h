@@ -16,7 +16,7 @@
 /// - `describe`: tells that in the schema of the field;
 /// - `same`: whether two values read the same to clients, without making their forms.
 ///
-/// A class may have a kind of its own with these three, for a field that none of these fits. For sources only.
+/// A class may have a kind of its own with these three, for a field that none fits. For sources only.
 namespace field {
 
 /// Whether a comparison sees how far the machine's work is.

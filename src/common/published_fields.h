@@ -58,8 +58,8 @@ class Publisher {
   const Owner& m_owner;
 };
 
-/// The published form by the list of `List`, which is the object's own class as a rule: an object, or the null
-/// value when no field is published.
+/// The published form by the list of `List`, which is the object's own class as a rule: an object, or the
+/// null value when no field is published.
 ///
 ///     return field::formOf<Volume>(volume);
 template <class List, class Owner>
@@ -115,10 +115,10 @@ class Describer {
 
 /// The schema of the published form, close to JSON Schema: an object with
 /// - `type`: "object";
-/// - `properties`: under each key `type` ("string", "integer", "boolean", "array", "object", or a list of such a
-///   word and "null"), `description`, and where it applies `enum` (all words), `pattern`, `minimum`, `items`,
-///   `properties` and `required`, `unit` ("bytes", "percent"), `condition` (words: when it is published),
-///   `refersTo` (the type of object that it is the id of), `progress` (true: moves by itself while work goes on);
+/// - `properties`: under each key `type` ("string", "integer", "boolean", "array", "object", or a list of
+///   such a word and "null"), `description`, and where it applies `enum` (all words), `pattern`, `minimum`,
+///   `items`, `properties`, `required`, `unit` ("bytes", "percent"), `condition` (words: when it is there),
+///   `refersTo` (the type of object that it is the id of), `progress` (true: moves by itself);
 /// - `required`: the keys that are always there.
 template <class List>
 ovra::data_transfer::ServiceObject schemaOf() {

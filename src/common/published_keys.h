@@ -1,113 +1,22 @@
 #ifndef MIRN_COMMON_PUBLISHED_KEYS_H
 #define MIRN_COMMON_PUBLISHED_KEYS_H
 
-/// The keys of the published forms of the model.
+/// The keys of the model's published forms that requests and other answers use, too. The lists of fields have
+/// all keys.
 namespace keys {
 
-constexpr wchar_t kAddDisksToArray[] = L"addDisksToArray";
-constexpr wchar_t kAddress[] = L"address";
-constexpr wchar_t kArrayCreate[] = L"arrayCreate";
 constexpr wchar_t kArrayId[] = L"arrayId";
-constexpr wchar_t kArrayOrdinal[] = L"arrayOrdinal";
-constexpr wchar_t kAvailableDevices[] = L"availableDevices";
-constexpr wchar_t kAvailableDisks[] = L"availableDisks";
-constexpr wchar_t kBadBlocks[] = L"badBlocks";
 constexpr wchar_t kCachePolicy[] = L"cachePolicy";
-constexpr wchar_t kConnectedPortId[] = L"connectedPortId";
 constexpr wchar_t kControllerId[] = L"controllerId";
-constexpr wchar_t kControllerIds[] = L"controllerIds";
-constexpr wchar_t kCreated[] = L"created";
-constexpr wchar_t kCreateFromExistingSupport[] = L"createFromExistingSupport";
-constexpr wchar_t kDedicatedSpareSupport[] = L"dedicatedSpareSupport";
-constexpr wchar_t kDefaultStripSize[] = L"defaultStripSize";
-constexpr wchar_t kDefaultStripSizes[] = L"defaultStripSizes";
-constexpr wchar_t kDeviceId[] = L"deviceId";
-constexpr wchar_t kDeviceType[] = L"deviceType";
-constexpr wchar_t kDisableESataSpanning[] = L"disableESataSpanning";
-constexpr wchar_t kEmptyArraysSupport[] = L"emptyArraysSupport";
-constexpr wchar_t kEnabled[] = L"enabled";
-constexpr wchar_t kErrors[] = L"errors";
-constexpr wchar_t kEvenDiskCount[] = L"evenDiskCount";
-constexpr wchar_t kFirmware[] = L"firmware";
-constexpr wchar_t kFreeSize[] = L"freeSize";
-constexpr wchar_t kGlobalSpareSupport[] = L"globalSpareSupport";
-constexpr wchar_t kHardwareRevisionId[] = L"hardwareRevisionId";
-constexpr wchar_t kId[] = L"id";
-constexpr wchar_t kInitialized[] = L"initialized";
-constexpr wchar_t kIsOrdanNVMe[] = L"isOrdanNVMe";
 constexpr wchar_t kJournalingDriveId[] = L"journalingDriveId";
-constexpr wchar_t kLoaded[] = L"loaded";
-constexpr wchar_t kLocalDeviceId[] = L"localDeviceId";
-constexpr wchar_t kLocalDeviceType[] = L"localDeviceType";
-constexpr wchar_t kLogical[] = L"logical";
-constexpr wchar_t kLyxDomain[] = L"lyxDomain";
-constexpr wchar_t kManagedHotplug[] = L"managedHotplug";
-constexpr wchar_t kManagerVersion[] = L"managerVersion";
-constexpr wchar_t kMarkAsNormal[] = L"markAsNormal";
-constexpr wchar_t kMarkAsSpare[] = L"markAsSpare";
-constexpr wchar_t kMaxDisks[] = L"maxDisks";
-constexpr wchar_t kMaxDisksPerArray[] = L"maxDisksPerArray";
-constexpr wchar_t kMaxRaidDisksSupported[] = L"maxRaidDisksSupported";
-constexpr wchar_t kMaxVolumesPerArray[] = L"maxVolumesPerArray";
-constexpr wchar_t kMaxVolumesPerHba[] = L"maxVolumesPerHba";
-constexpr wchar_t kMigration[] = L"migration";
-constexpr wchar_t kMigrProgress[] = L"migrProgress";
-constexpr wchar_t kMigrSupport[] = L"migrSupport";
-constexpr wchar_t kMinDisks[] = L"minDisks";
-constexpr wchar_t kMode[] = L"mode";
-constexpr wchar_t kModel[] = L"model";
 constexpr wchar_t kName[] = L"name";
-constexpr wchar_t kNegotiatedLinkSpeed[] = L"negotiatedLinkSpeed";
-constexpr wchar_t kNumDisks[] = L"numDisks";
-constexpr wchar_t kNumPhys[] = L"numPhys";
-constexpr wchar_t kNumVolumes[] = L"numVolumes";
-constexpr wchar_t kNvsramSupported[] = L"nvsramSupported";
-constexpr wchar_t kOddDiskCount[] = L"oddDiskCount";
-constexpr wchar_t kPassThroughSupport[] = L"passThroughSupport";
-constexpr wchar_t kPhysical[] = L"physical";
-constexpr wchar_t kPluginVersion[] = L"pluginVersion";
-constexpr wchar_t kPortLocate[] = L"portLocate";
-constexpr wchar_t kPreboot[] = L"preboot";
-constexpr wchar_t kProductVersion[] = L"productVersion";
-constexpr wchar_t kRaidEnabled[] = L"raidEnabled";
-constexpr wchar_t kRaidId[] = L"raidId";
 constexpr wchar_t kRaidLevel[] = L"raidLevel";
-constexpr wchar_t kRaidLevelInfo[] = L"raidLevelInfo";
-constexpr wchar_t kReadPatrol[] = L"readPatrol";
-constexpr wchar_t kRequiresDisk[] = L"requiresDisk";
-constexpr wchar_t kRohi[] = L"rohi";
 constexpr wchar_t kRwhPolicy[] = L"rwhPolicy";
-constexpr wchar_t kSectorSize[] = L"sectorSize";
-constexpr wchar_t kSerialNumber[] = L"serialNumber";
 constexpr wchar_t kState[] = L"state";
 constexpr wchar_t kStripSize[] = L"stripSize";
-constexpr wchar_t kStripSizesSupported[] = L"stripSizesSupported";
-constexpr wchar_t kSubClassCode[] = L"subClassCode";
-constexpr wchar_t kSubSystemId[] = L"subSystemId";
-constexpr wchar_t kSubVendorId[] = L"subVendorId";
-constexpr wchar_t kSupported[] = L"supported";
-constexpr wchar_t kSupportedFunctions[] = L"supportedFunctions";
-constexpr wchar_t kSystemDisk[] = L"systemDisk";
-constexpr wchar_t kSystemVolume[] = L"systemVolume";
-constexpr wchar_t kTotalSize[] = L"totalSize";
-constexpr wchar_t kTwoTbDiskSupport[] = L"twoTbDiskSupport";
-constexpr wchar_t kTwoTbVolumeSupport[] = L"twoTbVolumeSupport";
 constexpr wchar_t kType[] = L"type";
 constexpr wchar_t kUsage[] = L"usage";
-constexpr wchar_t kVendorId[] = L"vendorId";
-constexpr wchar_t kVerify[] = L"verify";
-constexpr wchar_t kVersion[] = L"version";
-constexpr wchar_t kVexInterfaceVersion[] = L"vexInterfaceVersion";
-constexpr wchar_t kVexVersion[] = L"vexVersion";
-constexpr wchar_t kVolSetSizeSupport[] = L"volSetSizeSupport";
-constexpr wchar_t kVolumeCancelVerify[] = L"volumeCancelVerify";
-constexpr wchar_t kVolumeDelete[] = L"volumeDelete";
-constexpr wchar_t kVolumeModify[] = L"volumeModify";
-constexpr wchar_t kVolumeRename[] = L"volumeRename";
-constexpr wchar_t kVolumeSetCachePolicy[] = L"volumeSetCachePolicy";
 constexpr wchar_t kWriteCachePolicy[] = L"writeCachePolicy";
-constexpr wchar_t kX8Disk[] = L"x8Disk";
-constexpr wchar_t kXor[] = L"xor";
 
 }  // namespace keys
 

@@ -7,8 +7,8 @@
 
 #include "support/model_samples.h"
 
-/// Every setter of every builder, written out by hand in the promised order of the flags, to hold the lists of
-/// fields and the setters together.
+/// Every setter of every builder, written out by hand in the promised order of the flags, to hold the lists
+/// of fields and the setters together.
 
 template <class Model>
 struct Setter {

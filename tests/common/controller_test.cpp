@@ -71,6 +71,25 @@ TEST(PublishedController, WritesPciNumbersInLowerCaseHexWithoutPadding) {
   EXPECT_EQ(linesOf(form.member(L"subClassCode")), Lines{"0"});
 }
 
+TEST(ControllerSchema, TellsPciNumbersAsTextsAndPartsAsObjects) {
+  const auto properties = Controller::schema().member(L"properties");
+  EXPECT_EQ(linesOf(properties.member(L"vendorId")),
+            (Lines{R"(description = "PCI number of its maker.")", R"(pattern = "^0x[0-9a-f]+$")",
+                   R"(type = "string")"}));
+  EXPECT_EQ(linesOf(properties.member(L"rohi")),
+            (Lines{
+                R"(description = "Starting a rebuild on a disk that is put in place of a failed one.")",
+                R"(properties.enabled.description = "Whether the function is on.")",
+                R"(properties.enabled.type = "boolean")",
+                R"(properties.supported.description = "Whether the controller has the function.")",
+                R"(properties.supported.type = "boolean")",
+                R"(required[0] = "supported")",
+                R"(required[1] = "enabled")",
+                R"(type = "object")",
+            }));
+  EXPECT_EQ(linesOf(properties.member(L"supportedFunctions").member(L"required")).size(), 10U);
+}
+
 TEST(PublishedFunctions, NeverShowTheFlagWithoutAKey) {
   const auto shown = [](bool flag) {
     return linesOf(complete<Controller::Functions>().function420(flag).build().toServiceObject());

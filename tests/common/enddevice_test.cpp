@@ -112,6 +112,45 @@ TEST(PublishedEndDevice, FollowsTheAdjustedHotPlugFlag) {
   EXPECT_EQ(linesOf(device.toServiceObject().member(L"managedHotplug")), Lines{"false"});
 }
 
+Lines schemaOf(const wchar_t* key) { return linesOf(EndDevice::schema().member(L"properties").member(key)); }
+
+TEST(EndDeviceSchema, TellsTheArrayMayBeNull) {
+  EXPECT_EQ(schemaOf(L"arrayId"),
+            (Lines{R"(description = "The array that it is part of; null outside of arrays.")",
+                   R"(refersTo = "array")", R"(type[0] = "string")", R"(type[1] = "null")"}));
+}
+
+TEST(EndDeviceSchema, TellsUnderWhichConditionAKeyIsThere) {
+  const std::string ofDisk = R"(condition = "deviceType is not NON_DISK_STORAGE")";
+  for (const wchar_t* key : {L"totalSize", L"sectorSize", L"freeSize", L"writeCachePolicy", L"systemDisk"}) {
+    EXPECT_EQ(schemaOf(key).front(), ofDisk) << key;
+  }
+  EXPECT_EQ(
+      schemaOf(L"x8Disk").front(),
+      R"(condition = "deviceType is not NON_DISK_STORAGE and the disk is half of a drive with two ports")");
+  for (const wchar_t* key : {L"vendorId", L"lyxDomain", L"isOrdanNVMe"})
+    EXPECT_EQ(schemaOf(key).front(), R"(condition = "type is Lyx")") << key;
+}
+
+TEST(EndDeviceSchema, NamesWhatEveryDeviceHas) {
+  EXPECT_EQ(linesOf(EndDevice::schema().member(L"required")), (Lines{
+                                                                  R"([0] = "id")",
+                                                                  R"([1] = "controllerId")",
+                                                                  R"([2] = "raidId")",
+                                                                  R"([3] = "arrayId")",
+                                                                  R"([4] = "address")",
+                                                                  R"([5] = "deviceType")",
+                                                                  R"([6] = "serialNumber")",
+                                                                  R"([7] = "model")",
+                                                                  R"([8] = "firmware")",
+                                                                  R"([9] = "type")",
+                                                                  R"([10] = "state")",
+                                                                  R"([11] = "usage")",
+                                                                  R"([12] = "negotiatedLinkSpeed")",
+                                                                  R"([13] = "managedHotplug")",
+                                                              }));
+}
+
 TEST(EndDevice, CarriesWhatItNeverPublishes) {
   const EndDevice device = complete<EndDevice>().build();
   EXPECT_EQ(device.unpublishedNumber(), 77U);

@@ -1,47 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "common/open_objects.h"
 #include "support/lines_of.h"
-#include "support/model_samples.h"
 
 namespace {
-
-/// An object of which every field is published that can be.
-template <class Model>
-Model openObject() {
-  return complete<Model>().build();
-}
-
-template <>
-Volume openObject() {
-  return complete<Volume>().rwhPolicy(RwhPolicy::RWH_JOURNALING_DRIVE).build();
-}
-
-template <>
-EndDevice openObject() {
-  EndDevice::Disk disk = sampleDisk();
-  disk.type = DiskType::Lyx;
-  disk.x8Disk = X8Disk::X8_A;
-  return complete<EndDevice>().disk(disk).build();
-}
-
-template <>
-Raid openObject() {
-  Raid raid = complete<Raid>().build();
-  raid.setLevels({complete<RaidLevelSupport>().build()});
-  return raid;
-}
-
-template <>
-RaidLevelSupport openObject() {
-  RaidLevelSupport level = complete<RaidLevelSupport>().build();
-  level.setDefaultStripSizes({{3, StripSize::SIZE_64KB}});
-  return level;
-}
 
 /// What a change of one field does.
 struct Effect {

@@ -61,6 +61,30 @@ TEST(PublishedRaidLevel, HasAnEmptyListWithoutMigrationTargets) {
   EXPECT_EQ(linesOf(form.member(L"migrSupport")), Lines{"[]"});
 }
 
+TEST(RaidLevelSchema, TellsOneStripSizeOrOneForEachNumberOfDisks) {
+  const auto properties = RaidLevelSupport::schema().member(L"properties");
+  const auto one = properties.member(L"defaultStripSize");
+  const auto several = properties.member(L"defaultStripSizes");
+  EXPECT_EQ(one.member(L"condition").toString(), L"one strip size fits every number of disks");
+  EXPECT_EQ(one.member(L"type").toString(), L"string");
+  EXPECT_EQ(several.member(L"condition").toString(), L"the strip size depends on the number of disks");
+  EXPECT_EQ(several.member(L"type").toString(), L"object");
+  const auto word = several.member(L"additionalProperties");
+  EXPECT_EQ(word.member(L"type").toString(), L"string");
+  EXPECT_EQ(linesOf(word.member(L"enum")), linesOf(one.member(L"enum")));
+}
+
+TEST(RaidLevelSchema, TellsListsOfWordsAndOfObjects) {
+  const auto properties = RaidLevelSupport::schema().member(L"properties");
+  const auto sizes = properties.member(L"stripSizesSupported");
+  EXPECT_EQ(sizes.member(L"type").toString(), L"array");
+  EXPECT_EQ(linesOf(sizes.member(L"items").member(L"enum")).at(16), R"([16] = "N/A")");
+  const auto targets = properties.member(L"migrSupport");
+  EXPECT_EQ(targets.member(L"type").toString(), L"array");
+  EXPECT_EQ(linesOf(targets.member(L"items").member(L"required")),
+            (std::vector<std::string>{R"([0] = "raidLevel")", R"([1] = "requiresDisk")"}));
+}
+
 TEST(PublishedRaidLevel, OfRaid1HasNoStripSizes) {
   const auto form = complete<RaidLevelSupport>()
                         .raidLevel(RaidLevel::RAID_1)

@@ -107,7 +107,7 @@ TEST_P(UnlockPassword, HasAtMostThirtyTwoBytes) {
   } else {
     EXPECT_EQ(failure, kNoFailure);
     EXPECT_THAT(m_library.actionTexts(),
-                ElementsAre("VexDiskUnlock(23, {" + field(GetParam().sent, 32) + u32(0) + "})"));
+                ElementsAre("VexDiskUnlock(23, {" + fieldBytes(GetParam().sent, 32) + u32(0) + "})"));
   }
 }
 

@@ -37,7 +37,7 @@ std::vector<ActionCase> diskCases() {
       {"AssignStoragePool", [](auto& s) { s.assignStoragePool(23, 255); },
        "VexDiskAssignStoragePool(23, 255)"},
       {"Unlock", [](auto& s) { s.unlock(23, UserLevel::kMaster, L"s\u00e9same"); },
-       "VexDiskUnlock(23, {" + field("s\303\251same", 32) + u32(1) + "})"},
+       "VexDiskUnlock(23, {" + fieldBytes("s\303\251same", 32) + u32(1) + "})"},
       {"ResetSmartEvent", [](auto& s) { s.resetSmartEvent(23); }, "VexDiskResetSmartEvent(23)"},
       {"RemoveDisk", [](auto& s) { s.removeDisk(disk(23)); }, "VexPhyRemove(33, 1)"},
   };
@@ -94,15 +94,15 @@ std::vector<ActionCase> volumeCreationCases() {
          s.createVolume(complete<Array>().handle(41).build(), L"Fotos", StripSize::SIZE_16KB,
                         RaidLevel::RAID_5, kSize, journalingOn25());
        },
-       "VexVolumeCreate({" + u32(41) + field("Fotos", 17) + zeros(3) + u32(0x8) + u32(8) + u64(kSize) +
+       "VexVolumeCreate({" + u32(41) + fieldBytes("Fotos", 17) + zeros(3) + u32(0x8) + u32(8) + u64(kSize) +
            u32(2) + u32(25) + "})"},
       {"CreateVolumeFromDisks",
        [](auto& s) {
          s.createVolumeFromDisks({disk(24), disk(23)}, L"Fotos", StripSize::SIZE_16KB, RaidLevel::RAID_10,
                                  kSize, L"23", journalingOn25());
        },
-       "VexVolumeCreateFromDisks({" + zeros(8) + u32(2) + u32(23) + field("Fotos", 17) + zeros(3) + u32(0x8) +
-           u32(4) + zeros(4) + u64(kSize) + u32(2) + u32(25) + "; [24, 23]}, out)"},
+       "VexVolumeCreateFromDisks({" + zeros(8) + u32(2) + u32(23) + fieldBytes("Fotos", 17) + zeros(3) +
+           u32(0x8) + u32(4) + zeros(4) + u64(kSize) + u32(2) + u32(25) + "; [24, 23]}, out)"},
       {"SetRwhPolicy", [](auto& s) { s.setRwhPolicy(volume(), journalingOn25()); },
        "VexVolumeSetRwhPolicy(52, 25, 2)"},
   };
@@ -136,12 +136,12 @@ std::string u64(std::uint64_t value) {
 std::string u32(std::uint32_t value) {
   std::string bytes;
   for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(value >> shift);
-  return field(bytes, sizeof value);
+  return fieldBytes(bytes, sizeof value);
 }
 
-std::string zeros(std::size_t count) { return field("", count); }
+std::string zeros(std::size_t count) { return fieldBytes("", count); }
 
-std::string field(const std::string& text, std::size_t size) {
+std::string fieldBytes(const std::string& text, std::size_t size) {
   constexpr char kDigits[] = "0123456789abcdef";
   std::string hex;
   for (const char character : text) {

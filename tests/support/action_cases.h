@@ -27,6 +27,6 @@ std::string u32(std::uint32_t value);
 std::string u64(std::uint64_t value);
 std::string zeros(std::size_t count);
 /// A text in a field of `size` bytes.
-std::string field(const std::string& text, std::size_t size);
+std::string fieldBytes(const std::string& text, std::size_t size);
 
 #endif

@@ -16,8 +16,8 @@
 ///
 ///     const Volume volume = complete<Volume>().name(L"Data").build();
 ///
-/// A field has the value that `tellStory` gives it, where the tests' stories want one, and else a value by its
-/// place in the class's list.
+/// A field has the value that `tellStory` gives it, where the tests' stories want one, and else a value by
+/// its place in the class's list.
 
 /// A disk of a SATA controller, in an array.
 inline EndDevice::Disk sampleDisk() {

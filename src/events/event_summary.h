@@ -17,7 +17,7 @@ struct VolumeStates {
   boost::optional<VolumeState> after;   ///< None of a deleted one.
 };
 
-/// What remains of an event when its object is left out: less than 250 bytes, so that tens of thousands can be
+/// What remains of an event when its object is left out: some 250 bytes, so that tens of thousands can be
 /// kept. Texts are built when asked for.
 class EventSummary {
  public:

@@ -15,7 +15,7 @@ RefusalRows unknownDisk() { return {absentRefusal(kMsgDiskNotFound)}; }
 
 FieldRow spareField() {
   FieldRow field = requiredField(keys::kAction, L"Makes it a spare, or a plain disk again.");
-  field.words = {words::kMark, words::kUnmark};
+  field.words = {request_words::kMark, request_words::kUnmark};
   return field;
 }
 
@@ -66,19 +66,19 @@ RouteRows diskRows() {
          keys::kDiskId,
          L"itself",
          L"The disk {diskId} becomes a spare.",
-         {keys::kAction, words::kMark}},
+         {keys::kAction, request_words::kMark}},
         {Fate::kOverwritten,
          L"disk",
          keys::kDiskId,
          L"itself",
          L"Everything on the disk {diskId} is lost.",
-         {keys::kAction, words::kMark}},
+         {keys::kAction, request_words::kMark}},
         {Fate::kChanges,
          L"disk",
          keys::kDiskId,
          L"itself",
          L"The disk {diskId} is no spare any more.",
-         {keys::kAction, words::kUnmark}}}},
+         {keys::kAction, request_words::kUnmark}}}},
       {RouteId::kMarkDiskNormal,
        L"markDiskNormal",
        HttpMethod::kPut,

@@ -12,7 +12,7 @@ constexpr wchar_t kBranch[] = L"raids";
 
 FieldRows rangeAndType() {
   FieldRow range = optionalField(keys::kRange, L"What is told of an engine: itself, its levels, or both.");
-  range.words = {words::kInfo, words::kLevel};
+  range.words = {request_words::kInfo, request_words::kLevel};
   FieldRow type = levelField();
   type.name = keys::kType;
   type.presence = ovra::request_validator::FieldPresence::kOptional;

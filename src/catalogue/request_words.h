@@ -2,7 +2,7 @@
 #define MIRN_CATALOGUE_REQUEST_WORDS_H
 
 /// The words that requests choose by and that no enumeration of the model has.
-namespace words {
+namespace request_words {
 
 constexpr wchar_t kArray[] = L"ARRAY";
 constexpr wchar_t kCancel[] = L"CANCEL";
@@ -13,6 +13,6 @@ constexpr wchar_t kMark[] = L"MARK";
 constexpr wchar_t kStart[] = L"START";
 constexpr wchar_t kUnmark[] = L"UNMARK";
 
-}  // namespace words
+}  // namespace request_words
 
 #endif

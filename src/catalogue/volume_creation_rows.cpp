@@ -12,12 +12,12 @@ using ovra::request_validator::FieldPresence;
 
 namespace {
 
-constexpr Condition kInArray = {keys::kSource, words::kArray};
-constexpr Condition kFromDisks = {keys::kSource, words::kDisk};
+constexpr Condition kInArray = {keys::kSource, request_words::kArray};
+constexpr Condition kFromDisks = {keys::kSource, request_words::kDisk};
 
 FieldRow sourceField() {
   FieldRow field = requiredField(keys::kSource, L"In an array that is there, or from disks in a new one.");
-  field.words = {words::kDisk, words::kArray};
+  field.words = {request_words::kDisk, request_words::kArray};
   return field;
 }
 

@@ -38,7 +38,7 @@ RefusalRows levelRefusals() {
 
 FieldRow verifyActionField() {
   FieldRow field = requiredField(keys::kAction, L"Starts the verification, or stops it.");
-  field.words = {words::kStart, words::kCancel};
+  field.words = {request_words::kStart, request_words::kCancel};
   return field;
 }
 
@@ -172,10 +172,11 @@ RouteRow verifyRow() {
       {},
       {verifyActionField(), repairField()},
       {{L"VexVolumeVerify", L"VexVolumeCancelVerify"}, kErrorVolumeInvalidState},
-      {volumeEffect(Fate::kChanges, L"The volume {volumeId} is verified.", {keys::kAction, words::kStart}),
+      {volumeEffect(Fate::kChanges, L"The volume {volumeId} is verified.",
+                    {keys::kAction, request_words::kStart}),
        volumeEffect(Fate::kChanges, L"The verification of the volume {volumeId} stops.",
-                    {keys::kAction, words::kCancel})},
-      {{WorkKind::kVerify, keys::kVolumeId, {keys::kAction, words::kStart}}}};
+                    {keys::kAction, request_words::kCancel})},
+      {{WorkKind::kVerify, keys::kVolumeId, {keys::kAction, request_words::kStart}}}};
 }
 
 RouteRow resizeRow() {

@@ -37,10 +37,10 @@ ServiceObject clearDisk(IMirnSession* session, IMirnDisksActions* actions, const
 
 /// Marks or unmarks; the same words under two error ids.
 void changeSpare(IMirnDisksActions& actions, const EndDevice& disk, const std::wstring& action) {
-  if (action == words::kMark) {
+  if (action == request_words::kMark) {
     requireThat(!isX8Disk(disk), kErrorNotSupported, kMsgSpareX8);
     actions.markAsSpare(disk.handle(), 0);
-  } else if (action == words::kUnmark) {
+  } else if (action == request_words::kUnmark) {
     requireThat(!isX8Disk(disk), kErrorDiskInvalidState, kMsgSpareX8);
     actions.unmarkAsSpare(disk.handle());
   } else {

@@ -17,8 +17,8 @@ using LevelFilter = boost::optional<RaidLevel>;
 RaidRange requestedRange(const RequestParameters& parameters) {
   const auto found = parameters.find(keys::kRange);
   if (found == parameters.end()) return RaidRange::kAll;
-  if (found->second == words::kInfo) return RaidRange::kInfo;
-  if (found->second == words::kLevel) return RaidRange::kLevel;
+  if (found->second == request_words::kInfo) return RaidRange::kInfo;
+  if (found->second == request_words::kLevel) return RaidRange::kLevel;
   refuse(kErrorInvalidParameter, kMsgInvalidRange);
 }
 

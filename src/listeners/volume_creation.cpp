@@ -120,9 +120,10 @@ ServiceObject createVolumeRequest(IMirnSession* session, IMirnVolumesActions* ac
               kMsgRwhNeedsRaid5);
 
   const std::wstring source = textOf(body, keys::kSource);
-  requireThat(source == words::kArray || source == words::kDisk, kErrorInvalidParameter, kMsgInvalidSource);
+  requireThat(source == request_words::kArray || source == request_words::kDisk, kErrorInvalidParameter,
+              kMsgInvalidSource);
   // A field of the other form is not allowed.
   judgeChosenForm(rowOf(RouteId::kCreateVolume), body);
-  return source == words::kArray ? createFromArray(*session, *actions, body)
-                                 : createFromDisks(*session, *actions, body);
+  return source == request_words::kArray ? createFromArray(*session, *actions, body)
+                                         : createFromDisks(*session, *actions, body);
 }

@@ -46,10 +46,10 @@ ServiceObject verifyVolume(IMirnSession* session, IMirnVolumesActions* actions, 
                            const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   const std::wstring action = textOf(body, keys::kAction);
-  if (action == words::kStart) {
+  if (action == request_words::kStart) {
     requireThat(body.hasKey(keys::kRepair), kErrorInvalidParameter, kMsgRepairMissing);
     actions->verify(volume, body.member(keys::kRepair).toBool());
-  } else if (action == words::kCancel) {
+  } else if (action == request_words::kCancel) {
     actions->cancelVerify(volume);
   } else {
     refuse(kErrorInvalidParameter, kMsgInvalidAction);

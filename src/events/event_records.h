@@ -40,6 +40,10 @@ class base_event {
  protected:
   base_event(EventSeverity severity, std::int32_t type) : m_severity(severity), m_type(type) {}
 
+  /// All fields, of which these are not the same for all classes.
+  ovra::data_transfer::ServiceObject formOf(std::wstring source, std::wstring sourceName,
+                                            std::wstring description) const;
+
  private:
   friend class ::EventJournal;
 
@@ -84,6 +88,9 @@ class volume_event : public base_event {
   Volume m_volume;
   VolumeStates m_states;
 };
+
+/// The schema of the events' forms, as `field::schemaOf` gives it.
+ovra::data_transfer::ServiceObject eventSchema();
 
 }  // namespace mirn_events
 

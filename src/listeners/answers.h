@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "answer_forms.h"
 #include "mirn_exception.h"
-#include "published_form.h"
 #include "service_exceptions.h"
 #include "ServiceObject.h"
 
@@ -46,8 +46,10 @@ ServiceObject formsOf(const std::vector<Object>& objects) {
 
 /// The ids of all objects.
 template <class Object>
-ServiceObject idsOf(const std::vector<Object>& objects) {
-  return listOf(objects, [](const Object& object) { return ServiceObject(object.id()); });
+std::vector<std::wstring> idsOf(const std::vector<Object>& objects) {
+  std::vector<std::wstring> ids;
+  for (const Object& object : objects) ids.push_back(object.id());
+  return ids;
 }
 
 /// Builds an answer after an action has happened. It must not fail then: whatever it raises
@@ -69,12 +71,6 @@ void reportingAsListener(Action action) {
   } catch (const MirnException& error) {
     throw ListenerException(error.getErrorId(), error.what());
   }
-}
-
-/// Writes `now` under `key` in its text form, only when it differs from `before`.
-template <class Value>
-void tellChange(PublishedForm& answer, const wchar_t* key, Value before, Value now) {
-  if (now != before) answer.text(key, toText(now));
 }
 
 #endif

@@ -1,7 +1,6 @@
 #include "arrays_listener.h"
 
 #include "answers.h"
-#include "http_method.h"
 #include "messages.h"
 #include "requests.h"
 
@@ -13,22 +12,19 @@ Array requestedArray(IMirnSession& session, const RouteMatch& match) {
   return findArray(session, parseIdentifier(match[1].str(), kMsgInvalidArrayId));
 }
 
-ServiceObject getArrays(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+ServiceObject getArrays(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                         const ServiceObject&) {
-  judgeParameters(parameters);
   return formsOf(session->getArrays());
 }
 
-ServiceObject getArrayEndDevices(IMirnSession* session, const RouteMatch& match,
-                                 const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+ServiceObject getArrayEndDevices(IMirnSession* session, const RouteMatch& match, const RequestParameters&,
+                                 const ServiceObject&) {
   const Array array = requestedArray(*session, match);
   return formsOf(session->getArrayEndDevices(array.id()));
 }
 
-ServiceObject getArrayVolumes(IMirnSession* session, const RouteMatch& match,
-                              const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+ServiceObject getArrayVolumes(IMirnSession* session, const RouteMatch& match, const RequestParameters&,
+                              const ServiceObject&) {
   const Array array = requestedArray(*session, match);
   return formsOf(session->getArrayVolumes(array.id()));
 }
@@ -46,26 +42,19 @@ void requireFitting(const EndDevice& disk, const std::vector<Volume>& volumes) {
 ServiceObject makeArrayDisksResponse(IMirnSession& session, const Array& before) {
   return answerAfterAction([&] {
     const Array array = findArray(session, before.id());
-    return PublishedForm()
-        .text(keys::kArrayId, array.id())
-        .part(keys::kDisks, idsOf(session.getArrayEndDevices(array.id())))
-        .take();
+    return formOf(ArrayDisksAnswer{array.id(), idsOf(session.getArrayEndDevices(array.id()))});
   });
 }
 
 ServiceObject makeArrayCacheResponse(IMirnSession& session, const Array& before) {
   return answerAfterAction([&] {
     const Array array = findArray(session, before.id());
-    PublishedForm answer;
-    answer.text(keys::kArrayId, array.id());
-    tellChange(answer, keys::kWriteCachePolicy, before.writeCachePolicy(), array.writeCachePolicy());
-    return answer.take();
+    return formOf(ArrayCacheAnswer{array.id(), changed(before.writeCachePolicy(), array.writeCachePolicy())});
   });
 }
 
 ServiceObject addDisks(IMirnSession* session, IMirnArraysActions* actions, const RouteMatch& match,
-                       const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredList(keys::kDisks)}, parameters);
+                       const RequestParameters&, const ServiceObject& body) {
   const Array array = requestedArray(*session, match);
   const std::vector<Volume> volumes = session->getArrayVolumes(array.id());
   std::vector<EndDevice> disks;
@@ -79,8 +68,7 @@ ServiceObject addDisks(IMirnSession* session, IMirnArraysActions* actions, const
 }
 
 ServiceObject setWriteCache(IMirnSession* session, IMirnArraysActions* actions, const RouteMatch& match,
-                            const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kState)}, parameters);
+                            const RequestParameters&, const ServiceObject& body) {
   const Array array = requestedArray(*session, match);
   requireThat(array.writeCachePolicy() != WriteCacheState::NOT_SUPPORTED, kErrorNotSupported,
               kMsgNoWriteCache);
@@ -93,11 +81,9 @@ ServiceObject setWriteCache(IMirnSession* session, IMirnArraysActions* actions, 
 
 ArraysListener::ArraysListener(IMirnSession* session, IMirnArraysActions* actions)
     : m_session(session), m_actions(actions) {
-  addRoute(HttpMethod::kGet, L"", std::bind(getArrays, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/enddevices",
-           std::bind(getArrayEndDevices, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/volumes", std::bind(getArrayVolumes, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)", std::bind(addDisks, m_session, m_actions, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/writecache",
-           std::bind(setWriteCache, m_session, m_actions, _1, _2, _3));
+  addRoute(RouteId::kListArrays, std::bind(getArrays, m_session, _1, _2, _3));
+  addRoute(RouteId::kListArrayDevices, std::bind(getArrayEndDevices, m_session, _1, _2, _3));
+  addRoute(RouteId::kListArrayVolumes, std::bind(getArrayVolumes, m_session, _1, _2, _3));
+  addRoute(RouteId::kAddArrayDisks, std::bind(addDisks, m_session, m_actions, _1, _2, _3));
+  addRoute(RouteId::kSetArrayWriteCache, std::bind(setWriteCache, m_session, m_actions, _1, _2, _3));
 }

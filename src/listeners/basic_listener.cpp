@@ -2,7 +2,6 @@
 
 #include "answers.h"
 #include "configuration.h"
-#include "http_method.h"
 #include "requests.h"
 
 using namespace std::placeholders;
@@ -11,43 +10,31 @@ namespace {
 
 constexpr wchar_t kVolumeObjectType[] = L"VOLUME";
 
-ServiceObject operationOf(const Volume& volume) {
-  return PublishedForm()
-      .text(keys::kObjectId, volume.id())
-      .text(keys::kAction, toText(volume.state()))
-      .text(keys::kObjectName, volume.name())
-      .text(keys::kObjectType, kVolumeObjectType)
-      .take();
+WorkUnderWay workOn(const Volume& volume) {
+  return {volume.id(), volume.state(), volume.name(), kVolumeObjectType};
 }
 
-ServiceObject getState(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+ServiceObject getState(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                        const ServiceObject&) {
-  judgeParameters(parameters);
   // Two reads, so the two members need not come from one snapshot.
-  PublishedForm answer;
-  answer.text(keys::kState, session->getServiceState());
-  answer.part(keys::kInProgress, listOf(session->getVolumesInProgress(), operationOf));
-  return answer.take();
+  StateAnswer answer{session->getServiceState(), {}};
+  for (const Volume& volume : session->getVolumesInProgress()) answer.inProgress.push_back(workOn(volume));
+  return formOf(answer);
 }
 
-ServiceObject getVersion(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+ServiceObject getVersion(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                          const ServiceObject&) {
-  judgeParameters(parameters);
   return session->getVersion().toServiceObject();
 }
 
-ServiceObject rescan(IMirnBasicActions* actions, const RouteMatch&, const RequestParameters& parameters,
-                     const ServiceObject& body) {
-  // Unlike on the other routes, the parameters come first.
-  judgeParameters(parameters);
-  judgeNullBody(body);
+ServiceObject rescan(IMirnBasicActions* actions, const RouteMatch&, const RequestParameters&,
+                     const ServiceObject&) {
   actions->rescan();
   return ServiceObject::null();
 }
 
-ServiceObject getConfiguration(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+ServiceObject getConfiguration(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                                const ServiceObject&) {
-  judgeParameters(parameters);
   return configurationOf(pluginSettings(), *session);
 }
 
@@ -62,9 +49,9 @@ ServiceObject putConfiguration(IMirnSession* session, const RouteMatch&, const R
 
 BasicListener::BasicListener(IMirnSession* session, IMirnBasicActions* actions)
     : m_session(session), m_actions(actions) {
-  addRoute(HttpMethod::kGet, L"state", std::bind(getState, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"version", std::bind(getVersion, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kPost, L"rescan", std::bind(rescan, m_actions, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"config", std::bind(getConfiguration, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"config", std::bind(putConfiguration, m_session, _1, _2, _3));
+  addRoute(RouteId::kGetState, std::bind(getState, m_session, _1, _2, _3));
+  addRoute(RouteId::kGetVersion, std::bind(getVersion, m_session, _1, _2, _3));
+  addRoute(RouteId::kRescan, std::bind(rescan, m_actions, _1, _2, _3));
+  addRoute(RouteId::kGetConfig, std::bind(getConfiguration, m_session, _1, _2, _3));
+  addRoute(RouteId::kSetConfig, std::bind(putConfiguration, m_session, _1, _2, _3));
 }

@@ -1,19 +1,14 @@
 #include "configuration.h"
 
+#include "answer_forms.h"
 #include "messages.h"
 #include "published_form.h"
 #include "requests.h"
 
 namespace {
 
-ServiceObject formOf(const PluginSetting& setting, std::int64_t value) {
-  ServiceObject form = ServiceObject::object();
-  form.member(keys::kDescription) = std::wstring(setting.description);
-  form.member(keys::kType) = std::wstring(setting.type);
-  form.member(keys::kValue) = value;
-  form.member(keys::kMin) = setting.least;
-  form.member(keys::kMax) = setting.most;
-  return form;
+ServiceObject settingForm(const PluginSetting& setting, std::int64_t value) {
+  return formOf(SettingAnswer{setting.description, setting.type, value, setting.least, setting.most});
 }
 
 PluginSettings settingsIn(const ServiceObject& body, const PluginSettings& settings) {
@@ -34,7 +29,7 @@ std::int64_t requestedValue(const ServiceObject& body, const PluginSetting& sett
 ServiceObject configurationOf(const PluginSettings& settings, IMirnSession& session) {
   PublishedForm form;
   for (const PluginSetting& setting : settings) {
-    form.part(setting.key, formOf(setting, (session.*setting.get)()));
+    form.part(setting.key, settingForm(setting, (session.*setting.get)()));
   }
   return form.take();
 }

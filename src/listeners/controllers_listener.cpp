@@ -4,7 +4,6 @@
 #include <tuple>
 
 #include "answers.h"
-#include "http_method.h"
 #include "messages.h"
 #include "requests.h"
 
@@ -35,17 +34,15 @@ std::wstring requestedId(const RouteMatch& match) {
   return parseIdentifier(match[1].str(), kMsgInvalidControllerId);
 }
 
-ServiceObject getControllers(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+ServiceObject getControllers(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                              const ServiceObject&) {
-  judgeParameters(parameters);
   std::vector<Controller> controllers = session->getControllers();
   std::stable_sort(controllers.begin(), controllers.end(), compareControllers);
   return formsOf(controllers);
 }
 
 ServiceObject getControllerEndDevices(IMirnSession* session, const RouteMatch& match,
-                                      const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+                                      const RequestParameters&, const ServiceObject&) {
   const Controller controller = findController(*session, requestedId(match));
   return formsOf(session->getEndDevices(),
                  [&](const EndDevice& device) { return device.controllerId() == controller.id(); });
@@ -55,8 +52,7 @@ ServiceObject getControllerEndDevices(IMirnSession* session, const RouteMatch& m
 template <class Object>
 ServiceObject getObjects(IMirnSession* session,
                          std::vector<Object> (IMirnSession::*read)(const std::wstring&),
-                         const RouteMatch& match, const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+                         const RouteMatch& match, const RequestParameters&, const ServiceObject&) {
   return formsOf((session->*read)(requestedId(match)));
 }
 
@@ -66,17 +62,13 @@ ServiceObject makeSwitchResponse(IMirnSession& session, const Controller& before
     const auto stateOf = [switchOf](const Controller& of) {
       return (of.*switchOf)().enabled ? EnableState::ENABLED : EnableState::DISABLED;
     };
-    PublishedForm answer;
-    answer.text(keys::kControllerId, controller.id());
-    tellChange(answer, keys::kState, stateOf(before), stateOf(controller));
-    return answer.take();
+    return formOf(ControllerSwitchAnswer{controller.id(), changed(stateOf(before), stateOf(controller))});
   });
 }
 
 ServiceObject putSwitch(IMirnControllersActions* actions, IMirnSession* session, SetSwitch set,
-                        SwitchOf switchOf, const RouteMatch& match, const RequestParameters& parameters,
+                        SwitchOf switchOf, const RouteMatch& match, const RequestParameters&,
                         const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kState)}, parameters);
   const Controller controller = findController(*session, requestedId(match));
   const EnableState state = requestedState(body);
   reportingAsListener([&] { (actions->*set)(controller.handle(), state); });
@@ -87,19 +79,18 @@ ServiceObject putSwitch(IMirnControllersActions* actions, IMirnSession* session,
 
 ControllersListener::ControllersListener(IMirnControllersActions* actions, IMirnSession* session)
     : m_actions(actions), m_session(session) {
-  addRoute(HttpMethod::kGet, L"", std::bind(getControllers, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/enddevices",
-           std::bind(getControllerEndDevices, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/arrays",
+  addRoute(RouteId::kListControllers, std::bind(getControllers, m_session, _1, _2, _3));
+  addRoute(RouteId::kListControllerDevices, std::bind(getControllerEndDevices, m_session, _1, _2, _3));
+  addRoute(RouteId::kListControllerArrays,
            std::bind(getObjects<Array>, m_session, &IMirnSession::getControllerArrays, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/ports",
+  addRoute(RouteId::kListControllerPorts,
            std::bind(getObjects<Port>, m_session, &IMirnSession::getControllerPorts, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/volumes",
+  addRoute(RouteId::kListControllerVolumes,
            std::bind(getObjects<Volume>, m_session, &IMirnSession::getControllerVolumes, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/readpatrol",
+  addRoute(RouteId::kSetControllerReadPatrol,
            std::bind(putSwitch, m_actions, m_session, &IMirnControllersActions::setReadPatrolState,
                      &Controller::readPatrol, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/rohi",
+  addRoute(RouteId::kSetControllerRohi,
            std::bind(putSwitch, m_actions, m_session, &IMirnControllersActions::setRohiState,
                      &Controller::rohi, _1, _2, _3));
 }

@@ -1,8 +1,8 @@
 #include "disks_listener.h"
 
 #include "answers.h"
-#include "http_method.h"
 #include "messages.h"
+#include "request_words.h"
 #include "requests.h"
 
 using namespace std::placeholders;
@@ -19,17 +19,13 @@ EndDevice requestedDisk(IMirnSession& session, const RouteMatch& match) {
 ServiceObject makeDiskResponse(IMirnSession& session, const EndDevice& before) {
   return answerAfterAction([&] {
     const EndDevice disk = findEndDevice(session, before.id(), kMsgInvalidDiskId);
-    PublishedForm answer;
-    answer.text(keys::kDiskId, disk.id());
-    tellChange(answer, keys::kUsage, before.disk().usage, disk.disk().usage);
-    tellChange(answer, keys::kState, before.disk().state, disk.disk().state);
-    return answer.take();
+    return formOf(DiskAnswer{disk.id(), changed(before.disk().usage, disk.disk().usage),
+                             changed(before.disk().state, disk.disk().state)});
   });
 }
 
 ServiceObject clearDisk(IMirnSession* session, IMirnDisksActions* actions, const RouteMatch& match,
-                        const RequestParameters& parameters, const ServiceObject& body) {
-  judgeNullRequest(body, parameters);
+                        const RequestParameters&, const ServiceObject&) {
   const EndDevice disk = requestedDisk(*session, match);
   // An unknown type of device passes.
   requireThat(
@@ -41,10 +37,10 @@ ServiceObject clearDisk(IMirnSession* session, IMirnDisksActions* actions, const
 
 /// Marks or unmarks; the same words under two error ids.
 void changeSpare(IMirnDisksActions& actions, const EndDevice& disk, const std::wstring& action) {
-  if (action == L"MARK") {
+  if (action == request_words::kMark) {
     requireThat(!isX8Disk(disk), kErrorNotSupported, kMsgSpareX8);
     actions.markAsSpare(disk.handle(), 0);
-  } else if (action == L"UNMARK") {
+  } else if (action == request_words::kUnmark) {
     requireThat(!isX8Disk(disk), kErrorDiskInvalidState, kMsgSpareX8);
     actions.unmarkAsSpare(disk.handle());
   } else {
@@ -53,8 +49,7 @@ void changeSpare(IMirnDisksActions& actions, const EndDevice& disk, const std::w
 }
 
 ServiceObject putSpare(IMirnSession* session, IMirnDisksActions* actions, const RouteMatch& match,
-                       const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kAction)}, parameters);
+                       const RequestParameters&, const ServiceObject& body) {
   const EndDevice disk = requestedDisk(*session, match);
   reportingAsListener([&] { changeSpare(*actions, disk, textOf(body, keys::kAction)); });
   return makeDiskResponse(*session, disk);
@@ -62,9 +57,7 @@ ServiceObject putSpare(IMirnSession* session, IMirnDisksActions* actions, const 
 
 /// For the actions that leave all judgement of the device to the library.
 ServiceObject putUnjudged(IMirnSession* session, IMirnDisksActions* actions, DiskAction action,
-                          const RouteMatch& match, const RequestParameters& parameters,
-                          const ServiceObject& body) {
-  judgeNullRequest(body, parameters);
+                          const RouteMatch& match, const RequestParameters&, const ServiceObject&) {
   const EndDevice disk = requestedDisk(*session, match);
   (actions->*action)(disk.handle());
   return makeDiskResponse(*session, disk);
@@ -72,8 +65,7 @@ ServiceObject putUnjudged(IMirnSession* session, IMirnDisksActions* actions, Dis
 
 /// Ignores a body.
 ServiceObject deleteDisk(IMirnSession* session, IMirnDisksActions* actions, const RouteMatch& match,
-                         const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+                         const RequestParameters&, const ServiceObject&) {
   actions->removeDisk(requestedDisk(*session, match));
   return ServiceObject::null();
 }
@@ -82,11 +74,11 @@ ServiceObject deleteDisk(IMirnSession* session, IMirnDisksActions* actions, cons
 
 DisksListener::DisksListener(IMirnSession* session, IMirnDisksActions* actions)
     : m_session(session), m_actions(actions) {
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/clear", std::bind(clearDisk, m_session, m_actions, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/spare", std::bind(putSpare, m_session, m_actions, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/marknormal",
+  addRoute(RouteId::kClearDisk, std::bind(clearDisk, m_session, m_actions, _1, _2, _3));
+  addRoute(RouteId::kSetDiskSpare, std::bind(putSpare, m_session, m_actions, _1, _2, _3));
+  addRoute(RouteId::kMarkDiskNormal,
            std::bind(putUnjudged, m_session, m_actions, &IMirnDisksActions::markAsNormal, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/resetsmart",
+  addRoute(RouteId::kResetDiskSmart,
            std::bind(putUnjudged, m_session, m_actions, &IMirnDisksActions::resetSmartEvent, _1, _2, _3));
-  addRoute(HttpMethod::kDelete, L"([[:alnum:]]+)", std::bind(deleteDisk, m_session, m_actions, _1, _2, _3));
+  addRoute(RouteId::kRemoveDisk, std::bind(deleteDisk, m_session, m_actions, _1, _2, _3));
 }

@@ -2,7 +2,6 @@
 
 #include "answers.h"
 #include "event_journal.h"
-#include "http_method.h"
 #include "messages.h"
 #include "requests.h"
 
@@ -19,7 +18,6 @@ std::wstring requestedTime(const RequestParameters& parameters) {
 }
 
 ServiceObject getEvents(const RouteMatch&, const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters, {requiredText(keys::kTime)});
   const auto seconds = parseNumber<std::uint32_t>(requestedTime(parameters), kMsgInvalidTime);
   return listOf(EventJournal::instance().getRecent(seconds),
                 [](const EventJournal::Event& event) { return event->toServiceObject(); });
@@ -27,4 +25,4 @@ ServiceObject getEvents(const RouteMatch&, const RequestParameters& parameters, 
 
 }  // namespace
 
-EventsListener::EventsListener() { addRoute(HttpMethod::kGet, L"", std::bind(getEvents, _1, _2, _3)); }
+EventsListener::EventsListener() { addRoute(RouteId::kListEvents, std::bind(getEvents, _1, _2, _3)); }

@@ -1,7 +1,6 @@
 #include "ports_listener.h"
 
 #include "answers.h"
-#include "http_method.h"
 #include "messages.h"
 #include "requests.h"
 
@@ -9,20 +8,16 @@ using namespace std::placeholders;
 
 PortsListener::PortsListener(IMirnSession* session, IMirnPortsActions* actions)
     : m_session(session), m_actions(actions) {
-  addRoute(HttpMethod::kGet, L"", std::bind(&PortsListener::getPorts, this, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/locate",
-           std::bind(&PortsListener::locatePort, this, _1, _2, _3));
+  addRoute(RouteId::kListPorts, std::bind(&PortsListener::getPorts, this, _1, _2, _3));
+  addRoute(RouteId::kLocatePort, std::bind(&PortsListener::locatePort, this, _1, _2, _3));
 }
 
-ServiceObject PortsListener::getPorts(const RouteMatch&, const RequestParameters& parameters,
-                                      const ServiceObject&) {
-  judgeParameters(parameters);
+ServiceObject PortsListener::getPorts(const RouteMatch&, const RequestParameters&, const ServiceObject&) {
   return formsOf(m_session->getPorts());
 }
 
-ServiceObject PortsListener::locatePort(const RouteMatch& match, const RequestParameters& parameters,
+ServiceObject PortsListener::locatePort(const RouteMatch& match, const RequestParameters&,
                                         const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kState)}, parameters);
   const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidPortId);
   const Port port = foundOrRefused(m_session->findPort(id), kMsgInvalidPortId);
   const EnableState state = enableStateFromText(textOf(body, keys::kState));

@@ -4,8 +4,8 @@
 #include <boost/optional.hpp>
 
 #include "answers.h"
-#include "http_method.h"
 #include "messages.h"
+#include "request_words.h"
 #include "requests.h"
 
 using namespace std::placeholders;
@@ -17,8 +17,8 @@ using LevelFilter = boost::optional<RaidLevel>;
 RaidRange requestedRange(const RequestParameters& parameters) {
   const auto found = parameters.find(keys::kRange);
   if (found == parameters.end()) return RaidRange::kAll;
-  if (found->second == L"info") return RaidRange::kInfo;
-  if (found->second == L"level") return RaidRange::kLevel;
+  if (found->second == request_words::kInfo) return RaidRange::kInfo;
+  if (found->second == request_words::kLevel) return RaidRange::kLevel;
   refuse(kErrorInvalidParameter, kMsgInvalidRange);
 }
 
@@ -77,7 +77,6 @@ std::vector<RaidLevelSupport> publishedLevels(IMirnSession& session, const Raid&
 
 ServiceObject getRaids(IMirnSession* session, const RouteMatch& match, const RequestParameters& parameters,
                        const ServiceObject&) {
-  judgeParameters(parameters, {optionalText(keys::kRange), optionalText(keys::kType)});
   std::wstring id = match[1].str();
   if (!id.empty()) id = parseIdentifier(id, kMsgInvalidRaidId);
   const RaidRange range = requestedRange(parameters);
@@ -90,9 +89,8 @@ ServiceObject getRaids(IMirnSession* session, const RouteMatch& match, const Req
   return formsOf(raids);
 }
 
-ServiceObject getRaidControllers(IMirnSession* session, const RouteMatch& match,
-                                 const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+ServiceObject getRaidControllers(IMirnSession* session, const RouteMatch& match, const RequestParameters&,
+                                 const ServiceObject&) {
   const std::wstring id = parseIdentifier(match[1].str(), kMsgInvalidRaidId);
   foundOrRefused(session->findRaid(id), kMsgRaidNotFound);
   return formsOf(session->getControllers(),
@@ -102,8 +100,7 @@ ServiceObject getRaidControllers(IMirnSession* session, const RouteMatch& match,
 }  // namespace
 
 RaidsListener::RaidsListener(IMirnSession* session) : m_session(session) {
-  addRoute(HttpMethod::kGet, L"", std::bind(getRaids, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)", std::bind(getRaids, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kGet, L"([[:alnum:]]+)/controllers",
-           std::bind(getRaidControllers, m_session, _1, _2, _3));
+  addRoute(RouteId::kListRaids, std::bind(getRaids, m_session, _1, _2, _3));
+  addRoute(RouteId::kGetRaid, std::bind(getRaids, m_session, _1, _2, _3));
+  addRoute(RouteId::kListRaidControllers, std::bind(getRaidControllers, m_session, _1, _2, _3));
 }

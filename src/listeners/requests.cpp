@@ -14,38 +14,63 @@ RequestValidator validatorOf(const Rules& rules) {
   return validator;
 }
 
-RequestValidator nullBodyValidator() {
+bool isMet(const Condition& condition, const ServiceObject& body) {
+  if (!condition.key) return true;
+  return body.hasKey(condition.key) && (!condition.word || textOf(body, condition.key) == condition.word);
+}
+
+/// Of all forms of a request: what only one of them requires is optional.
+Rules rulesOf(const FieldRows& fields) {
+  Rules rules;
+  for (const FieldRow& field : fields) {
+    rules.push_back({field.name, field.type, field.when.key ? FieldPresence::kOptional : field.presence});
+  }
+  return rules;
+}
+
+void judgeParameters(const RouteRow& row, const RequestParameters& parameters) {
+  validatorOf(rulesOf(row.query)).validateParameters(parameters);
+}
+
+void judgeNoBody(const ServiceObject& body) {
   RequestValidator validator;
   validator.setExpectNullBody(true);
-  return validator;
+  validator.validateBody(body);
 }
 
 }  // namespace
 
-Rule requiredText(const wchar_t* key) { return {key, FieldType::kString, FieldPresence::kRequired}; }
-Rule optionalText(const wchar_t* key) { return {key, FieldType::kString, FieldPresence::kOptional}; }
-Rule requiredList(const wchar_t* key) { return {key, FieldType::kArray, FieldPresence::kRequired}; }
-Rule optionalList(const wchar_t* key) { return {key, FieldType::kArray, FieldPresence::kOptional}; }
-Rule optionalFlag(const wchar_t* key) { return {key, FieldType::kBoolean, FieldPresence::kOptional}; }
 Rule optionalUnsigned(const wchar_t* key) {
   return {key, FieldType::kUnsignedInteger, FieldPresence::kOptional};
 }
 
-void judgeParameters(const RequestParameters& parameters, const Rules& rules) {
-  validatorOf(rules).validateParameters(parameters);
+void judge(const RouteRow& row, const RequestParameters& parameters, const ServiceObject& body) {
+  switch (row.judgement) {
+    case Judgement::kQuery:
+      return judgeParameters(row, parameters);
+    case Judgement::kNoBodyThenQuery:
+      judgeNoBody(body);
+      return judgeParameters(row, parameters);
+    case Judgement::kQueryThenNoBody:
+      judgeParameters(row, parameters);
+      return judgeNoBody(body);
+    case Judgement::kBodyThenQuery:
+      judgeBody(body, rulesOf(row.body));
+      return judgeParameters(row, parameters);
+    case Judgement::kBodyWithinHandler:
+      return;
+  }
+}
+
+void judgeChosenForm(const RouteRow& row, const ServiceObject& body) {
+  Rules rules;
+  for (const FieldRow& field : row.body) {
+    if (isMet(field.when, body)) rules.push_back({field.name, field.type, field.presence});
+  }
+  judgeBody(body, rules);
 }
 
 void judgeBody(const ServiceObject& body, const Rules& rules) { validatorOf(rules).validateBody(body); }
-
-void judgeNullBody(const ServiceObject& body) { nullBodyValidator().validateBody(body); }
-
-void judgeRequest(const ServiceObject& body, const Rules& rules, const RequestParameters& parameters) {
-  validatorOf(rules).validateBody(body).reset().validateParameters(parameters);
-}
-
-void judgeNullRequest(const ServiceObject& body, const RequestParameters& parameters) {
-  nullBodyValidator().validateBody(body).reset().validateParameters(parameters);
-}
 
 std::wstring textOf(const ServiceObject& body, const wchar_t* key) { return body.member(key).toString(); }
 

@@ -10,6 +10,7 @@
 #include "listener_steps.h"
 #include "request_keys.h"
 #include "request_validator.h"
+#include "route_row.h"
 #include "route_table.h"
 #include "ServiceObject.h"
 
@@ -19,23 +20,13 @@ using ovra::data_transfer::ServiceObject;
 using Rule = ovra::request_validator::ValidatorRule;
 using Rules = std::vector<Rule>;
 
-/// The fields of bodies and queries.
-Rule requiredText(const wchar_t* key);
-Rule optionalText(const wchar_t* key);
-Rule requiredList(const wchar_t* key);
-Rule optionalList(const wchar_t* key);
-Rule optionalFlag(const wchar_t* key);
 Rule optionalUnsigned(const wchar_t* key);
 
-/// Judges the query parameters: those named and no others.
-void judgeParameters(const RequestParameters& parameters, const Rules& rules = {});
+/// Judges the shape of a request as the row of its route says: body and query, in the row's order.
+void judge(const RouteRow& row, const RequestParameters& parameters, const ServiceObject& body);
+/// Judges once more, with the fields alone whose conditions `body` meets.
+void judgeChosenForm(const RouteRow& row, const ServiceObject& body);
 void judgeBody(const ServiceObject& body, const Rules& rules);
-/// Judges that there is no body.
-void judgeNullBody(const ServiceObject& body);
-/// Judges a body against rules, then that there are no query parameters.
-void judgeRequest(const ServiceObject& body, const Rules& rules, const RequestParameters& parameters);
-/// Judges that there is no body, then that there are no query parameters.
-void judgeNullRequest(const ServiceObject& body, const RequestParameters& parameters);
 
 /// A field of a judged body.
 std::wstring textOf(const ServiceObject& body, const wchar_t* key);

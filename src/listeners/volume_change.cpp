@@ -44,10 +44,7 @@ StripSize stripSizeForLevel(const ServiceObject& body, IMirnSession& session, co
 }  // namespace
 
 ServiceObject changeLevelRequest(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                                 const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body,
-               {optionalText(keys::kStripSize), requiredText(keys::kRaidLevel), optionalList(keys::kDisks)},
-               parameters);
+                                 const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   const RaidLevel level = requestedLevel(body);
   requireThat(level != RaidLevel::RAID_UNKNOWN && level != RaidLevel::RAID_INVALID, kErrorInvalidParameter,
@@ -63,8 +60,7 @@ ServiceObject changeLevelRequest(IMirnSession* session, IMirnVolumesActions* act
 }
 
 ServiceObject changeRwhRequest(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                               const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kRwhPolicy), optionalText(keys::kJournalingDriveId)}, parameters);
+                               const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   const RwhRequest rwh = parseRwhRequest(body, *session, volume.raidLevel());
   // Judged whatever the policy.

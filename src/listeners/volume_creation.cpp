@@ -1,6 +1,8 @@
+#include "catalogue.h"
 #include "find_by_id.h"
 #include "messages.h"
 #include "request_error.h"
+#include "request_words.h"
 #include "strip_size.h"
 #include "text.h"
 #include "volume_answers.h"
@@ -36,9 +38,6 @@ void judgeJournalingDriveOfArray(const ServiceObject& body, IMirnSession& sessio
 
 ServiceObject createFromArray(IMirnSession& session, IMirnVolumesActions& actions,
                               const ServiceObject& body) {
-  judgeBody(body, {requiredText(keys::kArrayId), requiredText(keys::kSize), requiredText(keys::kRaidLevel),
-                   requiredText(keys::kSource), requiredText(keys::kName), optionalText(keys::kStripSize),
-                   optionalText(keys::kRwhPolicy), optionalText(keys::kJournalingDriveId)});
   const Array array = findArray(session, parseIdentifier(textOf(body, keys::kArrayId), kMsgInvalidArrayId));
   const std::uint64_t size = parseSize(textOf(body, keys::kSize), kMsgInvalidSize);
   // A second volume always takes all the rest of the array.
@@ -90,10 +89,6 @@ std::wstring requestedSourceDisk(const ServiceObject& body, const std::vector<En
 
 ServiceObject createFromDisks(IMirnSession& session, IMirnVolumesActions& actions,
                               const ServiceObject& body) {
-  judgeBody(body, {requiredList(keys::kDisks), requiredText(keys::kSize), requiredText(keys::kRaidLevel),
-                   requiredText(keys::kSource), requiredText(keys::kName), optionalText(keys::kStripSize),
-                   optionalText(keys::kDiskId), optionalText(keys::kRwhPolicy),
-                   optionalText(keys::kJournalingDriveId)});
   const std::wstring name = textOf(body, keys::kName);
   validateVolumeName(name, &session);
   const RaidLevel level = requestedLevel(body);
@@ -114,13 +109,7 @@ ServiceObject createFromDisks(IMirnSession& session, IMirnVolumesActions& action
 }  // namespace
 
 ServiceObject createVolumeRequest(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch&,
-                                  const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body,
-               {requiredText(keys::kRaidLevel), requiredText(keys::kSource), requiredText(keys::kName),
-                optionalText(keys::kStripSize), optionalList(keys::kDisks), requiredText(keys::kSize),
-                optionalText(keys::kArrayId), optionalText(keys::kDiskId), optionalText(keys::kRwhPolicy),
-                optionalText(keys::kJournalingDriveId)},
-               parameters);
+                                  const RequestParameters&, const ServiceObject& body) {
   const RaidLevel level = requestedLevel(body);
   requireThat(level != RaidLevel::RAID_UNKNOWN, kErrorInvalidParameter, kMsgInvalidRaidLevel);
   if (level == RaidLevel::RAID_1 && body.hasKey(keys::kStripSize)) {
@@ -130,9 +119,11 @@ ServiceObject createVolumeRequest(IMirnSession* session, IMirnVolumesActions* ac
   requireThat(!body.hasKey(keys::kRwhPolicy) || level == RaidLevel::RAID_5, kErrorNotSupported,
               kMsgRwhNeedsRaid5);
 
-  // Each branch judges the body once more, so that a field of the other branch is not allowed.
   const std::wstring source = textOf(body, keys::kSource);
-  if (source == L"ARRAY") return createFromArray(*session, *actions, body);
-  if (source == L"DISK") return createFromDisks(*session, *actions, body);
-  refuse(kErrorInvalidParameter, kMsgInvalidSource);
+  requireThat(source == request_words::kArray || source == request_words::kDisk, kErrorInvalidParameter,
+              kMsgInvalidSource);
+  // A field of the other form is not allowed.
+  judgeChosenForm(rowOf(RouteId::kCreateVolume), body);
+  return source == request_words::kArray ? createFromArray(*session, *actions, body)
+                                         : createFromDisks(*session, *actions, body);
 }

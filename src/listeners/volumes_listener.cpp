@@ -1,8 +1,8 @@
 #include "volumes_listener.h"
 
 #include "answers.h"
-#include "http_method.h"
 #include "messages.h"
+#include "request_words.h"
 #include "requests.h"
 #include "volume_answers.h"
 #include "volume_name.h"
@@ -15,25 +15,21 @@ namespace {
 
 using VolumeAction = void (IMirnVolumesActions::*)(const Volume&);
 
-ServiceObject getVolumes(IMirnSession* session, const RouteMatch&, const RequestParameters& parameters,
+ServiceObject getVolumes(IMirnSession* session, const RouteMatch&, const RequestParameters&,
                          const ServiceObject&) {
-  judgeParameters(parameters);
   return formsOf(session->getVolumes());
 }
 
 /// For the actions that leave all judgement of the volume to the library.
 ServiceObject putUnjudged(IMirnSession* session, IMirnVolumesActions* actions, VolumeAction action,
-                          const RouteMatch& match, const RequestParameters& parameters,
-                          const ServiceObject& body) {
-  judgeNullRequest(body, parameters);
+                          const RouteMatch& match, const RequestParameters&, const ServiceObject&) {
   const Volume volume = requestedVolume(*session, match);
   (actions->*action)(volume);
   return makeStateResponse(*session, volume);
 }
 
 ServiceObject rebuildVolume(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                            const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kDiskId)}, parameters);
+                            const RequestParameters&, const ServiceObject& body) {
   const std::wstring volumeId = parseIdentifier(match[1].str(), kMsgInvalidVolumeId);
   const std::wstring diskId = parseIdentifier(textOf(body, keys::kDiskId), kMsgInvalidDiskId);
   const Volume volume = findVolume(*session, volumeId);
@@ -47,14 +43,13 @@ ServiceObject rebuildVolume(IMirnSession* session, IMirnVolumesActions* actions,
 }
 
 ServiceObject verifyVolume(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                           const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kAction), optionalFlag(keys::kRepair)}, parameters);
+                           const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   const std::wstring action = textOf(body, keys::kAction);
-  if (action == L"START") {
+  if (action == request_words::kStart) {
     requireThat(body.hasKey(keys::kRepair), kErrorInvalidParameter, kMsgRepairMissing);
     actions->verify(volume, body.member(keys::kRepair).toBool());
-  } else if (action == L"CANCEL") {
+  } else if (action == request_words::kCancel) {
     actions->cancelVerify(volume);
   } else {
     refuse(kErrorInvalidParameter, kMsgInvalidAction);
@@ -63,8 +58,7 @@ ServiceObject verifyVolume(IMirnSession* session, IMirnVolumesActions* actions, 
 }
 
 ServiceObject resizeVolume(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                           const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kSize)}, parameters);
+                           const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   actions->expand(volume, parseSize(textOf(body, keys::kSize), kMsgInvalidSize));
   return makeVolumeResponse(*session, volume, false);
@@ -77,8 +71,7 @@ bool isCachePolicySupported(IMirnSession& session, const Volume& volume) {
 }
 
 ServiceObject setCachePolicy(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                             const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kCachePolicy)}, parameters);
+                             const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   requireThat(isCachePolicySupported(*session, volume), kErrorNotSupported, kMsgNoCachePolicy);
   const CachePolicy policy = cachePolicyFromText(textOf(body, keys::kCachePolicy));
@@ -88,8 +81,7 @@ ServiceObject setCachePolicy(IMirnSession* session, IMirnVolumesActions* actions
 }
 
 ServiceObject renameVolume(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                           const RequestParameters& parameters, const ServiceObject& body) {
-  judgeRequest(body, {requiredText(keys::kName)}, parameters);
+                           const RequestParameters&, const ServiceObject& body) {
   const Volume volume = requestedVolume(*session, match);
   const std::wstring name = textOf(body, keys::kName);
   validateVolumeName(name, session);
@@ -99,8 +91,7 @@ ServiceObject renameVolume(IMirnSession* session, IMirnVolumesActions* actions, 
 
 /// Ignores a body, and puts no condition on the deletion.
 ServiceObject deleteVolume(IMirnSession* session, IMirnVolumesActions* actions, const RouteMatch& match,
-                           const RequestParameters& parameters, const ServiceObject&) {
-  judgeParameters(parameters);
+                           const RequestParameters&, const ServiceObject&) {
   actions->deleteVolume(requestedVolume(*session, match));
   return ServiceObject::null();
 }
@@ -113,16 +104,16 @@ VolumesListener::VolumesListener(IMirnSession* session, IMirnVolumesActions* act
   const auto unjudged = [this](VolumeAction action) {
     return std::bind(putUnjudged, m_session, m_actions, action, _1, _2, _3);
   };
-  addRoute(HttpMethod::kGet, L"", std::bind(getVolumes, m_session, _1, _2, _3));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/marknormal", unjudged(&IMirnVolumesActions::markAsNormal));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/rebuild", bound(rebuildVolume));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/level", bound(changeLevelRequest));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/init", unjudged(&IMirnVolumesActions::initialize));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/verify", bound(verifyVolume));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/size", bound(resizeVolume));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/cachepolicy", bound(setCachePolicy));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/name", bound(renameVolume));
-  addRoute(HttpMethod::kDelete, L"([[:alnum:]]+)", bound(deleteVolume));
-  addRoute(HttpMethod::kPost, L"", bound(createVolumeRequest));
-  addRoute(HttpMethod::kPut, L"([[:alnum:]]+)/rwh", bound(changeRwhRequest));
+  addRoute(RouteId::kListVolumes, std::bind(getVolumes, m_session, _1, _2, _3));
+  addRoute(RouteId::kMarkVolumeNormal, unjudged(&IMirnVolumesActions::markAsNormal));
+  addRoute(RouteId::kRebuildVolume, bound(rebuildVolume));
+  addRoute(RouteId::kChangeVolumeLevel, bound(changeLevelRequest));
+  addRoute(RouteId::kInitializeVolume, unjudged(&IMirnVolumesActions::initialize));
+  addRoute(RouteId::kVerifyVolume, bound(verifyVolume));
+  addRoute(RouteId::kResizeVolume, bound(resizeVolume));
+  addRoute(RouteId::kSetVolumeCachePolicy, bound(setCachePolicy));
+  addRoute(RouteId::kRenameVolume, bound(renameVolume));
+  addRoute(RouteId::kDeleteVolume, bound(deleteVolume));
+  addRoute(RouteId::kCreateVolume, bound(createVolumeRequest));
+  addRoute(RouteId::kSetVolumeWriteHolePolicy, bound(changeRwhRequest));
 }

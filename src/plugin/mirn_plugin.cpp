@@ -1,24 +1,18 @@
 #include "mirn_plugin.h"
 
-#include "arrays_listener.h"
-#include "basic_listener.h"
-#include "controllers_listener.h"
-#include "disks_listener.h"
-#include "enddevices_listener.h"
 #include "event_journal.h"
-#include "events_listener.h"
 #include "framework_messages.h"
+#include "guarded_session.h"
+#include "listener_table.h"
 #include "logger.h"
 #include "lookup.h"
 #include "mirn_exception.h"
-#include "plugin_identity.h"
+#include "plugin_description.h"
 #include "plugin_log_line.h"
-#include "ports_listener.h"
-#include "raids_listener.h"
+#include "rehearsal.h"
 #include "service_exceptions.h"
 #include "text.h"
 #include "VEXL2.h"
-#include "volumes_listener.h"
 #include "whole_picture.h"
 
 namespace {
@@ -29,6 +23,9 @@ const std::wstring kSessionNotStarted = L"Mirn VEX session could not be started"
 constexpr std::int32_t kWorking = 0;
 constexpr std::int32_t kNotWorking = 1;
 
+constexpr std::int32_t kPreconditionFailed = 412;
+constexpr char kMachineChanged[] = "The machine has changed meanwhile";
+
 void logError(const std::wstring& text) {
   ovra::Logger::instance().log(LogLevel::kError, pluginLogLine(text));
 }
@@ -38,19 +35,7 @@ void logError(const std::wstring& text) {
 mirn_plugin::mirn_plugin() : m_initialized(0) { addListeners(); }
 
 void mirn_plugin::addListeners() {
-  MirnSession* const s = &m_session;
-  const auto add = [this](const wchar_t* suffix, std::unique_ptr<IListener> listener) {
-    m_listeners[getCode() + suffix] = std::move(listener);
-  };
-  add(L"", std::make_unique<BasicListener>(s, s));
-  add(L"/raids", std::make_unique<RaidsListener>(s));
-  add(L"/arrays", std::make_unique<ArraysListener>(s, s));
-  add(L"/enddevices", std::make_unique<EndDevicesListener>(s));
-  add(L"/controllers", std::make_unique<ControllersListener>(s, s));
-  add(L"/ports", std::make_unique<PortsListener>(s, s));
-  add(L"/volumes", std::make_unique<VolumesListener>(s, s));
-  add(L"/disks", std::make_unique<DisksListener>(s, s));
-  add(L"/events", std::make_unique<EventsListener>());
+  for (const auto& [path, make] : listenerMakers()) m_listeners[path] = make(m_session, m_session);
 }
 
 bool mirn_plugin::initialize() {
@@ -92,13 +77,22 @@ std::vector<std::wstring> mirn_plugin::getHandledPaths() {
   return paths;
 }
 
+void mirn_plugin::requireWorking() const {
+  if (m_initialized == 0) throw ListenerException(kErrorOffline, wideToUtf8(kMsgPluginNotWorking));
+}
+
 ovra::data_transfer::ServiceObject mirn_plugin::handleRequest(std::wstring path, std::int32_t method,
                                                               std::vector<std::wstring> segments,
                                                               std::map<std::wstring, std::wstring> parameters,
                                                               ovra::data_transfer::ServiceObject body) {
-  if (m_initialized == 0) throw ListenerException(kErrorOffline, wideToUtf8(kMsgPluginNotWorking));
+  requireWorking();
   return lookUp(m_listeners, path)
       ->handleRequest(method, std::move(segments), std::move(parameters), std::move(body));
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::describe() {
+  static const ovra::data_transfer::ServiceObject description = describePlugin();
+  return description;
 }
 
 ovra::PluginPosition mirn_plugin::position() { return m_session.changes().position(); }
@@ -113,4 +107,38 @@ ovra::data_transfer::ServiceObject mirn_plugin::eventsAfter(std::uint64_t sequen
 
 ovra::data_transfer::ServiceObject mirn_plugin::picture() {
   return wholePicture(m_session.datedPicture(), m_session);
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::rehearse(std::wstring path, std::int32_t method,
+                                                         std::vector<std::wstring> segments,
+                                                         std::map<std::wstring, std::wstring> parameters,
+                                                         ovra::data_transfer::ServiceObject body) {
+  requireWorking();
+  return Rehearsal(m_session).plan(
+      {std::move(path), method, std::move(segments), std::move(parameters), std::move(body)});
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::rehearseEach(
+    std::wstring path, std::int32_t method, std::vector<std::wstring> segments,
+    std::map<std::wstring, std::wstring> parameters, ovra::data_transfer::ServiceObject body,
+    std::wstring argument, std::vector<ovra::data_transfer::ServiceObject> values) {
+  requireWorking();
+  return Rehearsal(m_session).planEach(
+      {std::move(path), method, std::move(segments), std::move(parameters), std::move(body)}, argument,
+      values);
+}
+
+ovra::data_transfer::ServiceObject mirn_plugin::handleRequestAt(
+    const std::wstring& epoch, std::uint64_t structure, std::wstring path, std::int32_t method,
+    std::vector<std::wstring> segments, std::map<std::wstring, std::wstring> parameters,
+    ovra::data_transfer::ServiceObject body) {
+  requireWorking();
+  GuardedSession session(m_session, [&] {
+    const ovra::PluginPosition now = m_session.changes().position();
+    if (now.epoch != epoch || now.structure != structure) {
+      throw ovra::common::HttpClientErrorException(kPreconditionFailed, kMachineChanged);
+    }
+  });
+  return lookUp(listenerMakers(), path)(session, session)
+      ->handleRequest(method, std::move(segments), std::move(parameters), std::move(body));
 }

@@ -18,7 +18,11 @@
 ///
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
-class mirn_plugin : public ovra::BasePlugin, public ovra::watched_plugin_1 {
+class mirn_plugin : public ovra::BasePlugin,
+                    public ovra::described_plugin_1,
+                    public ovra::watched_plugin_1,
+                    public ovra::rehearsed_plugin_1,
+                    public ovra::guarded_plugin_1 {
  public:
   /// Makes no library call and starts no thread.
   mirn_plugin();
@@ -39,14 +43,36 @@ class mirn_plugin : public ovra::BasePlugin, public ovra::watched_plugin_1 {
                                                    std::map<std::wstring, std::wstring> parameters,
                                                    ovra::data_transfer::ServiceObject body) override;
 
+  // described_plugin_1: made once; see plugin_description.h.
+  ovra::data_transfer::ServiceObject describe() override;
+
   // watched_plugin_1: works before `initialize` and after `finish`, too; then nobody waits.
   ovra::PluginPosition position() override;
   bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds) override;
   ovra::data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit) override;
   ovra::data_transfer::ServiceObject picture() override;
 
+  // rehearsed_plugin_1: refused before `initialize` and after `finish`, as requests are.
+  ovra::data_transfer::ServiceObject rehearse(std::wstring path, std::int32_t method,
+                                              std::vector<std::wstring> segments,
+                                              std::map<std::wstring, std::wstring> parameters,
+                                              ovra::data_transfer::ServiceObject body) override;
+  ovra::data_transfer::ServiceObject rehearseEach(
+      std::wstring path, std::int32_t method, std::vector<std::wstring> segments,
+      std::map<std::wstring, std::wstring> parameters, ovra::data_transfer::ServiceObject body,
+      std::wstring argument, std::vector<ovra::data_transfer::ServiceObject> values) override;
+
+  // guarded_plugin_1
+  ovra::data_transfer::ServiceObject handleRequestAt(const std::wstring& epoch, std::uint64_t structure,
+                                                     std::wstring path, std::int32_t method,
+                                                     std::vector<std::wstring> segments,
+                                                     std::map<std::wstring, std::wstring> parameters,
+                                                     ovra::data_transfer::ServiceObject body) override;
+
  private:
   void addListeners();
+  /// Raises "Mirn_OFFLINE" where no request may be served.
+  void requireWorking() const;
 
   /// 1: the library is open and the session started. Read by every request, written by
   /// `initialize` and `finish`.

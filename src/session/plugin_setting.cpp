@@ -17,6 +17,7 @@ constexpr PluginSetting kLocateTimeoutSetting = {
     L"Defines timeout for LED Locate in seconds. When LED for port is on, it will flash for this amount of "
     L"time and then turns off.",
     L"integer",
+    L"s",
     L"Timeout value is too low or negative",
     L"Timeout value is too high",
     L"Could not change LED Locate timeout due to permission denied",

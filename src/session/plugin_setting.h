@@ -22,6 +22,7 @@ struct PluginSetting {
   const wchar_t* key;
   const wchar_t* description;
   const wchar_t* type;
+  const wchar_t* unit;  ///< "s"; null for a bare number.
 
   /// Why a change is refused.
   const wchar_t* tooLow;

@@ -5,19 +5,18 @@
 #include <boost/thread/thread.hpp>
 
 #include "mirn_exception.h"
+#include "session_messages.h"
 
 namespace {
 
 using Uninterrupted = boost::this_thread::disable_interruption;
-
-constexpr char kTimeout[] = "Timeout on access to protected resource";
 
 /// A monotonic clock, so that setting the machine's time neither cuts a wait short nor draws it out.
 template <class Ownership>
 Ownership acquire(SessionMutex& mutex, std::int64_t seconds) {
   const Uninterrupted wait;
   Ownership ownership(mutex, boost::chrono::steady_clock::now() + boost::chrono::seconds(seconds));
-  if (!ownership.owns_lock()) throw MirnException(kErrorOperationFailed, kTimeout);
+  if (!ownership.owns_lock()) throw MirnException(kErrorOperationFailed, kMsgSessionTimeout);
   return ownership;
 }
 

@@ -6,11 +6,11 @@
 #include "find_by_id.h"
 #include "lookup.h"
 #include "mirn_exception.h"
+#include "session_messages.h"
 
 namespace {
 
 constexpr char kControllerNotFound[] = "Controller identifier not found";
-constexpr char kNoVersion[] = "Version is not available yet";
 
 template <class Object>
 boost::optional<Object> copyOf(const Object* object) {
@@ -81,7 +81,7 @@ std::vector<Volume> SnapshotReads::getVolumes() { return picture()->volumes; }
 
 Version SnapshotReads::getVersion() {
   const Picture now = picture();
-  if (!now->version) throw MirnException(kErrorOperationFailed, kNoVersion);
+  if (!now->version) throw MirnException(kErrorOperationFailed, kMsgNoVersion);
   return *now->version;
 }
 

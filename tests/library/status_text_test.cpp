@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <set>
+
 #include "vex_exception.h"
 
 namespace {
@@ -103,6 +107,36 @@ TEST(VexExceptionTest, EveryOtherStatusIsRaisedAsItIs) {
       EXPECT_EQ(failure.status, status);
     }
   }
+}
+
+const std::map<RefusalKind, std::set<VEX_STATUS>>& statusesByKind() {
+  static const std::map<RefusalKind, std::set<VEX_STATUS>> statuses = {
+      {RefusalKind::kRequest, {2, 4, 5, 6, 7, 13, 24, 28, 31, 34, 37, 38, 39, 41, 42, 43, 44, 45, 46}},
+      {RefusalKind::kState, {18, 40}},
+      {RefusalKind::kAbsent, {3}},
+      {RefusalKind::kUnsupported, {14, 27, 29, 35}},
+      {RefusalKind::kOffline, {12, 23}},
+  };
+  return statuses;
+}
+
+TEST(StatusKinds, AreFailuresUnlessTheStatusTellsMore) {
+  for (VEX_STATUS status = 0; status < 60; ++status) {
+    RefusalKind expected = RefusalKind::kFailure;
+    for (const auto& [kind, statuses] : statusesByKind()) {
+      if (statuses.count(status) > 0) expected = kind;
+    }
+    EXPECT_EQ(statusToKind(status), expected) << status;
+  }
+}
+
+TEST(StatusKinds, KnownStatusesAreThoseWithATextOfTheirOwn) {
+  const std::vector<VEX_STATUS> known = knownStatuses();
+  for (VEX_STATUS status = 0; status < 60; ++status) {
+    const bool isKnown = std::find(known.begin(), known.end(), status) != known.end();
+    EXPECT_EQ(isKnown, std::string(statusToText(status)) != kUnknown) << status;
+  }
+  EXPECT_TRUE(std::is_sorted(known.begin(), known.end()));
 }
 
 }  // namespace

@@ -112,7 +112,7 @@ TEST_F(ControllersListenerTest, AnUnknownControllersDevicesAreNotFound) {
 
 TEST_F(ControllersListenerTest, TheSessionReportsAnUnknownControllerOfTheOtherLists) {
   for (const char* path : {"999/arrays", "999/ports", "999/volumes"}) {
-    EXPECT_EQ(get(path), refused("OBJECT_NOT_FOUND", "Unknown to the session")) << path;
+    EXPECT_EQ(get(path), refused("OBJECT_NOT_FOUND", "Controller identifier not found")) << path;
   }
   EXPECT_EQ(m_session.reads["getControllers"], 0) << "the listener does not look";
 }
@@ -198,7 +198,7 @@ std::vector<Fault> switchFaults(const std::string& rest) {
 }
 
 std::vector<Fault> listFaults(const std::string& rest) {
-  return {unknownParameter(), unknownObject(rest, "OBJECT_NOT_FOUND", "Unknown to the session")};
+  return {unknownParameter(), unknownObject(rest, "OBJECT_NOT_FOUND", "Controller identifier not found")};
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -6,6 +6,11 @@
 
 std::ostream& operator<<(std::ostream& stream, const Checks& checks) { return stream << checks.name; }
 
+std::vector<Checks>& allChecks() {
+  static std::vector<Checks> checks;
+  return checks;
+}
+
 namespace {
 
 /// The outcome of the request with these faults.

@@ -36,19 +36,23 @@ struct Checks {
 
 std::ostream& operator<<(std::ostream& stream, const Checks& checks);
 
+/// The tables of this program. They are made when the program starts, whatever tests it runs.
+std::vector<Checks>& allChecks();
+
 class OrderOfChecks : public testing::TestWithParam<Checks> {};
 
 /// The checks of a handler of `Listener`. The request gets the host's parameter, which passes always.
 template <class Listener>
 Checks checksOf(const std::string& name, void (*arrange)(FakeSession&), const Request& request,
                 std::vector<Fault> faults) {
-  return {name, makeOn<Listener>,
-          [arrange, request](Situation& situation) {
-            arrange(situation.session);
-            situation.request = request;
-            situation.request.parameters[L"access_token"] = L"secret";
-          },
-          std::move(faults)};
+  allChecks().push_back({name, makeOn<Listener>,
+                         [arrange, request](Situation& situation) {
+                           arrange(situation.session);
+                           situation.request = request;
+                           situation.request.parameters[L"access_token"] = L"secret";
+                         },
+                         std::move(faults)});
+  return allChecks().back();
 }
 
 /// A fault of the query: a parameter that no route takes.

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
+#include <boost/regex.hpp>
+#include <random>
+#include <set>
 
 #include "arrays_listener.h"
 #include "basic_listener.h"
+#include "catalogue.h"
 #include "controllers_listener.h"
 #include "disks_listener.h"
 #include "enddevices_listener.h"
@@ -12,12 +16,11 @@
 #include "ports_listener.h"
 #include "raids_listener.h"
 #include "support/by_name.h"
-#include "support/expected_file.h"
 #include "volumes_listener.h"
 
 namespace {
 
-struct RouteRow {
+struct PatternRow {
   std::int32_t method;
   std::wstring pattern;
 };
@@ -26,7 +29,7 @@ struct TableRow {
   std::string name;
   std::string key;  ///< The listener's path key, as clients write it.
   std::unique_ptr<BaseListener> (*make)(FakeSession&);
-  std::vector<RouteRow> routes;  ///< All of them; within a method in order of registration.
+  std::vector<PatternRow> routes;  ///< All of them; within a method in order of registration.
 };
 
 constexpr auto kGet = HttpMethod::kGet;
@@ -43,7 +46,7 @@ class RouteTables : public testing::TestWithParam<TableRow> {
 TEST_P(RouteTables, HoldTheseRoutesInThisOrder) {
   std::map<std::int32_t, std::vector<std::wstring>> expected = {
       {kGet, {}}, {kPost, {}}, {kPut, {}}, {kDelete, {}}};
-  for (const RouteRow& row : GetParam().routes) expected[row.method].push_back(row.pattern);
+  for (const PatternRow& row : GetParam().routes) expected[row.method].push_back(row.pattern);
   std::map<std::int32_t, std::vector<std::wstring>> actual;
   for (const auto& [method, routes] : m_listener->routes()) {
     std::vector<std::wstring>& patterns = actual[method];
@@ -66,7 +69,7 @@ TEST_P(RouteTables, AreNotChangedByRequests) {
 }
 
 TEST_P(RouteTables, TakeIdentifiersOfLettersAndDigitsOnly) {
-  for (const RouteRow& row : GetParam().routes) {
+  for (const PatternRow& row : GetParam().routes) {
     const std::size_t group = row.pattern.find(L"([[:alnum:]]+)");
     if (group != 0) continue;
     const std::string rest = wideToUtf8(row.pattern.substr(std::wstring(L"([[:alnum:]]+)").size()));
@@ -75,25 +78,47 @@ TEST_P(RouteTables, TakeIdentifiersOfLettersAndDigitsOnly) {
   }
 }
 
-/// What heads a route's section in the document of the routes: a group of the pattern has a name there.
-std::regex headingOf(const TableRow& table, const RouteRow& route) {
-  static const std::map<std::int32_t, std::string> methods = {
-      {kGet, "GET"}, {kPost, "POST"}, {kPut, "PUT"}, {kDelete, "DELETE"}};
-  const std::string group = "([[:alnum:]]+)";
-  std::string path = wideToUtf8(route.pattern);
-  for (auto place = path.find(group); place != std::string::npos; place = path.find(group)) {
-    path.replace(place, group.size(), "\\{[[:alpha:]]+\\}");
-  }
-  return std::regex("\n### `" + methods.at(route.method) + " " + table.key + (path.empty() ? "" : "/") +
-                    path + "`\n");
+/// The place of the pattern that takes the path; none of `patterns`: their number.
+std::size_t takerOf(const std::vector<std::wstring>& patterns, const std::wstring& path) {
+  const auto taker = std::find_if(patterns.begin(), patterns.end(), [&](const std::wstring& pattern) {
+    return boost::regex_match(path, boost::wregex(pattern));
+  });
+  return static_cast<std::size_t>(taker - patterns.begin());
 }
 
-TEST_P(RouteTables, AreDocumented) {
-  const std::string document = readExpectedFile(MIRN_ROUTE_DOCUMENT);
-  for (const RouteRow& route : GetParam().routes) {
-    EXPECT_TRUE(std::regex_search(document, headingOf(GetParam(), route)))
-        << "docs/api.md lacks a route; give it a row in tools/make-api-doc: " << wideToUtf8(route.pattern);
+/// Words of paths and odd characters, joined at random.
+std::wstring randomPath(std::mt19937& random) {
+  static const std::vector<std::wstring> parts = {
+      L"/",     L"",      L"7",     L"x9Z",  L"level",      L"rebuild", L"state",  L"config", L"volumes",
+      L"ports", L"clear", L"spare", L"name", L"enddevices", L"-",       L"\u00e4", L"{id}",   L"."};
+  std::wstring path;
+  for (auto count = random() % 5; count > 0; --count) path += parts[random() % parts.size()];
+  return path;
+}
+
+TEST_P(RouteTables, MatchEveryPathAsTheseRoutesDo) {
+  std::map<std::int32_t, std::vector<std::wstring>> expected;
+  for (const PatternRow& row : GetParam().routes) expected[row.method].push_back(row.pattern);
+  std::mt19937 random(7);
+  for (int i = 0; i < 2000; ++i) {
+    const std::wstring path = randomPath(random);
+    for (const auto& [method, routes] : m_listener->routes()) {
+      std::vector<std::wstring> actual;
+      for (const Route& route : routes) actual.push_back(route.pattern);
+      EXPECT_EQ(takerOf(actual, path), takerOf(expected[method], path)) << wideToUtf8(path);
+    }
   }
+}
+
+TEST_P(RouteTables, AreTheRowsOfTheirBranchEachBoundOnce) {
+  std::multiset<std::wstring> bound;
+  for (const RouteId route : m_listener->boundRoutes()) bound.insert(rowOf(route).id);
+  std::multiset<std::wstring> told;
+  for (const auto* row : catalogue()) {
+    if (wideToUtf8(keyOf(*row)) == GetParam().key) told.insert(row->id);
+  }
+  EXPECT_EQ(bound, told);
+  EXPECT_EQ(bound.size(), GetParam().routes.size());
 }
 
 template <class Listener>

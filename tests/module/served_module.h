@@ -25,6 +25,12 @@ class ServedModule {
   /// objects if `whole`.
   std::string picture(bool whole) const;
 
+  /// The plug-in by another of its interfaces; null where it has no such.
+  template <class Interface>
+  std::shared_ptr<Interface> as() const {
+    return std::dynamic_pointer_cast<Interface>(m_plugin);
+  }
+
   ovra::service_plugin_interface* operator->() const { return m_plugin.get(); }
 
  private:

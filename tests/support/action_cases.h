@@ -10,7 +10,7 @@
 /// One operation of the session that changes something.
 struct ActionCase {
   const char* name;
-  std::function<void(MirnSession&)> run;
+  std::function<void(SessionActions&)> run;
   std::string call;  ///< What the library is called with.
   VEX_STATUS mappedStatus = VEX_STATUS_SUCCESS;
   const char* mappedErrorId = "";  ///< Raised for that status in place of its own id.

@@ -1,5 +1,5 @@
-#ifndef MIRN_LISTENERS_MESSAGES_H
-#define MIRN_LISTENERS_MESSAGES_H
+#ifndef MIRN_CATALOGUE_MESSAGES_H
+#define MIRN_CATALOGUE_MESSAGES_H
 
 /// What the listeners say when they refuse a request. The words are part of the interface; several stand
 /// under more than one error id, and some are declared with the others and raised by nothing.

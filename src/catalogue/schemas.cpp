@@ -1,0 +1,54 @@
+#include "schemas.h"
+
+#include "answer_fields.h"
+#include "array.h"
+#include "controller.h"
+#include "enddevice.h"
+#include "event_records.h"
+#include "plugin_setting.h"
+#include "port.h"
+#include "raid.h"
+#include "schema_names.h"
+#include "version.h"
+#include "volume.h"
+
+using ovra::data_transfer::ServiceObject;
+
+namespace {
+
+/// An object with a member for each setting.
+ServiceObject configSchema() {
+  ServiceObject schema = ServiceObject::object();
+  schema.member(L"type") = std::wstring(L"object");
+  ServiceObject& required = schema.member(L"required");
+  std::size_t count = 0;
+  for (const PluginSetting& setting : pluginSettings()) {
+    schema.member(L"properties").member(setting.key) = field::schemaOf<SettingAnswer>();
+    required.at(count++) = std::wstring(setting.key);
+  }
+  return schema;
+}
+
+}  // namespace
+
+ServiceObject allSchemas() {
+  ServiceObject all = ServiceObject::object();
+  all.member(schemas::kArray) = Array::schema();
+  all.member(schemas::kArrayCacheChange) = field::schemaOf<ArrayCacheAnswer>();
+  all.member(schemas::kArrayDisks) = field::schemaOf<ArrayDisksAnswer>();
+  all.member(schemas::kConfig) = configSchema();
+  all.member(schemas::kController) = Controller::schema();
+  all.member(schemas::kControllerSwitch) = field::schemaOf<ControllerSwitchAnswer>();
+  all.member(schemas::kDevice) = EndDevice::schema();
+  all.member(schemas::kDiskChange) = field::schemaOf<DiskAnswer>();
+  all.member(schemas::kEvent) = mirn_events::eventSchema();
+  all.member(schemas::kPort) = Port::schema();
+  all.member(schemas::kRaid) = Raid::schema();
+  all.member(schemas::kState) = field::schemaOf<StateAnswer>();
+  all.member(schemas::kVersion) = Version::schema();
+  all.member(schemas::kVolume) = Volume::schema();
+  all.member(schemas::kVolumeChange) = field::schemaOf<VolumeAnswer>();
+  all.member(schemas::kVolumeName) = field::schemaOf<VolumeNameAnswer>();
+  all.member(schemas::kVolumeStateChange) = field::schemaOf<VolumeStateAnswer>();
+  return all;
+}

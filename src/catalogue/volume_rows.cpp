@@ -1,0 +1,321 @@
+#include "branches.h"
+#include "enumerations.h"
+#include "http_method.h"
+#include "messages.h"
+#include "request_keys.h"
+#include "request_words.h"
+#include "schema_names.h"
+#include "service_exceptions.h"
+#include "shared_rows.h"
+#include "volume_creation_rows.h"
+
+using ovra::request_validator::FieldPresence;
+using ovra::request_validator::FieldType;
+
+namespace {
+
+constexpr wchar_t kBranch[] = L"volumes";
+
+RefusalRows unknownVolume() { return {absentRefusal(kMsgVolumeNotFound)}; }
+
+RefusalRows rebuildRefusals() {
+  return {unsupportedRefusal(kMsgRebuildX8),
+          unsupportedRefusal(kMsgRebuildSectorSize),
+          {kErrorNotSupported, kMsgRebuildNotDegraded, RefusalKind::kState}};
+}
+
+RefusalRows levelRefusals() {
+  return {
+      requestRefusal(kMsgInvalidRaidLevel),
+      {kErrorInvalidRaidLevel, kMsgX8NeedsRaid0, RefusalKind::kRequest},
+      {kErrorDiskInvalidState, kMsgDiskNotUsable, RefusalKind::kState},
+      unsupportedRefusal(kMsgAddDiskSectorSize),
+      {kErrorInvalidRaidLevel, kMsgStripSizeOfRaid1, RefusalKind::kRequest},
+      {kErrorInternal, kMsgNoDefaultStripSize, RefusalKind::kFailure},
+      requestRefusal(kMsgInvalidStripSize),
+  };
+}
+
+FieldRow verifyActionField() {
+  FieldRow field = requiredField(keys::kAction, L"Starts the verification, or stops it.");
+  field.words = {request_words::kStart, request_words::kCancel};
+  return field;
+}
+
+/// The validator takes it with any action; START does not go without it.
+FieldRow repairField() {
+  return {keys::kRepair, FieldType::kBoolean, FieldPresence::kOptional,
+          L"Whether errors are mended; needed with START."};
+}
+
+FieldRow cachePolicyField() {
+  FieldRow field = requiredField(keys::kCachePolicy, L"What the volume's cache holds back.");
+  field.words = {toText(CachePolicy::OFF), toText(CachePolicy::WRITE_THROUGH),
+                 toText(CachePolicy::WRITE_BACK)};
+  return field;
+}
+
+FieldRow levelOfVolumeField() {
+  FieldRow field = levelField();
+  field.candidates.of = keys::kVolumeId;
+  return field;
+}
+
+constexpr EffectRow volumeEffect(Fate fate, const wchar_t* text, Condition when = {}) {
+  return {fate, L"volume", keys::kVolumeId, L"itself", text, when};
+}
+
+RouteRow markNormalRow() {
+  return {
+      RouteId::kMarkVolumeNormal,
+      L"markVolumeNormal",
+      HttpMethod::kPut,
+      kBranch,
+      L"{volumeId}/marknormal",
+      L"Tries a failed volume again.",
+      L"The volume serves again from disks that came back. What it held may be wrong: check it before use.",
+      Effect::kDestroys,
+      Role::kAdminister,
+      {schemas::kVolumeStateChange},
+      withPicture({unknownVolume()}),
+      Judgement::kNoBodyThenQuery,
+      {},
+      {},
+      {{L"VexVolumeMarkAsNormal"}, kErrorVolumeInvalidState},
+      {volumeEffect(Fate::kChanges, L"The volume {volumeId} counts as sound, whatever its data are.")}};
+}
+
+RouteRow rebuildRow() {
+  return {RouteId::kRebuildVolume,
+          L"rebuildVolume",
+          HttpMethod::kPut,
+          kBranch,
+          L"{volumeId}/rebuild",
+          L"Rebuilds a degraded volume onto a disk.",
+          L"The disk takes the place of the lost one; everything on it is overwritten. The volume serves "
+          L"meanwhile.",
+          Effect::kDestroys,
+          Role::kOperate,
+          {schemas::kVolumeStateChange},
+          withPicture({unknownVolume(), diskRefusals(), rebuildRefusals()}),
+          Judgement::kBodyThenQuery,
+          {},
+          {diskField(keys::kDiskId, L"The disk that takes the place of the lost one.", keys::kVolumeId)},
+          {{L"VexVolumeRebuild"}, kErrorVolumeInvalidState},
+          {volumeEffect(Fate::kChanges, L"The volume {volumeId} is rebuilt onto the disk {diskId}."),
+           {Fate::kOverwritten, L"disk", keys::kDiskId, L"itself",
+            L"Everything on the disk {diskId} is overwritten."}},
+          {{WorkKind::kRebuild, keys::kVolumeId}}};
+}
+
+RouteRow levelRow() {
+  return {RouteId::kChangeVolumeLevel,
+          L"changeVolumeLevel",
+          HttpMethod::kPut,
+          kBranch,
+          L"{volumeId}/level",
+          L"Changes the level, the strip size or the disks of a volume.",
+          L"The volume migrates, and serves meanwhile. What is on further disks is overwritten.",
+          Effect::kDestroys,
+          Role::kAdminister,
+          {schemas::kVolumeChange},
+          withPicture({unknownVolume(), levelRefusals(), diskRefusals()}),
+          Judgement::kBodyThenQuery,
+          {},
+          {stripField(), levelOfVolumeField(),
+           diskListField(FieldPresence::kOptional, L"The ids of further disks.", keys::kVolumeId)},
+          {{L"VexRaidLevelModify"}},
+          {volumeEffect(Fate::kChanges, L"The volume {volumeId} migrates to {raidLevel}."),
+           {Fate::kOverwritten,
+            L"disk",
+            keys::kDisks,
+            L"itself",
+            L"Everything on {disks} is overwritten.",
+            {keys::kDisks}}},
+          {{WorkKind::kMigrate, keys::kVolumeId}}};
+}
+
+RouteRow initializeRow() {
+  return {RouteId::kInitializeVolume,
+          L"initializeVolume",
+          HttpMethod::kPut,
+          kBranch,
+          L"{volumeId}/init",
+          L"Initialises a volume.",
+          L"Redundancy is computed anew from what the disks hold. The volume serves meanwhile.",
+          Effect::kDestroys,
+          Role::kAdminister,
+          {schemas::kVolumeStateChange},
+          withPicture({unknownVolume()}),
+          Judgement::kNoBodyThenQuery,
+          {},
+          {},
+          {{L"VexVolumeInitialize"}, kErrorVolumeInvalidState},
+          {volumeEffect(Fate::kOverwritten, L"The redundancy of the volume {volumeId} is written anew.")},
+          {{WorkKind::kInitialize, keys::kVolumeId}}};
+}
+
+RouteRow verifyRow() {
+  return {
+      RouteId::kVerifyVolume,
+      L"verifyVolume",
+      HttpMethod::kPut,
+      kBranch,
+      L"{volumeId}/verify",
+      L"Verifies a volume, or stops that.",
+      L"Data and redundancy are read and compared, and errors counted; with repair they are mended, too.",
+      Effect::kChanges,
+      Role::kOperate,
+      {schemas::kVolumeStateChange},
+      withPicture({unknownVolume(), {requestRefusal(kMsgRepairMissing), requestRefusal(kMsgInvalidAction)}}),
+      Judgement::kBodyThenQuery,
+      {},
+      {verifyActionField(), repairField()},
+      {{L"VexVolumeVerify", L"VexVolumeCancelVerify"}, kErrorVolumeInvalidState},
+      {volumeEffect(Fate::kChanges, L"The volume {volumeId} is verified.",
+                    {keys::kAction, request_words::kStart}),
+       volumeEffect(Fate::kChanges, L"The verification of the volume {volumeId} stops.",
+                    {keys::kAction, request_words::kCancel})},
+      {{WorkKind::kVerify, keys::kVolumeId, {keys::kAction, request_words::kStart}}}};
+}
+
+RouteRow resizeRow() {
+  return {RouteId::kResizeVolume,
+          L"resizeVolume",
+          HttpMethod::kPut,
+          kBranch,
+          L"{volumeId}/size",
+          L"Lets a volume grow.",
+          L"Into the free room of its array. The volume serves meanwhile.",
+          Effect::kChanges,
+          Role::kAdminister,
+          {schemas::kVolumeChange},
+          withPicture({unknownVolume(), {requestRefusal(kMsgInvalidSize)}}),
+          Judgement::kBodyThenQuery,
+          {},
+          {sizeField(L"Its new size; \"0\" for all that is free.", keys::kVolumeId)},
+          {{L"VexExpandVolume"}},
+          {volumeEffect(Fate::kChanges, L"The volume {volumeId} grows to {size} MiB.")},
+          {{WorkKind::kMigrate, keys::kVolumeId}}};
+}
+
+RouteRow cachePolicyRow() {
+  return {
+      RouteId::kSetVolumeCachePolicy,
+      L"setVolumeCachePolicy",
+      HttpMethod::kPut,
+      kBranch,
+      L"{volumeId}/cachepolicy",
+      L"Sets the cache policy of a volume.",
+      L"With WRITE_BACK data are reported as written before they are on the disks.",
+      Effect::kChanges,
+      Role::kAdminister,
+      {schemas::kVolumeChange},
+      withPicture({unknownVolume(),
+                   {absentRefusal(kMsgControllerNotFound), unsupportedRefusal(kMsgNoCachePolicy),
+                    requestRefusal(kMsgInvalidCachePolicy)}}),
+      Judgement::kBodyThenQuery,
+      {},
+      {cachePolicyField()},
+      {{L"VexVolumeSetCachePolicy"}},
+      {volumeEffect(Fate::kChanges, L"The cache policy of the volume {volumeId} becomes {cachePolicy}.")}};
+}
+
+RouteRow renameRow() {
+  return {RouteId::kRenameVolume,
+          L"renameVolume",
+          HttpMethod::kPut,
+          kBranch,
+          L"{volumeId}/name",
+          L"Renames a volume.",
+          L"No other volume may have the name. The id stays.",
+          Effect::kChanges,
+          Role::kOperate,
+          {schemas::kVolumeName},
+          withPicture({unknownVolume(), nameRefusals()}),
+          Judgement::kBodyThenQuery,
+          {},
+          {nameField()},
+          {{L"VexVolumeRename"}},
+          {volumeEffect(Fate::kChanges, L"The volume {volumeId} is called {name}.")}};
+}
+
+RouteRow deleteRow() {
+  return {RouteId::kDeleteVolume,
+          L"deleteVolume",
+          HttpMethod::kDelete,
+          kBranch,
+          L"{volumeId}",
+          L"Deletes a volume.",
+          L"All its data are lost. With the last volume of an array the array goes, too.",
+          Effect::kDestroys,
+          Role::kAdminister,
+          {},
+          withPicture({unknownVolume()}),
+          Judgement::kQuery,
+          {},
+          {},
+          {{L"VexVolumeDelete"}, kErrorVolumeInvalidState},
+          {volumeEffect(Fate::kGoes, L"The volume {volumeId} goes, with all its data."),
+           {Fate::kGoes, L"array", keys::kVolumeId, L"array",
+            L"Its array goes, where it holds no other volume."}}};
+}
+
+RouteRow writeHoleRow() {
+  return {
+      RouteId::kSetVolumeWriteHolePolicy,
+      L"setVolumeWriteHolePolicy",
+      HttpMethod::kPut,
+      kBranch,
+      L"{volumeId}/rwh",
+      L"Sets what closes the write hole of a volume.",
+      L"The write hole is the moment at which data are new and redundancy is old. A journal closes it: on "
+      L"the "
+      L"members themselves, or on a disk of its own, which is overwritten.",
+      Effect::kDestroys,
+      Role::kAdminister,
+      {schemas::kVolumeChange},
+      withPicture({unknownVolume(),
+                   writeHoleRefusals(),
+                   {{kErrorInvalidRaidLevel, kMsgRwhNeedsRaid5, RefusalKind::kRequest}}}),
+      Judgement::kBodyThenQuery,
+      {},
+      {writeHoleField(FieldPresence::kRequired), journalingDriveField()},
+      {{L"VexVolumeSetRwhPolicy"}},
+      {volumeEffect(Fate::kChanges, L"The write-hole policy of the volume {volumeId} becomes {rwhPolicy}."),
+       {Fate::kOverwritten,
+        L"disk",
+        keys::kJournalingDriveId,
+        L"itself",
+        L"Everything on the disk {journalingDriveId} is overwritten.",
+        {keys::kJournalingDriveId}}}};
+}
+
+}  // namespace
+
+RouteRows volumeRows() {
+  return {
+      {RouteId::kListVolumes,
+       L"listVolumes",
+       HttpMethod::kGet,
+       kBranch,
+       L"",
+       L"Lists all volumes.",
+       L"With their state, their work and how far it is.",
+       Effect::kRead,
+       Role::kObserve,
+       {schemas::kVolume, true},
+       withPicture()},
+      markNormalRow(),
+      rebuildRow(),
+      levelRow(),
+      initializeRow(),
+      verifyRow(),
+      resizeRow(),
+      cachePolicyRow(),
+      renameRow(),
+      deleteRow(),
+      volumeCreationRow(kBranch),
+      writeHoleRow(),
+  };
+}

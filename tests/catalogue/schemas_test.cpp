@@ -1,0 +1,58 @@
+#include "schemas.h"
+
+#include <gmock/gmock.h>
+
+#include "answer_forms.h"
+#include "catalogue.h"
+#include "text.h"
+
+namespace {
+
+using ovra::data_transfer::ServiceObject;
+
+TEST(Schemas, AreThereForEveryAnswerAndForNothingElse) {
+  const ServiceObject all = allSchemas();
+  std::set<std::wstring> answered;
+  for (const RouteRow* row : catalogue()) {
+    if (row->answer.schema) answered.insert(row->answer.schema);
+  }
+  std::set<std::wstring> told;
+  for (auto schema = all.begin(); schema != all.end(); ++schema) told.insert((*schema).key);
+  EXPECT_EQ(told, answered);
+}
+
+TEST(Schemas, AreObjectsWithProperties) {
+  const ServiceObject all = allSchemas();
+  for (auto schema = all.begin(); schema != all.end(); ++schema) {
+    const ServiceObject& told = *(*schema).value;
+    EXPECT_EQ(told.member(L"type").toString(), L"object");
+    EXPECT_FALSE(told.member(L"properties").asObject().empty()) << wideToUtf8((*schema).key);
+  }
+}
+
+std::vector<std::wstring> keysOf(const ServiceObject& object) {
+  std::vector<std::wstring> keys;
+  for (auto member = object.begin(); member != object.end(); ++member) keys.push_back((*member).key);
+  return keys;
+}
+
+TEST(Schemas, TellTheKeysOfAnAnswer) {
+  VolumeAnswer whole;
+  whole.volumeId = L"7";
+  whole.size = 1;
+  whole.cachePolicy = CachePolicy::OFF;
+  whole.raidLevel = RaidLevel::RAID_1;
+  whole.stripSize = StripSize::SIZE_64KB;
+  whole.rwhPolicy = RwhPolicy::RWH_OFF;
+  whole.journalingDriveId = L"";
+  whole.disks = std::vector<std::wstring>{L"4"};
+  const ServiceObject schemas = allSchemas();
+  const ServiceObject& schema = schemas.member(L"VolumeChange");
+  EXPECT_EQ(keysOf(schema.member(L"properties")), keysOf(formOf(whole)));
+  EXPECT_EQ(keysOf(formOf(VolumeAnswer{L"7", {}, {}, {}, {}, {}, {}, {}})),
+            std::vector<std::wstring>{L"volumeId"});
+  EXPECT_EQ((*schema.member(L"required").begin()).value->toString(), L"volumeId");
+  EXPECT_EQ(schema.member(L"properties").member(L"size").member(L"unit").toString(), L"MiB");
+}
+
+}  // namespace

@@ -37,6 +37,17 @@ Catalogue byNumber(const RouteRows& rows) {
   return sorted;
 }
 
+/// By the numbers of the rows.
+std::vector<std::wstring> patternsOf(const Catalogue& rows) {
+  std::vector<std::wstring> patterns;
+  for (const RouteRow* row : rows) {
+    patterns.push_back(boost::regex_replace(std::wstring(row->path), pathArgument(),
+                                            std::wstring(kIdentifierGroup),
+                                            boost::regex_constants::format_literal));
+  }
+  return patterns;
+}
+
 }  // namespace
 
 const Catalogue& catalogue() {
@@ -47,9 +58,9 @@ const Catalogue& catalogue() {
 
 const RouteRow& rowOf(RouteId route) { return *catalogue()[static_cast<std::size_t>(route)]; }
 
-std::wstring patternOf(const RouteRow& row) {
-  return boost::regex_replace(std::wstring(row.path), pathArgument(), std::wstring(kIdentifierGroup),
-                              boost::regex_constants::format_literal);
+const std::wstring& patternOf(const RouteRow& row) {
+  static const std::vector<std::wstring> patterns = patternsOf(catalogue());
+  return patterns[static_cast<std::size_t>(row.route)];
 }
 
 std::wstring keyOf(const RouteRow& row) { return below(kPluginCode, row.branch); }

@@ -17,7 +17,7 @@ using Catalogue = std::array<const RouteRow*, kRouteCount>;
 const Catalogue& catalogue();
 
 /// What the router matches with the path behind the branch: the row's path with a group for each name in it.
-std::wstring patternOf(const RouteRow& row);
+const std::wstring& patternOf(const RouteRow& row);
 
 /// The path key of the row's listener: "mirn/volumes".
 std::wstring keyOf(const RouteRow& row);

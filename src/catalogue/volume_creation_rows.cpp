@@ -86,6 +86,12 @@ EffectRows creationEffects() {
       {Fate::kComes, L"array", keys::kDisks, L"array", L"An array of {disks} comes.", kFromDisks},
       {Fate::kOverwritten, L"disk", keys::kDisks, L"itself",
        L"Everything on {disks} is overwritten; only data of {diskId} stay, where that is named.", kFromDisks},
+      {Fate::kOverwritten,
+       L"disk",
+       keys::kJournalingDriveId,
+       L"itself",
+       L"Everything on the disk {journalingDriveId} is overwritten.",
+       {keys::kJournalingDriveId}},
   };
 }
 

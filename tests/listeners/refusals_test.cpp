@@ -16,8 +16,8 @@
 #include "text.h"
 #include "volumes_listener.h"
 
-// Every refusal that stands in the row of a route is seen: by the tables of checks, and by a session whose reads
-// and actions fail in turn. That no other one is seen, every request of these tests judges.
+// Every refusal that stands in the row of a route is seen: by the tables of checks, and by a session whose
+// reads and actions fail in turn. That no other one is seen, every request of these tests judges.
 
 namespace {
 

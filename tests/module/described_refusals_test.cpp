@@ -10,8 +10,8 @@
 #include "support/by_name.h"
 #include "text.h"
 
-// What clients see where the library refuses an action is what the plug-in has told of the route: for each route that
-// acts, every status.
+// What clients see where the library refuses an action is what the plug-in has told of the route: for each
+// route that acts, every status.
 
 namespace {
 

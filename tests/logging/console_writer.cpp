@@ -8,8 +8,9 @@
 #include "console_provider.h"
 #include "logging/console_writer.h"
 
-/// Reports the texts, as information, as errors and as warnings: `console_writer LOCALE STREAMS OUT ERRORS`, where OUT and
-/// ERRORS are the files that become the standard streams.
+/// Reports the texts, as information, as errors and as warnings:
+/// `console_writer LOCALE STREAMS OUT ERRORS`, where OUT and ERRORS are the files that become the
+/// standard streams.
 int main(int count, char** arguments) {
   if (count != 5) return 1;
   const std::string locale = arguments[1];

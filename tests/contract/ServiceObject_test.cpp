@@ -422,6 +422,17 @@ TEST(Walking, AnObjectGivesItsKeysInAscendingOrder) {
   EXPECT_EQ(textsOf(value), keysOf(value));
 }
 
+TEST(Walking, KeysAreOrderedByTheirCodeUnitsSoThatSurrogatesStandBelowTheLastOnes) {
+  const std::wstring pair{wchar_t(0xD83D), wchar_t(0xDCBE)};
+  const std::wstring alone{wchar_t(0xD83D)};
+  ServiceObject value;
+  for (const std::wstring& key :
+       {std::wstring(L"\uFF5E"), std::wstring(L"\uE000"), pair, alone, std::wstring(L"z")}) {
+    value.member(key) = key;
+  }
+  EXPECT_THAT(keysOf(value), ElementsAre(L"z", alone, pair, L"\uE000", L"\uFF5E"));
+}
+
 TEST(Walking, AnArrayGivesItsElementsInOrderUnderEmptyKeys) {
   ServiceObject value;
   value.at(1) = std::wstring(L"second");

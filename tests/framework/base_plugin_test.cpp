@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
+
 #include "framework_messages.h"
 #include "http_method.h"
 #include "plugin_identity.h"
@@ -24,6 +26,7 @@ class PlainPlugin final : public ovra::BasePlugin {
   void addRoute(std::int32_t method, const std::wstring& pattern, RouteHandler handler) {
     m_routes[method].push_back({pattern, std::move(handler)});
   }
+  void clearRoutes(std::int32_t method) { m_routes[method].clear(); }
   const RouteTable& routes() const { return m_routes; }
   std::vector<std::wstring>& paths() { return m_paths; }
 };
@@ -73,8 +76,18 @@ TEST_F(BasePluginTest, TellsTheModulesIdentity) {
 }
 
 TEST_F(BasePluginTest, KeepsCopiesOfItsOwn) {
-  EXPECT_NE(&m_plugin.getName(), &kPluginName);
-  EXPECT_EQ(&m_plugin.getName(), &m_plugin.getName());
+  const PlainPlugin other;
+  for (const auto get : {&ovra::BasePlugin::getName, &ovra::BasePlugin::getShortName,
+                         &ovra::BasePlugin::getCode, &ovra::BasePlugin::getApiVersion}) {
+    const std::wstring* const own = &(m_plugin.*get)();
+    for (const std::wstring* const constant :
+         {&kPluginName, &kPluginShortName, &kPluginCode, &kPluginApiVersion}) {
+      EXPECT_NE(own, constant) << testing::PrintToString(*own);
+    }
+    EXPECT_NE(own, &(other.*get)()) << testing::PrintToString(*own);
+  }
+  EXPECT_NE(&m_plugin.getVersion(), &kPluginVersion);
+  EXPECT_NE(&m_plugin.getVersion(), &other.getVersion());
 }
 
 TEST_F(BasePluginTest, HandlesNoPathsUntilTheyAreFilled) {
@@ -109,6 +122,27 @@ TEST_F(BasePluginTest, TheFirstMatchingRouteRuns) {
   m_plugin.addRoute(HttpMethod::kGet, L"mirn/.*", answering(L"first"));
   m_plugin.addRoute(HttpMethod::kGet, L"mirn/state", answering(L"second"));
   EXPECT_EQ(get(L"mirn", {L"state"}), L"first");
+}
+
+TEST_F(BasePluginTest, ARequestGoesOnWithItsOwnListWhenItsHandlerChangesTheRoutes) {
+  auto part = std::make_shared<int>();  // of the handler, and gone with the last copy of it
+  const std::weak_ptr<int> partSeen = part;
+  bool handlerLives = false;
+  m_plugin.addRoute(
+      HttpMethod::kGet, L"mirn/change",
+      [part, partSeen, &handlerLives, this](const RouteMatch&, const RequestParameters&, ServiceObject) {
+        const auto seen = partSeen;
+        bool& lives = handlerLives;
+        PlainPlugin& plugin = m_plugin;
+        plugin.clearRoutes(HttpMethod::kGet);
+        plugin.addRoute(HttpMethod::kGet, L"mirn/.*", answering(L"new"));
+        lives = !seen.expired();
+        return ServiceObject(L"old");
+      });
+  part.reset();
+  EXPECT_EQ(get(L"mirn", {L"change"}), L"old");
+  EXPECT_TRUE(handlerLives);
+  EXPECT_EQ(get(L"mirn", {L"change"}), L"new") << "what the next request finds";
 }
 
 TEST_F(BasePluginTest, AHandlerSeesTheMatchTheParametersAndTheBody) {

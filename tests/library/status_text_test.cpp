@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <string>
 
 #include "vex_exception.h"
 
@@ -86,7 +87,24 @@ INSTANTIATE_TEST_SUITE_P(
       return "Status" + std::to_string(row.param.status);
     });
 
-TEST(StatusTextLifetimeTest, TextLivesAsLongAsTheProgram) { EXPECT_EQ(statusToText(15), statusToText(15)); }
+TEST(StatusTextLifetimeTest, TextOutlivesTheCallsForOthers) {
+  const char* const failed = statusToText(15);
+  const char* const unknown = statusToText(4711);
+  for (VEX_STATUS status = 0; status < 60; ++status) statusToText(status);
+  EXPECT_STREQ(failed, "Function failed to complete");
+  EXPECT_STREQ(unknown, kUnknown);
+}
+
+TEST(StatusTextLifetimeTest, TextsOfDifferentStatusesDiffer) {
+  std::map<std::string, VEX_STATUS> statuses;
+  for (VEX_STATUS status = 0; status < 60; ++status) {
+    const std::string text = statusToText(status);
+    if (text == kUnknown) continue;
+    const auto [first, isNew] = statuses.emplace(text, status);
+    EXPECT_TRUE(isNew) << status << " says what " << first->second << " says";
+  }
+  EXPECT_EQ(statuses.size(), 44U);
+}
 
 TEST(VexExceptionTest, IsACopyableRuntimeError) {
   const VexException original(3);

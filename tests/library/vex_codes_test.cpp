@@ -9,6 +9,17 @@ namespace {
 
 using Code = std::uint32_t;
 
+// Looked up ahead of the library's own initialisation: this program's files come first.
+const RaidLevel kLevelAtLoad = raidLevelFromVex(4);
+const StripSize kSizeAtLoad = stripSizeFromVex(0x8000);
+const std::uint32_t kCodeAtLoad = toVex(RaidLevel::RAID_5);
+
+TEST(VexCodes, AreReadyDuringStaticInitialisation) {
+  EXPECT_EQ(kLevelAtLoad, RaidLevel::RAID_10);
+  EXPECT_EQ(kSizeAtLoad, StripSize::SIZE_64MB);
+  EXPECT_EQ(kCodeAtLoad, 8U);
+}
+
 /// All codes up to 100, every single bit, and codes with several bits.
 std::vector<Code> manyCodes() {
   std::vector<Code> codes = {0x21, 0x30, 0xFFFF, 0x80000001, 0xFFFFFFFF};

@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <type_traits>
 
 #include "identifiers.h"
 #include "scripted_library/scripted_library.h"
 #include "status_text.h"
+#include "support/virtual_slot.h"
 #include "vex_exception.h"
 
 namespace {
@@ -76,7 +78,52 @@ class VexInfoTest : public testing::Test {
   std::unique_ptr<IVexInfo> m_info = makeVexInfo();
 };
 
+// The class itself
+
+TEST(VexInfoClass, IsNeverCopied) {
+  EXPECT_TRUE((std::is_base_of_v<NonCopyable, VexInfo>)) << "whatever its members allow";
+  EXPECT_FALSE(std::is_copy_constructible_v<VexInfo>);
+  EXPECT_FALSE(std::is_copy_assignable_v<VexInfo>);
+  EXPECT_FALSE(std::is_move_constructible_v<VexInfo>);
+  EXPECT_FALSE(std::is_move_assignable_v<VexInfo>);
+}
+
+TEST(VexInfoClass, KeepsTheOrderOfItsOperations) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<IVexInfo>);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getVersion), 2U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getControllers), 3U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getEndDevices), 4U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getArrays), 5U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getVolumes), 6U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getPorts), 7U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getRaids), 8U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getRaidLevel), 9U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getControllerArrays), 10U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getControllerPorts), 11U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getControllerVolumes), 12U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::getRaidLevels), 13U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::open), 14U);
+  EXPECT_EQ(virtualSlot(&IVexInfo::close), 15U);
+}
+
+/// Tells when it is closed, and closes nothing itself.
+class TellingInfo : public VexInfo {
+ public:
+  TellingInfo() : VexInfo(std::make_unique<VexConverter>()) {}
+  void close() override { ++closed; }
+
+  int closed = 0;
+};
+
 // Session
+
+TEST_F(VexInfoTest, OpenClosesThroughTheOperationThatADerivedClassMayHaveReplaced) {
+  TellingInfo info;
+  info.open();
+  EXPECT_EQ(info.closed, 0);
+  info.open();
+  EXPECT_EQ(info.closed, 1);
+}
 
 TEST_F(VexInfoTest, OpenAndCloseHaveOneCallEach) {
   m_info->open();
@@ -455,18 +502,23 @@ TEST_F(VexInfoTest, LibraryThatFillsNothingGivesEmptyObjects) {
     m_library.answer(onEveryCall(operation), VEX_STATUS_SUCCESS);
   }
   open();
-  for (const Volume& volume : m_info->getVolumes(0, 0, "")) {
+  const std::vector<Volume> volumes = m_info->getVolumes(0, 0, "");
+  ASSERT_THAT(volumes, SizeIs(2));
+  for (const Volume& volume : volumes) {
     EXPECT_EQ(volume.handle(), 0U);
     EXPECT_EQ(volume.name(), L"");
     EXPECT_EQ(volume.totalSize(), 0U);
   }
-  for (const EndDevice& device : m_info->getEndDevices(0, 0, "")) EXPECT_EQ(device.serialNumber(), L"");
+  const std::vector<EndDevice> devices = m_info->getEndDevices(0, 0, "");
+  ASSERT_THAT(devices, SizeIs(7));
+  for (const EndDevice& device : devices) EXPECT_EQ(device.serialNumber(), L"");
   EXPECT_EQ(m_info->getVersion().vexVersion(), L"");
 }
 
 TEST_F(VexInfoTest, EveryFailureAtEveryCallOfAWholeReadIsRaisedAsItIs) {
   readAll(*m_info);
   const std::size_t calls = m_library.takeCalls().size();
+  ASSERT_GT(calls, 50U);
   for (unsigned nth = 1; nth <= calls; ++nth) {
     for (const VEX_STATUS status : {VEX_STATUS_FAILED, VEX_STATUS_BUSY, UINT32_C(4711)}) {
       ScriptedLibrary::fresh().answer(onAnyCall(nth), status);
@@ -482,6 +534,7 @@ TEST_F(VexInfoTest, EveryFailureAtEveryCallOfAWholeReadIsRaisedAsItIs) {
 TEST_F(VexInfoTest, TooSmallABufferIsAFailureEverywhereButAtTheFirstCallOfAnEnumeration) {
   readAll(*m_info);
   const ScriptedCalls calls = m_library.takeCalls();
+  ASSERT_GT(calls.size(), 50U);
   for (unsigned nth = 1; nth <= calls.size(); ++nth) {
     ScriptedLibrary::fresh().answer(onAnyCall(nth), VEX_STATUS_NOT_ENOUGH_ITEMS);
     const auto info = makeVexInfo();
@@ -495,6 +548,7 @@ TEST_F(VexInfoTest, TooSmallABufferIsAFailureEverywhereButAtTheFirstCallOfAnEnum
 TEST_F(VexInfoTest, WholeReadLeavesNoSessionOpenHoweverItEnds) {
   readAll(*m_info);
   const std::size_t calls = m_library.takeCalls().size();
+  ASSERT_GT(calls, 50U);
   for (unsigned nth = 2; nth < calls; ++nth) {
     ScriptedLibrary::fresh().answer(onAnyCall(nth), VEX_STATUS_FAILED);
     {

@@ -153,6 +153,14 @@ TEST_P(Switches, SetToTheirPresentValueTellTheIdAlone) {
   EXPECT_EQ(putState("ENABLED"), "controllerId = \"12\"");
 }
 
+TEST_P(Switches, TellTheStateWhereTheyAreNotSupportedToo) {
+  m_session.controller(L"12").unsupportedSwitches(false);
+  EXPECT_EQ(putState("DISABLED"), "controllerId = \"12\"");
+  m_session.duringAction = [this] { m_session.controller(L"12").unsupportedSwitches(true); };
+  EXPECT_EQ(putState("ENABLED"), "controllerId = \"12\", state = \"ENABLED\"");
+  EXPECT_EQ(m_session.actions.size(), 2u);
+}
+
 TEST_P(Switches, DoNotTellOfTheOtherOne) {
   m_session.duringAction = [this] { (m_session.controller(L"12").*GetParam().turnOther)(true); };
   EXPECT_EQ(putState("ENABLED"), "controllerId = \"12\"");

@@ -3,6 +3,7 @@
 #include "event_journal.h"
 #include "listeners/order_of_checks.h"
 #include "support/by_name.h"
+#include "tick_clock.h"
 
 namespace {
 
@@ -33,6 +34,14 @@ TEST_F(EventsListenerTest, TellsTheFormsOfEventsNewestFirst) {
   EXPECT_EQ(getSeconds(L"3600"), describe(expected));
   EXPECT_NE(describe(expected).find("[0].event_source_name = \"Second\""), std::string::npos);
   EXPECT_NE(describe(expected).find("[1].event_source_name = \"First\""), std::string::npos);
+}
+
+TEST_F(EventsListenerTest, LeavesOutWhatIsOlderThanTheTime) {
+  record(L"Past");
+  const std::int64_t stamped = EventJournal::instance().getRecent(3600).at(0)->creationTime();
+  while (currentTicks() <= stamped) continue;
+  EXPECT_EQ(getSeconds(L"0"), "[]");
+  EXPECT_NE(getSeconds(L"3600").find("[0].event_source_name = \"Past\""), std::string::npos);
 }
 
 TEST_F(EventsListenerTest, TakesTheWholeRangeOfSeconds) {

@@ -13,21 +13,42 @@ std::vector<Checks>& allChecks() {
 
 namespace {
 
-/// The outcome of the request with these faults.
-std::string outcomeWith(const Checks& checks, const std::vector<Fault>& faults) {
+Situation situationWith(const Checks& checks, const std::vector<Fault>& faults) {
   Situation situation;
   checks.arrange(situation);
   for (const Fault& fault : faults) fault.spoil(situation);
+  return situation;
+}
+
+/// What the listener says of it. A request that passes acts once, unless it only reads.
+std::string outcomeOf(const Checks& checks, Situation situation, bool passes) {
   const auto listener = checks.listener(situation.session);
   const std::string outcome = outcomeOf(*listener, situation.request);
-  if (!faults.empty()) {
-    EXPECT_THAT(situation.session.actions, testing::IsEmpty()) << faults.front().name;
-  }
+  const bool acts = passes && situation.request.method != HttpMethod::kGet;
+  EXPECT_EQ(situation.session.actions.size(), acts ? 1U : 0U) << outcome;
   return outcome;
 }
 
+std::string outcomeWith(const Checks& checks, const std::vector<Fault>& faults) {
+  return outcomeOf(checks, situationWith(checks, faults), faults.empty());
+}
+
+bool areEqual(const Request& a, const Request& b) {
+  return a.path == b.path && describe(a.body) == describe(b.body) && a.parameters == b.parameters;
+}
+
+/// Both faults are there when they are made in this order. One of the request itself may be gone, where the
+/// next one is of the same field; those of the picture stay.
+bool stand(const Checks& checks, const Fault& first, const Fault& second) {
+  const Request bare = situationWith(checks, {}).request;
+  const bool isOfTheRequest = !areEqual(situationWith(checks, {first}).request, bare);
+  return !isOfTheRequest ||
+         !areEqual(situationWith(checks, {first, second}).request, situationWith(checks, {second}).request);
+}
+
 TEST_P(OrderOfChecks, ARequestWithoutFaultPasses) {
-  EXPECT_EQ(outcomeWith(GetParam(), {}).find("Exception"), std::string::npos) << outcomeWith(GetParam(), {});
+  const std::string outcome = outcomeWith(GetParam(), {});
+  EXPECT_EQ(outcome.find("Exception"), std::string::npos) << outcome;
 }
 
 TEST_P(OrderOfChecks, EachFaultIsReportedInItsWords) {
@@ -38,13 +59,17 @@ TEST_P(OrderOfChecks, EachFaultIsReportedInItsWords) {
 
 TEST_P(OrderOfChecks, OfTwoFaultsTheEarlierCheckIsReported) {
   const std::vector<Fault>& faults = GetParam().faults;
+  std::size_t pairs = 0;
   for (auto earlier = faults.begin(); earlier != faults.end(); ++earlier) {
-    // The earlier fault is made last, so that it stands where both spoil one field.
     for (auto later = std::next(earlier); later != faults.end(); ++later) {
+      // The earlier fault is made last; a pair of which it removes the other one says nothing.
+      if (!stand(GetParam(), *later, *earlier)) continue;
       EXPECT_EQ(outcomeWith(GetParam(), {*later, *earlier}), earlier->outcome)
           << earlier->name << " and " << later->name;
+      ++pairs;
     }
   }
+  EXPECT_GE(pairs + 1, faults.size()) << "too few pairs in which both faults are there";
 }
 
 }  // namespace

@@ -1,12 +1,18 @@
 #include "console_provider.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <iostream>
 #include <regex>
 #include <sstream>
+#include <vector>
 
+#include "console_line.h"
+#include "local_time.h"
 #include "support/redirected_stream.h"
+#include "support/time_zone.h"
 
 namespace {
 
@@ -44,6 +50,18 @@ TEST_F(ConsoleProvider, WritesErrorsWithTheTimeToTheErrorStream) {
   report(2, L"text");
   EXPECT_TRUE(isTimed(m_err.str(), L"Error: text")) << testing::PrintToString(m_err.str());
   EXPECT_EQ(m_out.str(), L"");
+}
+
+TEST_F(ConsoleProvider, WritesThePresentLocalTime) {
+  const TimeZone away("XYZ-5:45");  // so that no other zone's time is taken for it
+  std::time_t second = std::time(nullptr);
+  report(2, L"text");
+  const std::time_t last = std::time(nullptr);
+  std::vector<std::wstring> lines;
+  for (; second <= last; ++second) {
+    lines.push_back(ovra::log::consolePrefix(LogLevel::kError, localTime(second)) + L"text\n");
+  }
+  EXPECT_THAT(lines, testing::Contains(m_err.str()));
 }
 
 TEST_F(ConsoleProvider, ReadsAnUnknownLevelAsAWarning) {

@@ -8,8 +8,9 @@
 #include "console_provider.h"
 #include "logging/console_writer.h"
 
-/// Reports the texts, as information and as errors: `console_writer LOCALE STREAMS OUT ERRORS`, where OUT and
-/// ERRORS are the files that become the standard streams.
+/// Reports the texts, as information, as errors and as warnings:
+/// `console_writer LOCALE STREAMS OUT ERRORS`, where OUT and ERRORS are the files that become the
+/// standard streams.
 int main(int count, char** arguments) {
   if (count != 5) return 1;
   const std::string locale = arguments[1];
@@ -27,7 +28,7 @@ int main(int count, char** arguments) {
   }
 
   ovra::log::LoggerConsoleProvider provider;
-  for (const LogLevel level : {LogLevel::kInfo, LogLevel::kError}) {
+  for (const LogLevel level : {LogLevel::kInfo, LogLevel::kError, LogLevel::kWarning}) {
     for (const wchar_t* text : kConsoleTexts) provider.report(level, text);
   }
   // Every line is flushed; at an ordinary end the leak check would tell of the C library's copy of LOCPATH.

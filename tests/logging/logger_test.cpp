@@ -4,7 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <mutex>
+#include <type_traits>
 #include <vector>
+
+#include "console_provider.h"
+#include "event_log_provider.h"
+#include "support/virtual_slot.h"
 
 namespace {
 
@@ -38,6 +44,39 @@ ovra::LogProviders bothProviders() {
   providers.emplace(ovra::kEventLogProvider, ovra::makeLogProvider<EventLog>());
   providers.emplace(ovra::kConsoleProvider, ovra::makeLogProvider<Console>());
   return providers;
+}
+
+// Modules of other builds meet these classes: what they promise of their layout.
+
+TEST(LoggerLayout, OfProvidersIsOneOperationAndNothingElse) {
+  using ovra::LoggerBaseLogProvider;
+  EXPECT_EQ(virtualSlot(&LoggerBaseLogProvider::report), 0U);
+  EXPECT_FALSE(std::has_virtual_destructor_v<LoggerBaseLogProvider>);
+  EXPECT_EQ(sizeof(LoggerBaseLogProvider), sizeof(void*));
+  EXPECT_EQ(sizeof(ovra::log::LoggerConsoleProvider), sizeof(void*));
+  EXPECT_EQ(sizeof(ovra::log::LoggerEventLogProvider), sizeof(void*));
+}
+
+TEST(LoggerLayout, OfTheLoggerIsItsLockAndItsProviders) {
+  struct Expected {
+    std::mutex mutex;
+    ovra::LogProviders providers;
+  };
+  EXPECT_EQ(sizeof(Logger), sizeof(Expected));
+  EXPECT_FALSE(std::is_polymorphic_v<Logger>);
+  EXPECT_TRUE((std::is_same_v<ovra::LogProviders::key_type, std::int32_t>));
+  EXPECT_EQ(ovra::kConsoleProvider, 0);
+  EXPECT_EQ(ovra::kEventLogProvider, 1);
+}
+
+TEST(LoggerLayout, OfTheExceptionIsARuntimeErrorAndItsCode) {
+  struct Expected : std::runtime_error {
+    std::int32_t code;
+  };
+  EXPECT_TRUE((std::is_base_of_v<std::runtime_error, LoggerException>));
+  EXPECT_EQ(sizeof(LoggerException), sizeof(Expected));
+  EXPECT_TRUE((std::is_same_v<decltype(LoggerException(0, "").code()), std::int32_t>));
+  EXPECT_TRUE((std::is_same_v<std::underlying_type_t<LogLevel>, std::int32_t>));
 }
 
 class LoggerTest : public testing::Test {

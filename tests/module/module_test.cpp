@@ -7,6 +7,8 @@
 #include "scripted_library/scripted_library.h"
 #include "service_exceptions.h"
 #include "support/loaded_module.h"
+#include "support/log_lines.h"
+#include "support/machine_settings.h"
 #include "support/process_resources.h"
 
 using ovra::data_transfer::ServiceObject;
@@ -45,7 +47,19 @@ TEST_F(Module, TwoDiscoveriesAreEqual) {
   EXPECT_EQ(first.name, second.name);
   EXPECT_EQ(first.code, second.code);
   EXPECT_EQ(first.apiVersion, second.apiVersion);
+  EXPECT_EQ(first.version.major, second.version.major);
+  EXPECT_EQ(first.version.minor, second.version.minor);
+  EXPECT_EQ(first.version.patch, second.version.patch);
   EXPECT_EQ(first.version.build, second.version.build);
+}
+
+TEST_F(Module, DiscoveryMakesNoPlugin) {
+  const MachineSettings none;  // so that every plug-in warns when it is made
+  LogLines log;
+  module.discover();
+  EXPECT_THAT(log.take(), testing::IsEmpty());
+  module.registerPlugin();
+  EXPECT_THAT(log.take(), testing::SizeIs(1));
 }
 
 TEST_F(Module, EachRegistrationMakesAnotherPlugin) {

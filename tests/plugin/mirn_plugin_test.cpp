@@ -3,10 +3,23 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <iostream>
+#include <memory>
+#include <thread>
+
 #include "http_method.h"
+#include "logger.h"
+#include "plugin/start_patience.h"
 #include "scripted_library/scripted_library.h"
 #include "service_exceptions.h"
+#include "support/by_name.h"
 #include "support/default_settings.h"
+#include "support/log_lines.h"
+#include "support/machine_settings.h"
+#include "support/redirected_stream.h"
 
 using ovra::data_transfer::ServiceObject;
 using testing::AllOf;
@@ -15,6 +28,43 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
+
+/// While it lives, nothing can be written to the console of warnings and errors.
+class BrokenConsole {
+ public:
+  BrokenConsole() { std::wcerr.exceptions(std::ios::badbit); }
+  BrokenConsole(const BrokenConsole&) = delete;
+  BrokenConsole& operator=(const BrokenConsole&) = delete;
+  ~BrokenConsole() { std::wcerr.exceptions(std::ios::goodbit); }
+
+ private:
+  struct Buffer : std::wstreambuf {
+    std::streamsize xsputn(const wchar_t*, std::streamsize) override {
+      throw std::runtime_error("out of paper");
+    }
+  };
+
+  Buffer m_buffer;
+  RedirectedStream m_redirected{std::wcerr, m_buffer};
+};
+
+/// Holds the next call of an operation inside the library until it is let go.
+class HeldCall {
+ public:
+  HeldCall(ScriptedLibrary& library, const std::string& operation) {
+    library.before(onCall(operation), [this](const ScriptedCall&) {
+      m_inside.set_value();
+      m_goOn.get_future().wait();
+    });
+  }
+
+  void waitUntilInside() { m_inside.get_future().wait(); }
+  void letGo() { m_goOn.set_value(); }
+
+ private:
+  std::promise<void> m_inside;
+  std::promise<void> m_goOn;
+};
 
 class Plugin : public testing::Test {
  protected:
@@ -34,6 +84,17 @@ class Plugin : public testing::Test {
     } catch (const ListenerException& error) {
       EXPECT_STREQ(error.getErrorId(), "Mirn_OFFLINE");
       EXPECT_STREQ(error.what(), "Mirn plugin does not work");
+    } catch (const std::exception& error) {
+      FAIL() << "served, with the failure " << error.what();
+    }
+  }
+
+  bool isServed() {
+    try {
+      request(L"mirn", HttpMethod::kGet, {L"state"});
+      return true;
+    } catch (const ListenerException&) {
+      return false;
     }
   }
 
@@ -75,16 +136,35 @@ TEST_F(Plugin, ServesRequestsOnceInitialized) {
   EXPECT_EQ(request(L"mirn", HttpMethod::kGet, {L"state"}).member(L"state").toString(), L"NORMAL");
 }
 
-class PluginBranch : public Plugin, public testing::WithParamInterface<const wchar_t*> {};
+struct Branch {
+  const char* name;
+  const wchar_t* key;
+  std::size_t objects;
+  const wchar_t* member;  ///< That objects of no other branch have.
+};
 
-TEST_P(PluginBranch, AnswersItsList) {
+class PluginBranch : public Plugin, public testing::WithParamInterface<Branch> {};
+
+TEST_P(PluginBranch, AnswersItsOwnList) {
   ASSERT_TRUE(plugin.initialize());
-  EXPECT_TRUE(request(GetParam(), HttpMethod::kGet, {}).isArray());
+  const ServiceObject list = request(GetParam().key, HttpMethod::kGet, {});
+  ASSERT_TRUE(list.isArray());
+  std::size_t objects = 0;
+  const auto end = list.end();
+  for (auto child = list.begin(); child != end; ++child, ++objects) {
+    EXPECT_TRUE((*child).value->hasKey(GetParam().member));
+  }
+  EXPECT_EQ(objects, GetParam().objects);
 }
 
 INSTANTIATE_TEST_SUITE_P(Keys, PluginBranch,
-                         testing::Values(L"mirn/arrays", L"mirn/controllers", L"mirn/enddevices",
-                                         L"mirn/ports", L"mirn/raids", L"mirn/volumes"));
+                         testing::Values(Branch{"Arrays", L"mirn/arrays", 1, L"numVolumes"},
+                                         Branch{"Controllers", L"mirn/controllers", 2, L"supportedFunctions"},
+                                         Branch{"EndDevices", L"mirn/enddevices", 7, L"serialNumber"},
+                                         Branch{"Ports", L"mirn/ports", 14, L"numPhys"},
+                                         Branch{"Raids", L"mirn/raids", 2, L"maxVolumesPerHba"},
+                                         Branch{"Volumes", L"mirn/volumes", 2, L"arrayOrdinal"}),
+                         ByName());
 
 TEST_F(Plugin, FindsTheEventsBranch) {
   ASSERT_TRUE(plugin.initialize());
@@ -126,6 +206,56 @@ TEST_F(Plugin, FinishEndsTheEventThreadBeforeItClosesTheLibrary) {
   EXPECT_THAT(calls[calls.size() - 2], testing::StartsWith("VexFreeEventHandle("));
 }
 
+TEST_F(Plugin, RefusesRequestsWhileFinishStillWaits) {
+  ASSERT_TRUE(plugin.initialize());
+  library.events().waitForEventWaits(1);
+  std::atomic<bool> finished{false};
+  std::thread finishing([this, &finished] {
+    plugin.finish();
+    finished = true;
+  });
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (isServed() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+  expectOffline(L"mirn");
+  EXPECT_FALSE(finished) << "the event thread still waits in the library";
+  library.events().release();
+  finishing.join();
+}
+
+TEST_F(Plugin, RefusesRequestsBeforeItClosesTheLibrary) {
+  ASSERT_TRUE(plugin.initialize());
+  int closed = 0;
+  library.before(onCall("VexFinalize"), [this, &closed](const ScriptedCall&) {
+    expectOffline(L"mirn");
+    ++closed;
+  });
+  finish();
+  EXPECT_EQ(closed, 1);
+}
+
+TEST_F(Plugin, IsOfflineWhileItIsInitializedAgain) {
+  ASSERT_TRUE(plugin.initialize());
+  int initialized = 0;
+  library.before(onCall("VexInitialize"), [this, &initialized](const ScriptedCall&) {
+    expectOffline(L"mirn");
+    ++initialized;
+  });
+  ASSERT_TRUE(plugin.initialize());
+  EXPECT_EQ(initialized, 1);
+  EXPECT_NO_THROW(request(L"mirn", HttpMethod::kGet, {L"state"}));
+}
+
+TEST_F(Plugin, StaysOfflineWhenItIsInitializedAgainAndTheLibraryRefuses) {
+  ASSERT_TRUE(plugin.initialize());
+  library.answer(onCall("VexInitialize"), VEX_STATUS_ALREADY_INITIALIZED);
+  LogLines log;
+  EXPECT_FALSE(plugin.initialize());
+  EXPECT_THAT(log.take(),
+              ElementsAre("Error: Ordan (R) Mirn Plug-In: Mirn VEX session could not be initialized"));
+  expectOffline(L"mirn");
+  EXPECT_EQ(plugin.getStatus(), 1);
+}
+
 TEST_F(Plugin, CanBeInitializedAgainAfterFinish) {
   ASSERT_TRUE(plugin.initialize());
   finish();
@@ -146,6 +276,53 @@ TEST_F(Plugin, ALibraryThatRefusesToInitializeLeavesThePluginOffline) {
   expectOffline(L"mirn");
   plugin.finish();
   EXPECT_THAT(library.callTexts(), ElementsAre("VexInitialize()"));
+}
+
+TEST_F(Plugin, AStartThatDoesNotGetItsLockInTimeClosesTheLibraryAndLeavesThePluginOffline) {
+  ASSERT_TRUE(plugin.initialize());
+  // Waits end, but bring no refresh, which would want the lock as well.
+  library.answer(onEveryCall("VexEventWait"), VEX_STATUS_BUSY);
+  HeldCall rescan(library, "VexRescan");
+  std::thread client([this] { request(L"mirn", HttpMethod::kPost, {L"rescan"}); });
+  rescan.waitUntilInside();
+  library.events().wake(VEX_STATUS_BUSY);
+  plugin.finish();
+  library.clearCalls();
+
+  startPatience = 0;
+  LogLines log;
+  EXPECT_FALSE(plugin.initialize());
+  EXPECT_THAT(log.take(),
+              ElementsAre("Error: Ordan (R) Mirn Plug-In: Mirn VEX session could not be started"));
+  EXPECT_THAT(library.callTexts(), ElementsAre("VexInitialize()", "VexFinalize()"));
+  expectOffline(L"mirn");
+
+  rescan.letGo();
+  client.join();
+  startPatience.reset();
+  EXPECT_TRUE(plugin.initialize()) << "once the lock is free";
+}
+
+TEST_F(Plugin, ItsEndClosesNoLibraryThatTheHostLeftOpen) {
+  auto forgotten = std::make_unique<mirn_plugin>();
+  ASSERT_TRUE(forgotten->initialize());
+  library.events().release();
+  forgotten.reset();
+  EXPECT_EQ(countOf("VexFinalize"), 0);
+  EXPECT_EQ(countOf("VexFreeEventHandle"), 1) << "but its thread has ended";
+}
+
+TEST_F(Plugin, AFailureOfTheLoggerPassesOutOfInitialize) {
+  library.answer(onCall("VexInitialize"), VEX_STATUS_FAILED);
+  const BrokenConsole console;
+  EXPECT_THROW(plugin.initialize(), ovra::LoggerException);
+}
+
+TEST(PluginConstruction, LetsAFailureOfTheLoggerPass) {
+  ScriptedLibrary::fresh();
+  const MachineSettings none;  // which is worth a warning
+  const BrokenConsole console;
+  EXPECT_THROW(mirn_plugin(), ovra::LoggerException);
 }
 
 TEST_F(Plugin, AFailedFirstSnapshotDoesNotFailTheStart) {

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <boost/thread/latch.hpp>
 #include <boost/thread/thread.hpp>
+#include <chrono>
 
 #include "support/action_cases.h"
 #include "support/by_name.h"
@@ -21,10 +22,15 @@ using testing::IsEmpty;
 /// its own, and is over before that call goes on.
 class SessionConcurrency : public SessionTest {
  protected:
-  /// Runs `use` on another thread in the middle of the next call of an operation.
+  /// Runs `use` on another thread in the middle of the next call of an operation. The test fails when there
+  /// is no such call.
   template <class Use>
   void during(const std::string& operation, Use use) {
-    m_library.before(onCall(operation), [use](const ScriptedCall&) { onAnotherThread(use); });
+    ++m_planned;
+    m_library.before(onCall(operation), [this, use](const ScriptedCall&) {
+      ++m_run;
+      onAnotherThread(use);
+    });
   }
 
   void setData(std::uint32_t state) {
@@ -74,9 +80,16 @@ class SessionConcurrency : public SessionTest {
     m_raidId = withHandle(m_session.getRaids(), kSataRaid).id();
   }
 
+  void TearDown() override {
+    SessionTest::TearDown();
+    EXPECT_EQ(m_run, m_planned) << "what was to run in the middle of a call";
+  }
+
  private:
   std::wstring m_sataId;
   std::wstring m_raidId;
+  int m_planned = 0;
+  std::atomic<int> m_run{0};
 };
 
 // Reads
@@ -94,6 +107,17 @@ TEST_F(SessionConcurrency, ReadsGoOnWithTheOldPictureDuringTheLibraryCallOfAnAct
 TEST_F(SessionConcurrency, ReadsTimeOutWhileAnActionRenewsThePicture) {
   during("VexSessionOpen", [this] { EXPECT_THAT(failuresOfAllReads(), Each(kLockTimeout)); });
   m_session.rescan();
+  EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
+}
+
+TEST_F(SessionConcurrency, ReadsAndActionsTimeOutWhileTheStartTakesItsPicture) {
+  m_session.startWithPatience(0);
+  during("VexSessionOpen", [this] {
+    EXPECT_THAT(failuresOfAllReads(), Each(kLockTimeout));
+    EXPECT_EQ(failureOf([this] { m_session.rescan(); }), kLockTimeout);
+  });
+  m_session.start();
+  EXPECT_THAT(m_library.actionTexts(), IsEmpty());
   EXPECT_THAT(failuresOfAllReads(), Each(kNoFailure));
 }
 
@@ -279,6 +303,18 @@ TEST_F(SessionConcurrency, AnActionWaitsForTheOneBeforeIt) {
 }
 
 // The event thread
+
+TEST_F(SessionConcurrency, TheEventThreadGoesBackToItsWaitAtOnceAfterAStatusThatBringsNoRefresh) {
+  constexpr int kWakes = 50;
+  m_session.start();
+  m_library.events().waitForEventWaits(1);
+  m_library.clearCalls();
+  const auto begin = std::chrono::steady_clock::now();
+  for (int wake = 0; wake < kWakes; ++wake) m_library.events().wakeAndSettle(VEX_STATUS_BUSY);
+  const auto took = std::chrono::steady_clock::now() - begin;
+  EXPECT_LT(took, std::chrono::seconds(2)) << "a pause of a twentieth of a second would be seen";
+  EXPECT_EQ(m_library.calls().size(), static_cast<std::size_t>(kWakes)) << "the waits alone";
+}
 
 TEST_F(SessionConcurrency, TheEventThreadWaitsForAnActionWithoutALimit) {
   m_session.start();

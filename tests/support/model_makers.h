@@ -170,6 +170,10 @@ class ControllerMaker : public ModelMaker<ControllerMaker, Controller> {
   ControllerMaker& rohi(bool enabled) {
     return with([&](auto& b) { b.rohi({true, enabled}); });
   }
+  /// Both switches as a controller has them that supports neither.
+  ControllerMaker& unsupportedSwitches(bool enabled) {
+    return with([&](auto& b) { b.readPatrol({false, enabled}).rohi({false, enabled}); });
+  }
   ControllerMaker& setsCachePolicy(bool value) {
     return with([&](auto& b) {
       b.supportedFunctions(

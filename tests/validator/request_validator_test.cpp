@@ -185,6 +185,18 @@ TEST_F(RequestValidatorTest, ReportsAreUtf8) {
             "e not allowed");
 }
 
+TEST_F(RequestValidatorTest, AFieldNameThatIsNoTextIsAFailureOfTheConversion) {
+  set(std::wstring{L'a', wchar_t(0xD83D)}, ServiceObject(true));
+  try {
+    m_validator.validateBody(m_body);
+    FAIL() << "passed";
+  } catch (const std::range_error& error) {
+    EXPECT_STREQ(error.what(), "bad conversion");
+  }
+  m_body = ServiceObject::object();
+  EXPECT_EQ(judgeBody(), "passed") << "the complaint is forgotten";
+}
+
 // The query parameters.
 
 TEST_F(RequestValidatorTest, TheHostsParameterPassesOnEveryRoute) {
@@ -226,6 +238,15 @@ TEST_F(RequestValidatorTest, WithoutResetTheBodysRulesAllowQueryParameters) {
   EXPECT_EQ(judgeParameters({{L"name", L"x"}}), "passed");
   m_validator.reset();
   EXPECT_EQ(judgeParameters({{L"name", L"x"}}), "Argument: name not allowed");
+}
+
+TEST_F(RequestValidatorTest, ResetForgetsTheRules) {
+  declareText(L"name", kRequired);
+  m_validator.reset();
+  EXPECT_EQ(judgeBody(), "passed") << "not required any more";
+  EXPECT_EQ(judgeParameters({}), "passed");
+  set(L"name", ServiceObject(L"x"));
+  EXPECT_EQ(judgeBody(), "Argument: name not allowed") << "nor declared";
 }
 
 TEST_F(RequestValidatorTest, JudgementsAndResetGiveTheValidatorItself) {

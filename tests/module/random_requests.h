@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "module/varied_requests.h"
+#include "support/body.h"
 
 /// Machines and requests at random, from one seed, the same on every platform. Most requests are nearly good:
 /// some route's, with a part of it exchanged for something that stands elsewhere.

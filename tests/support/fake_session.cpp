@@ -75,7 +75,8 @@ template <class Maker>
 std::vector<Maker> listed(const std::vector<Maker>& makers, const FakeSession::IdsById& idsByController,
                           const std::wstring& controllerId) {
   const auto ids = idsByController.find(controllerId);
-  if (ids == idsByController.end()) throw ListenerException(kErrorObjectNotFound, "Controller identifier not found");
+  if (ids == idsByController.end())
+    throw ListenerException(kErrorObjectNotFound, "Controller identifier not found");
   std::vector<Maker> result;
   for (const Maker& maker : makers) {
     if (std::count(ids->second.begin(), ids->second.end(), maker.id()) > 0) result.push_back(maker);

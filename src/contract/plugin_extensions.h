@@ -92,7 +92,7 @@ class rehearsed_plugin_1 {
   /// The same request once for each of `values`, over one picture. Each takes the place of `argument`: a member
   /// of the body by its key, or a segment of the path by its name in the template, as in "{volumeId}". A list
   /// with an object for each value, in order: `plan`, as `rehearse` gives it, or `refusal`, an object with
-  /// `class` ("request", "listener", "plugin" or "http"), `errorId` (text or null), `status` (unsigned or
+  /// `class` ("request", "listener", "plugin", "http" or "other"), `errorId` (text or null), `status` (unsigned or
   /// null) and `message` (text).
   virtual data_transfer::ServiceObject rehearseEach(std::wstring path, std::int32_t method,
                                                     std::vector<std::wstring> segments,

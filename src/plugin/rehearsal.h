@@ -27,8 +27,8 @@ class Rehearsal {
   /// See `rehearsed_plugin_1::rehearse`.
   ovra::data_transfer::ServiceObject plan(const PluginRequest& request) const;
 
-  /// See `rehearsed_plugin_1::rehearseEach`. An argument in braces that the request's path has no place for is
-  /// refused as a whole, under "INVALID_PARAMETER".
+  /// See `rehearsed_plugin_1::rehearseEach`. An argument in braces that the request's path has no place for
+  /// is refused as a whole, under "INVALID_PARAMETER".
   ovra::data_transfer::ServiceObject planEach(
       PluginRequest request, const std::wstring& argument,
       const std::vector<ovra::data_transfer::ServiceObject>& values) const;

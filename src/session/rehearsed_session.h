@@ -25,8 +25,8 @@ struct RehearsedDeed {
 /// shall take it for a failure.
 struct EndOfRehearsal {};
 
-/// A session for one request that shall do nothing: reads come from one picture, and what the request comes to
-/// is kept. Needs no lock and calls nothing. For one thread.
+/// A session for one request that shall do nothing: reads come from one picture, and what the request comes
+/// to is kept. Needs no lock and calls nothing. For one thread.
 class RehearsedSession : public SnapshotReads, public SessionActions {
  public:
   RehearsedSession(Picture picture, std::int64_t locateTimeout);

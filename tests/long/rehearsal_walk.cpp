@@ -7,9 +7,8 @@
 #include <random>
 #include <string>
 
-// Rehearses as many requests as asked, and does each afterwards. Prints the seed, where the two part, and what
-// was seen.
-//   mirn_rehearsal_walk [STEPS [SEED]]
+// Rehearses as many requests as asked, and does each afterwards. Prints the seed, where the two part, and
+// what was seen. Its arguments are the number of requests and the seed.
 
 int main(int count, char** arguments) try {
   const unsigned long steps = count > 1 ? std::stoul(arguments[1]) : 1000000;

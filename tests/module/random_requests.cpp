@@ -83,6 +83,12 @@ const std::vector<Kind>& kinds() {
 
 }  // namespace
 
+RandomRequests::RandomRequests(std::uint32_t seed) : m_random(seed) {
+  // What the varied requests leave out.
+  const Segments spare = {idOf("disk", kFree1), L"spare"};
+  m_varied.push_back({"DiskUnmarkAsSpare", put(L"mirn/disks", spare, body({{"action", "UNMARK"}}))});
+}
+
 ScriptedMachine RandomRequests::machine() {
   ScriptedMachine machine = variedMachine();
   for (const VEX_END_DEVICE_INFO& record : machine.endDevices.records()) {

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include "module/varied_requests.h"
+#include "support/body.h"
 
 /// Machines and requests at random, from one seed, the same on every platform. Most requests are nearly good:
 /// some route's, with a part of it exchanged for something that stands elsewhere.
 class RandomRequests {
  public:
-  explicit RandomRequests(std::uint32_t seed) : m_random(seed) {}
+  explicit RandomRequests(std::uint32_t seed);
 
   /// The varied machine with other states, usages, sizes and flags, the same handles and the same names.
   ScriptedMachine machine();
@@ -38,7 +39,7 @@ class RandomRequests {
   void mutateBody(ServiceObject& body);
 
   std::mt19937 m_random;
-  const std::vector<VariedRequest> m_varied = variedRequests();
+  std::vector<VariedRequest> m_varied = variedRequests();
 };
 
 #endif

@@ -43,8 +43,8 @@ class ChangeWatch {
 
   /// From now on waiting is possible.
   void open();
-  /// Sends all waiters away, and returns when the last has left. Not for two threads at once, nor beside
-  /// `open`.
+  /// Sends all waiters away, and returns when the last has left. Not for two threads at once, and not
+  /// beside `open`.
   void close();
 
  private:

@@ -17,8 +17,8 @@ void position(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(running.plugin.position());
 }
 
-/// A refresh of a machine on which nothing changes, which is the dearest case: everything is looked at. Floor:
-/// the same without a look at what clients see.
+/// A refresh of a machine on which nothing changes, which is the dearest case: everything is looked at.
+/// Floor: the same without a look at what clients see.
 void refreshWithRevision(benchmark::State& state) {
   ScriptedLibrary& library = ScriptedLibrary::fresh();
   library.recordCalls(false);

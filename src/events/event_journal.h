@@ -12,8 +12,8 @@
 #include "event_ring.h"
 #include "tick_clock.h"
 
-/// The last 1000 events, and many more in short; in memory only. Every operation is safe from any thread. The journal calls nobody
-/// but its clock, so that it may be used under the session's lock.
+/// The last 1000 events, and many more in short; in memory only. Every operation is safe from any thread. The
+/// journal calls nobody but its clock, so that it may be used under the session's lock.
 class EventJournal {
  public:
   using Event = std::shared_ptr<mirn_events::base_event>;
@@ -31,8 +31,8 @@ class EventJournal {
   /// every event; 0 takes those of the present tick.
   std::vector<Event> getRecent(std::uint64_t seconds) const;
 
-  /// The events with a number above `sequence`, oldest first, at most `limit`, in short. Their times are those
-  /// of the events.
+  /// The events with a number above `sequence`, oldest first, at most `limit`, in short. Their times are
+  /// those of the events.
   EventRing::Part getAfter(std::uint64_t sequence, std::uint64_t limit) const;
 
   /// The number of the newest event, which is how many there have been. Takes no lock.

@@ -13,8 +13,8 @@
 #include "plugin_extensions.h"
 
 /// The one plug-in of the module: opens and closes the storage library, owns the session and a listener for
-/// each branch of the path tree, and hands every request to the listener of its path key. Tells a host more by the
-/// interfaces of plugin_extensions.h.
+/// each branch of the path tree, and hands every request to the listener of its path key. Tells a host more
+/// by the interfaces of plugin_extensions.h.
 ///
 /// Takes no lock: everything but the flag is constant after construction. The destructor does not close the
 /// library: `finish` is the host's duty.
@@ -29,8 +29,8 @@ class mirn_plugin : public ovra::BasePlugin,
 
   /// False when the library or the session refuses; the reason is logged.
   bool initialize() override;
-  /// Requests are refused from its first step on, so that none reaches a closing library. Returns when all who
-  /// wait for a change have left.
+  /// Requests are refused from its first step on, so that none reaches a closing library. Returns when all
+  /// who wait for a change have left.
   void finish() override;
   /// Asks the library at each call. Says nothing of requests, which go on being served.
   std::int32_t getStatus() override;

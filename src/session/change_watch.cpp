@@ -128,8 +128,8 @@ void ChangeWatch::open() {
   m_open = true;
 }
 
-/// Leaves the shared signal alone where there is nothing to close: a session may outlive it by the end of the
-/// process.
+/// Leaves the shared signal alone where there is nothing to close: at the end of the process a session may
+/// outlive it.
 void ChangeWatch::close() {
   if (!m_open) return;
   const Uninterrupted wait;

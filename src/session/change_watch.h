@@ -11,8 +11,8 @@
 /// Where a session's picture stands, and those who wait for it to go on. Every operation is safe from any
 /// thread and takes no lock but the watch's own, so that it may be used under the session's.
 ///
-/// All watches of the module share one epoch, and draw their numbers from one store: none falls when a session
-/// ends and another begins.
+/// All watches of the module share one epoch, and draw their numbers from one store: none falls when a
+/// session ends and another begins.
 class ChangeWatch {
  public:
   /// Nobody waits before `open`.
@@ -28,8 +28,8 @@ class ChangeWatch {
   /// The numbers are of one moment. The last event is that of the module's journal.
   ovra::PluginPosition position() const;
 
-  /// True as soon as the epoch, the revision or the sequence differs from that of `known`; otherwise false when
-  /// `milliseconds` have passed, and without a wait while the watch is closed.
+  /// True as soon as the epoch, the revision or the sequence differs from that of `known`; otherwise false
+  /// when `milliseconds` have passed, and without a wait while the watch is closed.
   bool waitForChange(const ovra::PluginPosition& known, std::int64_t milliseconds);
 
   /// How many wait now.
@@ -43,7 +43,8 @@ class ChangeWatch {
 
   /// From now on waiting is possible.
   void open();
-  /// Sends all waiters away, and returns when the last has left. Not for two threads at once, nor beside `open`.
+  /// Sends all waiters away, and returns when the last has left. Not for two threads at once, and not
+  /// beside `open`.
   void close();
 
  private:

@@ -3,7 +3,6 @@
 #include <sstream>
 #include <typeinfo>
 
-#include "listeners/seen_refusals.h"
 #include "mirn_exception.h"
 #include "request_error.h"
 #include "service_exceptions.h"
@@ -19,8 +18,7 @@ std::vector<std::wstring> segmentsOf(const std::string& path) {
 }
 
 template <class Error>
-std::string told(const char* name, const Error& error, const IListener& listener, const Request& request) {
-  noteRefusal(listener, request, error);
+std::string told(const char* name, const Error& error) {
   EXPECT_STREQ(error.getMessage(), error.what());
   return std::string(name) + " " + error.getErrorId() + ": " + error.what();
 }
@@ -38,11 +36,11 @@ std::string outcomeOf(IListener& listener, const Request& request) {
     return describe(
         listener.handleRequest(request.method, segmentsOf(request.path), request.parameters, request.body));
   } catch (const ListenerException& error) {
-    return told("ListenerException", error, listener, request);
+    return told("ListenerException", error);
   } catch (const ovra::request_validator::RequestError& error) {
-    return told("RequestError", error, listener, request);
+    return told("RequestError", error);
   } catch (const MirnException& error) {
-    return told("MirnException", error, listener, request);
+    return told("MirnException", error);
   } catch (const ovra::common::HttpClientErrorException& error) {
     return "HttpClientErrorException " + std::to_string(error.status) + ": " + error.what();
   } catch (const std::exception& error) {

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <typeinfo>
 
+#include "listeners/seen_refusals.h"
 #include "mirn_exception.h"
 #include "request_error.h"
 #include "service_exceptions.h"
@@ -18,7 +19,8 @@ std::vector<std::wstring> segmentsOf(const std::string& path) {
 }
 
 template <class Error>
-std::string told(const char* name, const Error& error) {
+std::string told(const char* name, const Error& error, const IListener& listener, const Request& request) {
+  noteRefusal(listener, request, error);
   EXPECT_STREQ(error.getMessage(), error.what());
   return std::string(name) + " " + error.getErrorId() + ": " + error.what();
 }
@@ -36,11 +38,11 @@ std::string outcomeOf(IListener& listener, const Request& request) {
     return describe(
         listener.handleRequest(request.method, segmentsOf(request.path), request.parameters, request.body));
   } catch (const ListenerException& error) {
-    return told("ListenerException", error);
+    return told("ListenerException", error, listener, request);
   } catch (const ovra::request_validator::RequestError& error) {
-    return told("RequestError", error);
+    return told("RequestError", error, listener, request);
   } catch (const MirnException& error) {
-    return told("MirnException", error);
+    return told("MirnException", error, listener, request);
   } catch (const ovra::common::HttpClientErrorException& error) {
     return "HttpClientErrorException " + std::to_string(error.status) + ": " + error.what();
   } catch (const std::exception& error) {

@@ -3,7 +3,7 @@
 include(CMakePackageConfigHelpers)
 
 set(contract_headers
-  ServiceObject.h http_method.h plugin_interface.h plugin_version.h service_exceptions.h text.h)
+  ServiceObject.h http_method.h plugin_extensions.h plugin_interface.h plugin_version.h service_exceptions.h text.h)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/mirn)
 
 add_library(mirn::contract ALIAS mirn_contract)

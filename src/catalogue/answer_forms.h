@@ -10,8 +10,8 @@
 #include "request_keys.h"
 #include "ServiceObject.h"
 
-/// What routes answer that no object of the model is, as values. Each tells its fields once (field.h): from them
-/// come the answer and its schema. A member without a value is not in the answer: it did not change.
+/// What routes answer that no object of the model is, as values. Each tells its fields once (field.h): from
+/// them come the answer and its schema. A member without a value is not in the answer: it did not change.
 
 struct WorkUnderWay {
   std::wstring objectId;

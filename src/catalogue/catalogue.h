@@ -6,8 +6,8 @@
 
 #include "route_row.h"
 
-/// All that the plug-in can be asked, told once. Made at the first use and constant afterwards. Safe from any
-/// thread.
+/// All that the plug-in can be asked, told once. Made at the first use and constant afterwards. Safe from
+/// any thread.
 
 /// The row of a route.
 const RouteRow& rowOf(RouteId route);

@@ -10,18 +10,20 @@
 ovra::data_transfer::ServiceObject formOf(const RefusalRow& row);
 
 /// An object:
-/// - `id`, `method` ("GET"), `key` (the handled path), `path` (the template: "mirn/volumes/{volumeId}/rebuild"),
-///   `summary`, `description`, `effect`, `role`: texts.
+/// - `id`, `method` ("GET"), `key` (the handled path), `path` (the template:
+///   "mirn/volumes/{volumeId}/rebuild"), `summary`, `description`, `effect`, `role`: texts.
 /// - `arguments`: a list with `name` and `refersTo` for each name in the path, in their order.
-/// - `query`, `body`: lists of fields in the order in which they are judged, each with `name`, `type` ("text",
-///   "number", "boolean" or "list"), `required` (where its condition holds), `help`; `words` (a list), `least` and
-///   `most`, `unit`, `refersTo` (a type of object), `candidates` (`from`, `of`, `usages`), `when` (see below).
-/// - `bodyRule`: "ignored", "none" (there must be none) or "fields"; `anyQuery`: true where the query is ignored.
+/// - `query`, `body`: lists of fields in the order in which they are judged, each with `name`, `type`
+///   ("text", "number", "boolean" or "list"), `required` (where its condition holds), `help`; `words` (a
+///   list), `least` and `most`, `unit`, `refersTo` (a type of object), `candidates` (`from`, `of`,
+///   `usages`), `when` (see below).
+/// - `bodyRule`: "ignored", "none" (there must be none) or "fields"; `anyQuery`: true where the query
+///   is ignored.
 /// - `answer`: `schema` and `list` (a boolean).
 /// - `refusals`: those of this route's own.
 /// - `operations`: the library's functions, of which a request calls one; their statuses refuse, too.
-/// - `effects`: a list with `fate` ("comes", "changes", "goes" or "overwritten"), `type`, `argument`, `relation`,
-///   `text` and `when`.
+/// - `effects`: a list with `fate` ("comes", "changes", "goes" or "overwritten"), `type`, `argument`,
+///   `relation`, `text` and `when`.
 /// - `work`: a list with `kind`, `on` (an argument) and `when`.
 ///
 /// `when` is an object with `field`, which must be there, and `word`, which it must hold.

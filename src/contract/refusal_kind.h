@@ -18,7 +18,8 @@ enum class RefusalKind {
 /// "request", "absent", "state", "unsupported", "offline" or "failure".
 const wchar_t* toText(RefusalKind kind);
 
-/// The kinds by error id, for refusals of which nothing else is told; an id that is not there means a failure.
+/// The kinds by error id, for refusals of which nothing else is told; an id that is not there
+/// means a failure.
 const std::map<std::string, RefusalKind>& kindsOfErrorIds();
 
 /// The kind of a refusal that nobody told more of than its error id; any id of service_exceptions.h or none.

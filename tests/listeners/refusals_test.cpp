@@ -48,6 +48,7 @@ void playAll(const Checks& checks) {
   for (const std::string& read : readsOf(checks)) {
     play(checks, [&](Situation& s) { s.session.failingRead = read; });
   }
+  play(checks, [](Situation& s) { s.session.storeRefuses = true; });
   play(checks, [](Situation& s) {
     s.session.duringAction = [] { throw MirnException(kErrorOperationFailed, kMsgSessionTimeout); };
   });
@@ -70,6 +71,12 @@ TEST(Refusals, OfEveryRowAreSeen) {
 
 void arrangeNothing(FakeSession&) {}
 
+ServiceObject unsignedOf(std::uint64_t number) {
+  ServiceObject value;
+  value = number;
+  return value;
+}
+
 Fault timeoutFault(const std::string& name, const ServiceObject& value, const std::string& outcome) {
   return {name, [value](Situation& s) { s.request.body.member(L"locate_timeout") = value; }, outcome};
 }
@@ -78,12 +85,9 @@ std::vector<Fault> configFaults() {
   return {
       {"empty", [](Situation& s) { s.request.body = ServiceObject::object(); },
        refused("INVALID_PARAMETER", "Configuration request cannot be empty")},
-      timeoutFault("too low", ServiceObject(0u),
+      timeoutFault("too low", unsignedOf(0),
                    refused("INVALID_PARAMETER", "Timeout value is too low or negative")),
-      timeoutFault("too high", ServiceObject(3601u),
-                   refused("INVALID_PARAMETER", "Timeout value is too high")),
-      {"not stored", [](Situation& s) { s.session.storeRefuses = true; },
-       refused("INTERNAL_ERROR", "Could not change LED Locate timeout due to permission denied")},
+      timeoutFault("too high", unsignedOf(3601), refused("INVALID_PARAMETER", "Timeout value is too high")),
   };
 }
 
@@ -107,6 +111,22 @@ std::vector<Fault> queryFaults() {
           queryFault(L"type", L"RAID_6", "Provided RAID level is not supported"),
           queryFault(L"type", L"XYZ", "Invalid RAID level"),
           queryFault(L"range", L"info", "RAID type parameter is supported for the level range only")};
+}
+
+ServiceObject journaledRequest() {
+  ServiceObject request = disksRequest();
+  set(request, {"rwhPolicy", "RWH_JOURNALING_DRIVE"});
+  set(request, {"journalingDriveId", "61"});
+  return request;
+}
+
+Fault unknownDrive(const std::string& words) {
+  return refusedField("unknown drive", {"journalingDriveId", "999"}, "OBJECT_NOT_FOUND", words);
+}
+
+void arrangeRaid5(FakeSession& session) {
+  arrangeSystem(session);
+  session.volume(L"1").raidLevel(RaidLevel::RAID_5);
 }
 
 ServiceObject timeoutRequest() {
@@ -134,6 +154,12 @@ INSTANTIATE_TEST_SUITE_P(
                                   {HttpMethod::kPut, "1/name", body({{"name", "Other"}})}, nameFaults()),
         checksOf<VolumesListener>("Create", arrangeSystem, {HttpMethod::kPost, "", disksRequest()},
                                   nameFaults()),
+        checksOf<VolumesListener>("Journal", arrangeSystem, {HttpMethod::kPost, "", journaledRequest()},
+                                  {unknownDrive("Journaling drive identifier not found")}),
+        checksOf<VolumesListener>("NoJournal", arrangeRaid5,
+                                  {HttpMethod::kPut, "1/rwh",
+                                   body({{"rwhPolicy", "RWH_OFF"}, {"journalingDriveId", "61"}})},
+                                  {unknownDrive("Disk identifier not found")}),
         checksOf<DisksListener>(
             "Unmark", arrangeDisk, {HttpMethod::kPut, "41/spare", body({{"action", "UNMARK"}})},
             {{"X8 disk", [](Situation& s) { s.session.disk(L"41").x8(X8Disk::X8_B); },

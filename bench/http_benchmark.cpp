@@ -72,7 +72,7 @@ void getVolumes(benchmark::State& state) {
 void getVolumesAndWriteJson(benchmark::State& state) {
   RunningPlugin running(large_machine::makeWithVolumes(kVolumes));
   runBesideFloor(
-      state, [&] { benchmark::DoNotOptimize(writeJson(running.get(L"mirn/volumes"))); },
+      state, [&] { benchmark::DoNotOptimize(host::writeJson(running.get(L"mirn/volumes"))); },
       [&] { benchmark::DoNotOptimize(running.get(L"mirn/volumes")); });
 }
 

@@ -44,16 +44,16 @@ class watched_plugin_1 {
  public:
   virtual PluginPosition position() = 0;
 
-  /// True as soon as the revision or the sequence differs from those of `known`, or the epoch does; false when
-  /// `milliseconds` have passed, and when `finish` begins. Holds up neither requests nor refreshes.
+  /// True as soon as the revision or the sequence differs from those of `known`, or the epoch does; false
+  /// when `milliseconds` have passed, and when `finish` begins. Holds up neither requests nor refreshes.
   virtual bool waitForChange(const PluginPosition& known, std::int64_t milliseconds) = 0;
 
   /// The events with a number above `sequence`, oldest first, at most `limit`. An object:
   /// - `oldest`: unsigned, the number of the oldest event still held, 0 when there is none; one above
   ///   `sequence + 1` tells that events between are lost.
-  /// - `events`: a list of objects with `number` (unsigned), `moment` (unsigned, milliseconds since 1970, UTC),
-  ///   `kind`, `severity`, `description`, `objectType`, `objectId`, `objectName` (texts), and of volumes
-  ///   `oldState` and `newState` (texts), where there was an old one and is a new one.
+  /// - `events`: a list of objects with `number` (unsigned), `moment` (unsigned, milliseconds since 1970,
+  ///   UTC), `kind`, `severity`, `description`, `objectType`, `objectId`, `objectName` (texts), and of
+  ///   volumes `oldState` and `newState` (texts), where there was an old one and is a new one.
   virtual data_transfer::ServiceObject eventsAfter(std::uint64_t sequence, std::uint64_t limit) = 0;
 
   /// Everything that can be read, from one moment. An object:
@@ -61,8 +61,8 @@ class watched_plugin_1 {
   /// - `takenAt`: unsigned, milliseconds since 1970, UTC; null before the first picture.
   /// - `failedAt`, `failure`: the moment and the words of the last refresh, where that failed; else null.
   /// - `state`, `version`: as their routes answer; `version` is null before the first picture.
-  /// - `raids` (with their levels), `controllers`, `arrays`, `enddevices`, `ports`, `volumes`: the whole lists as
-  ///   their routes answer.
+  /// - `raids` (with their levels), `controllers`, `arrays`, `enddevices`, `ports`, `volumes`: the whole
+  ///   lists as their routes answer.
   /// - `controllerArrays`, `controllerPorts`, `controllerVolumes`: objects, the ids of each controller's own.
   virtual data_transfer::ServiceObject picture() = 0;
 
@@ -73,8 +73,8 @@ class watched_plugin_1 {
 /// Tells what a request would do, and does nothing.
 class rehearsed_plugin_1 {
  public:
-  /// Refuses with the exception that `handleRequest` would raise before it hands anything on, or gives what it
-  /// would hand on. An object:
+  /// Refuses with the exception that `handleRequest` would raise before it hands anything on, or gives what
+  /// it would hand on. An object:
   /// - `operation`: the name of the library's function; null for a request that calls none.
   /// - `arguments`: a list of unsigned numbers, handles and plain values in the order of the call.
   /// - `record`: hexadecimal text, the bytes of the record that is handed over; null where there is none.
@@ -89,11 +89,11 @@ class rehearsed_plugin_1 {
                                                 std::map<std::wstring, std::wstring> parameters,
                                                 data_transfer::ServiceObject body) = 0;
 
-  /// The same request once for each of `values`, over one picture. Each takes the place of `argument`: a member
-  /// of the body by its key, or a segment of the path by its name in the template, as in "{volumeId}". A list
-  /// with an object for each value, in order: `plan`, as `rehearse` gives it, or `refusal`, an object with
-  /// `class` ("request", "listener", "plugin", "http" or "other"), `errorId` (text or null), `status` (unsigned or
-  /// null) and `message` (text).
+  /// The same request once for each of `values`, over one picture. Each takes the place of `argument`: a
+  /// member of the body by its key, or a segment of the path by its name in the template, as in "{volumeId}".
+  /// A list with an object for each value, in order: `plan`, as `rehearse` gives it, or `refusal`, an object
+  /// with `class` ("request", "listener", "plugin", "http" or "other"), `errorId` (text or null), `status`
+  /// (unsigned or null) and `message` (text).
   virtual data_transfer::ServiceObject rehearseEach(std::wstring path, std::int32_t method,
                                                     std::vector<std::wstring> segments,
                                                     std::map<std::wstring, std::wstring> parameters,

@@ -10,8 +10,8 @@
 /// be handed to the library or to the settings' store. Reads ask for nothing.
 class GuardedSession : public SnapshotReads, public SessionActions {
  public:
-  /// `condition` raises where it does not hold; the change is not made then, and what was raised passes to the
-  /// caller. See `MirnSession::carryOut` on when it runs. `session` must outlive this one.
+  /// `condition` raises where it does not hold; the change is not made then, and what was raised passes to
+  /// the caller. See `MirnSession::carryOut` on when it runs. `session` must outlive this one.
   GuardedSession(MirnSession& session, std::function<void()> condition);
 
   Picture picture() override { return m_session.picture(); }

@@ -14,7 +14,7 @@ using namespace small_machine;
 using testing::IsEmpty;
 
 constexpr std::uint32_t kSeed = 20260;
-constexpr unsigned long kSteps = 20000;
+constexpr unsigned long kSteps = MIRN_TEST_REHEARSALS;
 
 TEST(RehearsedRequests, AreRefusedAsTheDeedAndNameItsCall) {
   const LogLines log;

@@ -32,6 +32,7 @@ struct Checks {
   std::function<std::unique_ptr<IListener>(FakeSession&)> listener;
   std::function<void(Situation&)> arrange;  ///< Makes a request that passes.
   std::vector<Fault> faults;                ///< In the order of the checks.
+  bool areOfOneField = false;               ///< A request has one of the faults at a time.
 };
 
 std::ostream& operator<<(std::ostream& stream, const Checks& checks);
@@ -53,6 +54,12 @@ Checks checksOf(const std::string& name, void (*arrange)(FakeSession&), const Re
                          },
                          std::move(faults)});
   return allChecks().back();
+}
+
+/// The same, of faults that are values of one field.
+inline Checks ofOneField(Checks checks) {
+  checks.areOfOneField = true;
+  return checks;
 }
 
 /// A fault of the query: a parameter that no route takes.

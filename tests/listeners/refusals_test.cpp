@@ -145,15 +145,15 @@ void arrangeDisk(FakeSession& session) { session.endDevices = {aDisk(L"41")}; }
 INSTANTIATE_TEST_SUITE_P(
     Further, OrderOfChecks,
     testing::Values(
-        checksOf<BasicListener>("Config", arrangeNothing, {HttpMethod::kPut, "config", timeoutRequest()},
-                                configFaults()),
+        ofOneField(checksOf<BasicListener>("Config", arrangeNothing,
+                                           {HttpMethod::kPut, "config", timeoutRequest()}, configFaults())),
         checksOf<RaidsListener>("Raids", arrangeRaid,
                                 {HttpMethod::kGet, "", {}, {{L"range", L"level"}, {L"type", L"RAID_5"}}},
                                 queryFaults()),
-        checksOf<VolumesListener>("Rename", arrangeSystem,
-                                  {HttpMethod::kPut, "1/name", body({{"name", "Other"}})}, nameFaults()),
-        checksOf<VolumesListener>("Create", arrangeSystem, {HttpMethod::kPost, "", disksRequest()},
-                                  nameFaults()),
+        ofOneField(checksOf<VolumesListener>(
+            "Rename", arrangeSystem, {HttpMethod::kPut, "1/name", body({{"name", "Other"}})}, nameFaults())),
+        ofOneField(checksOf<VolumesListener>("Create", arrangeSystem, {HttpMethod::kPost, "", disksRequest()},
+                                             nameFaults())),
         checksOf<VolumesListener>("Journal", arrangeSystem, {HttpMethod::kPost, "", journaledRequest()},
                                   {unknownDrive("Journaling drive identifier not found")}),
         checksOf<VolumesListener>("NoJournal", arrangeRaid5,

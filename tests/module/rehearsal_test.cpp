@@ -34,7 +34,8 @@ TEST(RehearsedRequests, AreRefusedAsTheDeedAndNameItsCall) {
        {"no call", "lists", "no such argument", "RequestError INVALID_PARAMETER",
         "ListenerException INVALID_PARAMETER", "ListenerException OBJECT_NOT_FOUND",
         "ListenerException NOT_SUPPORTED", "ListenerException Mirn_DISK_INVALID_STATE",
-        "ListenerException Mirn_INVALID_RAID_LEVEL", "MirnException NOT_SUPPORTED"}) {
+        "ListenerException Mirn_INVALID_RAID_LEVEL", "MirnException NOT_SUPPORTED", "told by its route",
+        "told as the report", "without a route", "without a key"}) {
     EXPECT_GE(walk.tally().count(what), 1u) << what;
   }
 }

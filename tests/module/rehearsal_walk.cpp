@@ -86,7 +86,10 @@ bool isPlan(const std::string& outcome) { return outcome.front() == '{'; }
 }  // namespace
 
 RehearsalWalk::RehearsalWalk(const LoadedModule& module, std::uint32_t seed)
-    : m_random(seed), m_served(module), m_rehearsed(m_served.as<ovra::rehearsed_plugin_1>()) {
+    : m_random(seed),
+      m_served(module),
+      m_rehearsed(m_served.as<ovra::rehearsed_plugin_1>()),
+      m_told(m_served.as<ovra::described_plugin_1>()->describe()) {
   if (!m_rehearsed) throw std::logic_error("the plug-in cannot be rehearsed");
   m_served.start();
 }
@@ -120,6 +123,9 @@ std::string RehearsalWalk::judgeDeed(const Request& request, const std::string& 
   if (!isPlan(plan)) {
     ++m_tally[plan.substr(0, plan.find(':'))];
     if (outcome != plan) return "refused: " + plan + "\nthe deed: " + outcome;
+    const std::string place = m_told.placeOf(request, plan);
+    if (place.empty()) return "told nowhere: " + plan;
+    ++m_tally[place];
     return calls.empty() ? "" : "refused: " + plan + "\nthe deed calls " + calls.front().text();
   }
   const std::string deed = actions.empty() ? "" : toldBy(actions.front());

@@ -7,13 +7,14 @@
 
 #include "module/random_requests.h"
 #include "module/served_module.h"
+#include "module/told_refusals.h"
 #include "plugin_extensions.h"
 #include "scripted_library/scripted_library.h"
 #include "support/default_settings.h"
 
 /// Rehearses requests at random, and does each of them afterwards: the rehearsal must tell what the deed then
-/// does. Outside the promise are a lock that is not had in time, a store that refuses a setting, and lack of
-/// memory; none of them befalls the walk.
+/// does, and each refusal must be among those that the plug-in tells ahead. Outside the promise are a lock
+/// that is not had in time, a store that refuses a setting, and lack of memory; none befalls the walk.
 class RehearsalWalk {
  public:
   RehearsalWalk(const LoadedModule& module, std::uint32_t seed);
@@ -22,7 +23,7 @@ class RehearsalWalk {
   std::string step();
 
   /// What was seen, so that nobody takes a walk for thorough that isn't: the operations that were called, and
-  /// the refusals by class and id, each with its number of times.
+  /// the refusals by class and id and by the place where they are told, each with its number of times.
   const std::map<std::string, unsigned long>& tally() const { return m_tally; }
 
  private:
@@ -36,6 +37,7 @@ class RehearsalWalk {
   RandomRequests m_random;
   ServedModule m_served;
   std::shared_ptr<ovra::rehearsed_plugin_1> m_rehearsed;
+  const ToldRefusals m_told;
   unsigned long m_steps = 0;
   std::map<std::string, unsigned long> m_tally;
 };

@@ -92,6 +92,7 @@ RouteRows arrayRows() {
        {stateField(L"On or off.")},
        {{L"VexArraySetWriteCacheState"}},
        {{Fate::kChanges, L"array", keys::kArrayId, L"itself",
-         L"The write cache of the disks of the array {arrayId} is switched."}}},
+         L"The write cache of the array {arrayId} is switched."},
+        {Fate::kChanges, L"disk", keys::kArrayId, L"disks", L"So is that of each of its disks."}}},
   };
 }

@@ -85,8 +85,10 @@ struct EffectRow {
   Fate fate;
   const wchar_t* type;      ///< Of the objects: "volume", "disk", "array", "controller", "port", "setting".
   const wchar_t* argument;  ///< Names them, or the object that they belong to; null: none does.
-  const wchar_t* relation;  ///< To the argument's object: "itself", "volumes", "disks" or "array".
-  const wchar_t* text;      ///< One sentence.
+  /// To the argument's object: "itself", "volumes", "disks", "array", "journal" (the drive) or "ports" (its
+  /// own and those that they are plugged into).
+  const wchar_t* relation;
+  const wchar_t* text;  ///< One sentence.
   Condition when = {};
 };
 using EffectRows = std::vector<EffectRow>;

@@ -65,6 +65,11 @@ constexpr EffectRow volumeEffect(Fate fate, const wchar_t* text, Condition when 
   return {fate, L"volume", keys::kVolumeId, L"itself", text, when};
 }
 
+constexpr EffectRow journalFreed() {
+  return {Fate::kChanges, L"disk", keys::kVolumeId, L"journal",
+          L"The disk that held its journal becomes free."};
+}
+
 RouteRow markNormalRow() {
   return {
       RouteId::kMarkVolumeNormal,
@@ -82,7 +87,8 @@ RouteRow markNormalRow() {
       {},
       {},
       {{L"VexVolumeMarkAsNormal"}, kErrorVolumeInvalidState},
-      {volumeEffect(Fate::kChanges, L"The volume {volumeId} counts as sound, whatever its data are.")}};
+      {volumeEffect(Fate::kChanges, L"The volume {volumeId} counts as sound, whatever its data are."),
+       {Fate::kChanges, L"disk", keys::kVolumeId, L"disks", L"So do the failed disks of its array."}}};
 }
 
 RouteRow rebuildRow() {
@@ -103,6 +109,7 @@ RouteRow rebuildRow() {
           {diskField(keys::kDiskId, L"The disk that takes the place of the lost one.", keys::kVolumeId)},
           {{L"VexVolumeRebuild"}, kErrorVolumeInvalidState},
           {volumeEffect(Fate::kChanges, L"The volume {volumeId} is rebuilt onto the disk {diskId}."),
+           {Fate::kChanges, L"disk", keys::kVolumeId, L"disks", L"The lost disk leaves the array."},
            {Fate::kOverwritten, L"disk", keys::kDiskId, L"itself",
             L"Everything on the disk {diskId} is overwritten."}},
           {{WorkKind::kRebuild, keys::kVolumeId}}};
@@ -126,6 +133,8 @@ RouteRow levelRow() {
            diskListField(FieldPresence::kOptional, L"The ids of further disks.", keys::kVolumeId)},
           {{L"VexRaidLevelModify"}},
           {volumeEffect(Fate::kChanges, L"The volume {volumeId} migrates to {raidLevel}."),
+           {Fate::kChanges, L"array", keys::kVolumeId, L"array",
+            L"Its array gives the room, and grows by {disks} where they are named."},
            {Fate::kOverwritten,
             L"disk",
             keys::kDisks,
@@ -195,7 +204,8 @@ RouteRow resizeRow() {
           {},
           {sizeField(L"Its new size; \"0\" for all that is free.", keys::kVolumeId)},
           {{L"VexExpandVolume"}},
-          {volumeEffect(Fate::kChanges, L"The volume {volumeId} grows to {size} MiB.")},
+          {volumeEffect(Fate::kChanges, L"The volume {volumeId} grows to {size} MiB."),
+           {Fate::kChanges, L"array", keys::kVolumeId, L"array", L"Its array gives the room."}},
           {{WorkKind::kMigrate, keys::kVolumeId}}};
 }
 
@@ -241,24 +251,29 @@ RouteRow renameRow() {
 }
 
 RouteRow deleteRow() {
-  return {RouteId::kDeleteVolume,
-          L"deleteVolume",
-          HttpMethod::kDelete,
-          kBranch,
-          L"{volumeId}",
-          L"Deletes a volume.",
-          L"All its data are lost. With the last volume of an array the array goes, too.",
-          Effect::kDestroys,
-          Role::kAdminister,
-          {},
-          withPicture({unknownVolume()}),
-          Judgement::kQuery,
-          {},
-          {},
-          {{L"VexVolumeDelete"}, kErrorVolumeInvalidState},
-          {volumeEffect(Fate::kGoes, L"The volume {volumeId} goes, with all its data."),
-           {Fate::kGoes, L"array", keys::kVolumeId, L"array",
-            L"Its array goes, where it holds no other volume."}}};
+  return {
+      RouteId::kDeleteVolume,
+      L"deleteVolume",
+      HttpMethod::kDelete,
+      kBranch,
+      L"{volumeId}",
+      L"Deletes a volume.",
+      L"All its data are lost. With the last volume of an array the array goes, too.",
+      Effect::kDestroys,
+      Role::kAdminister,
+      {},
+      withPicture({unknownVolume()}),
+      Judgement::kQuery,
+      {},
+      {},
+      {{L"VexVolumeDelete"}, kErrorVolumeInvalidState},
+      {volumeEffect(Fate::kGoes, L"The volume {volumeId} goes, with all its data."),
+       {Fate::kGoes, L"array", keys::kVolumeId, L"array", L"Its array goes, where it holds no other volume."},
+       {Fate::kChanges, L"array", keys::kVolumeId, L"array",
+        L"Its array wins the room, where it holds another volume."},
+       {Fate::kChanges, L"disk", keys::kVolumeId, L"disks",
+        L"The disks become free, where their array goes."},
+       journalFreed()}};
 }
 
 RouteRow writeHoleRow() {
@@ -283,6 +298,7 @@ RouteRow writeHoleRow() {
       {writeHoleField(FieldPresence::kRequired), journalingDriveField()},
       {{L"VexVolumeSetRwhPolicy"}},
       {volumeEffect(Fate::kChanges, L"The write-hole policy of the volume {volumeId} becomes {rwhPolicy}."),
+       journalFreed(),
        {Fate::kOverwritten,
         L"disk",
         keys::kJournalingDriveId,

@@ -96,7 +96,14 @@ template <class Model>
 class ChangedField : public testing::Test {};
 
 using Models = testing::Types<Array, Controller, EndDevice, Port, Raid, RaidLevelSupport, Version, Volume>;
-TYPED_TEST_SUITE(ChangedField, Models);
+
+struct ByNumber {
+  template <class>
+  static std::string GetName(int number) {
+    return std::to_string(number);
+  }
+};
+TYPED_TEST_SUITE(ChangedField, Models, ByNumber);
 
 TYPED_TEST(ChangedField, CountsAsWhatItIs) {
   const auto changes = changesOf<TypeParam>();

@@ -15,8 +15,8 @@
 #include "support/text_form.h"
 #include "vexl2_simulator.h"
 
-// What the plug-in tells of its routes ahead is what they do to the simulated machine: work, effects, and that
-// reading and what is harmless leave it alone.
+// What the plug-in tells of its routes ahead is what they do to the simulated machine: work, effects, and
+// that reading and what is harmless leave it alone.
 
 namespace {
 

@@ -351,7 +351,7 @@ class DescribedEffects : public testing::Test {
   }
 
   const DefaultSettings m_settings;
-  const LogLines m_log;
+  LogLines m_log;
   const LoadedModule m_module{MIRN_TEST_MODULE};
   const ServiceObject m_told = dynamic_cast<ovra::described_plugin_1&>(*m_module.registerPlugin()).describe();
   Texts m_done;  ///< The ids of the routes.

@@ -59,7 +59,7 @@ class Guard : public testing::Test {
 
   ScriptedLibrary& m_library = ScriptedLibrary::fresh();
   const DefaultSettings m_settings;
-  const LogLines m_log;
+  LogLines m_log;
   const LoadedModule m_module{MIRN_TEST_MODULE};
   ServedModule m_served{m_module};
   const std::shared_ptr<ovra::guarded_plugin_1> m_guarded = m_served.as<ovra::guarded_plugin_1>();

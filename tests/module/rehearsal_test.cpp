@@ -57,7 +57,7 @@ class Rehearsals : public testing::Test {
 
   ScriptedLibrary& m_library = ScriptedLibrary::fresh();
   const DefaultSettings m_settings;
-  const LogLines m_log;
+  LogLines m_log;
   const LoadedModule m_module{MIRN_TEST_MODULE};
   ServedModule m_served{m_module};
   const std::shared_ptr<ovra::rehearsed_plugin_1> m_rehearsed = m_served.as<ovra::rehearsed_plugin_1>();

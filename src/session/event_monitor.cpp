@@ -59,7 +59,7 @@ void MirnSession::refreshUnlocked() {
 }
 
 void MirnSession::refreshLocked() {
-  Picture exchanged = takePicture();
+  Picture exchanged = takePictureForCaller();
   const SnapshotDifference difference = differenceBetween(*m_snapshot, *exchanged);
   std::swap(m_snapshot, exchanged);
   notePicture(difference);

@@ -101,7 +101,7 @@ void MirnSession::loadFirstSnapshot() {
   const Picture before = std::exchange(m_snapshot, std::make_shared<const IndexedSnapshot>());
   noteNoPicture();
   try {
-    m_snapshot = takePicture();
+    m_snapshot = takePictureForCaller();
     notePicture(differenceBetween(*before, *m_snapshot));
     return;
   } catch (const MirnException& error) {
@@ -116,7 +116,16 @@ void MirnSession::loadFirstSnapshot() {
 Picture MirnSession::takePicture() {
   try {
     return std::make_shared<const IndexedSnapshot>(takeSnapshot());
-  } catch (const std::exception& error) {
+  } catch (const MirnException& error) {
+    noteFailure(error.what());
+    throw;
+  }
+}
+
+Picture MirnSession::takePictureForCaller() {
+  try {
+    return takePicture();
+  } catch (const VexException& error) {
     noteFailure(error.what());
     throw;
   }

@@ -4,9 +4,9 @@
 
 #include <functional>
 #include <ostream>
-#include <string>
 #include <utility>
 
+#include "common/open_objects.h"
 #include "support/field_samples.h"
 #include "support/model_samples.h"
 
@@ -96,14 +96,7 @@ template <class Model>
 class ChangedField : public testing::Test {};
 
 using Models = testing::Types<Array, Controller, EndDevice, Port, Raid, RaidLevelSupport, Version, Volume>;
-
-struct ByNumber {
-  template <class>
-  static std::string GetName(int number) {
-    return std::to_string(number);
-  }
-};
-TYPED_TEST_SUITE(ChangedField, Models, ByNumber);
+TYPED_TEST_SUITE(ChangedField, Models, ByClass);
 
 TYPED_TEST(ChangedField, CountsAsWhatItIs) {
   const auto changes = changesOf<TypeParam>();

@@ -87,8 +87,8 @@ class MirnSession : public SnapshotReads, public SessionActions {
   void refreshUnlocked();
   void refreshLocked();
   Picture takePicture();
-  /// The same where a refused close has a caller to reach: it counts as a failure, too. On the event thread it
-  /// ends the process, and nothing may catch it on the way, or the process ends without a word.
+  /// The same where a refused close has a caller to reach: it counts as a failure, too. On the event thread
+  /// it ends the process, and nothing may catch it on the way, or the process ends without a word.
   Picture takePictureForCaller();
   /// The picture in use is another one now, which differs so far. For callers with exclusive ownership.
   void notePicture(SnapshotDifference difference);

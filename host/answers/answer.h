@@ -1,6 +1,7 @@
 #ifndef MIRN_HOST_ANSWERS_ANSWER_H
 #define MIRN_HOST_ANSWERS_ANSWER_H
 
+#include <chrono>
 #include <exception>
 #include <string>
 #include <utility>
@@ -28,6 +29,7 @@ class Refusal : public ovra::common::HttpClientErrorException {
       : HttpClientErrorException(httpStatus, message), headers(std::move(refusalHeaders)) {}
 
   Headers headers;
+  std::chrono::milliseconds wait{0};  ///< It is told no sooner than after this time, which costs no thread.
 };
 
 /// `json` as a 200.

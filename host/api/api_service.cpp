@@ -74,6 +74,14 @@ Answer valueAnswer(const ServiceObject& value) {
   return jsonAnswer(writeJson(value));
 }
 
+/// The host's own, which needs no body.
+template <class Make>
+Job ownAnswer(Make make) {
+  Job job;
+  job.run = [make](const std::string&) { return make(); };
+  return job;
+}
+
 }  // namespace
 
 ApiService::ApiService(ovra::service_plugin_interface& plugin, std::string token, std::size_t maxBodyDepth,
@@ -86,7 +94,7 @@ ApiService::ApiService(ovra::service_plugin_interface& plugin, std::string token
       m_controls(std::move(controls)),
       m_disks([this] { return listDisks(); }) {}
 
-ApiService::Job ApiService::prepare(const RequestHead& head) const {
+Job ApiService::prepare(const RequestHead& head) const {
   RequestTarget target = parseTarget(head.target);
   if (target.segments == Segments{kHealthSegment}) return prepareHealth(head);
   if (target.segments.empty() || target.segments.front() != kApiSegment) {
@@ -103,15 +111,15 @@ void ApiService::requireToken(const RequestHead& head, RequestTarget& target) co
   target.parameters.erase(kTokenParameter);  // a secret between the client and the host
 }
 
-ApiService::Job ApiService::prepareHealth(const RequestHead& head) const {
+Job ApiService::prepareHealth(const RequestHead& head) const {
   if (head.method != "GET") throw Refusal(405, "The method is not GET", {{"Allow", "GET"}});
-  return [this](const std::string&) {
+  return ownAnswer([this] {
     if (m_plugin.getStatus() == kWorking) return jsonAnswer(R"({"status":"working"})");
     throw Refusal(503, "The plug-in does not work");
-  };
+  });
 }
 
-ApiService::Job ApiService::prepareCall(const RequestHead& head, RequestTarget target) const {
+Job ApiService::prepareCall(const RequestHead& head, RequestTarget target) const {
   const std::int32_t method = methodCode(head.method);
   Segments& segments = target.segments;
   if (segments.size() < kSegmentsAheadOfKey || segments[1] != m_plugin.getApiVersion()) {
@@ -119,7 +127,7 @@ ApiService::Job ApiService::prepareCall(const RequestHead& head, RequestTarget t
   }
   segments.erase(segments.begin(), segments.begin() + kSegmentsAheadOfKey);
   if (segments.empty() && method == HttpMethod::kGet) {
-    return [this](const std::string&) { return describePlugin(); };
+    return ownAnswer([this] { return describePlugin(); });
   }
   const bool isControl = !segments.empty() && segments.front() == kSimulatorSegment;
   if (isControl && !m_controls.isEmpty()) return prepareControl(head, segments);
@@ -127,13 +135,17 @@ ApiService::Job ApiService::prepareCall(const RequestHead& head, RequestTarget t
   if (!match) throw Refusal(404, "The plug-in does not handle this path");
   requireJson(head);
   segments.erase(segments.begin(), segments.begin() + static_cast<std::ptrdiff_t>(match->segmentCount));
-  return [this, method, key = match->key, call = std::move(target)](const std::string& body) {
+  Job job;
+  job.lane = method == HttpMethod::kGet ? Lane::kReads : Lane::kChanges;
+  job.isChange = job.lane == Lane::kChanges;
+  job.run = [this, method, key = match->key, call = std::move(target)](const std::string& body) {
     return valueAnswer(
         m_plugin.handleRequest(key, method, call.segments, call.parameters, readJson(body, m_maxBodyDepth)));
   };
+  return job;
 }
 
-ApiService::Job ApiService::prepareControl(const RequestHead& head, const Segments& segments) const {
+Job ApiService::prepareControl(const RequestHead& head, const Segments& segments) const {
   const bool isList = segments.size() == 1;
   if (!isList && (segments.size() != 2 || !m_controls.has(segments[1]))) {
     throw Refusal(404, "The simulated library has no such control");
@@ -141,10 +153,13 @@ ApiService::Job ApiService::prepareControl(const RequestHead& head, const Segmen
   const std::string method = isList ? "GET" : "POST";
   if (head.method != method) throw Refusal(405, "The method is not " + method, {{"Allow", method}});
   requireJson(head);
-  if (isList) return [this](const std::string&) { return valueAnswer(m_controls.describe()); };
-  return [this, name = segments[1]](const std::string& body) {
+  if (isList) return ownAnswer([this] { return valueAnswer(m_controls.describe()); });
+  Job job;
+  job.lane = Lane::kChanges;
+  job.run = [this, name = segments[1]](const std::string& body) {
     return valueAnswer(m_controls.run(name, readJson(body, m_maxBodyDepth), &m_disks));
   };
+  return job;
 }
 
 /// What the plug-in publishes of its disks; null when it is one that publishes none.

@@ -2,35 +2,22 @@
 #define MIRN_HOST_API_API_SERVICE_H
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "answers/answer.h"
+#include "api/job.h"
 #include "api/path_keys.h"
+#include "api/request_head.h"
 #include "api/request_target.h"
 #include "controls/simulator_controls.h"
 #include "plugin_interface.h"
 
 namespace host {
 
-/// What is known of a request when its header is read.
-struct RequestHead {
-  std::string method;
-  std::string target;
-  std::string authorization;  ///< Empty when the field is missing.
-  std::string contentType;    ///< Empty when the field is missing.
-  bool hasBody = false;
-};
-
 /// Turns HTTP requests into calls of the plug-in, and what comes back into answers. Knows nothing of
 /// connections. Constant after construction, safe from any thread.
 class ApiService {
  public:
-  /// The rest of a request, to be run with its body on a thread that may block. A failure
-  /// leaves as an exception.
-  using Job = std::function<Answer(const std::string& body)>;
-
   /// `plugin` is initialised and outlives the service. A client has to show `token`; a body is nested no
   /// deeper than `maxBodyDepth`. `controls`, if there are any, are served under "simulator", ahead of a key
   /// of that name.

@@ -38,9 +38,9 @@ std::optional<Refusal> refusalOf(const beast::error_code& error) {
 }
 
 /// Nothing may leave a worker's task.
-Answer answerOf(const ApiService::Job& job, const std::string& body) {
+Answer answerOf(const Job& job, const std::string& body) {
   try {
-    return job(body);
+    return job.run(body);
   } catch (const std::exception& failure) {
     return failureAnswer(failure);
   } catch (...) {
@@ -185,9 +185,12 @@ void Connection::awaitEnd() {
 
 RequestHead Connection::head() const {
   const auto& request = m_parser->get();
-  return {std::string(request.method_string()), std::string(request.target()),
-          std::string(request[http::field::authorization]), std::string(request[http::field::content_type]),
-          !m_parser->is_done()};
+  return {std::string(request.method_string()),
+          std::string(request.target()),
+          std::string(request[http::field::authorization]),
+          std::string(request[http::field::content_type]),
+          !m_parser->is_done(),
+          {}};
 }
 
 /// Without the query, which may hold the token.

@@ -56,7 +56,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   boost::beast::tcp_stream m_stream;
   boost::beast::flat_buffer m_buffer;
   std::optional<Parser> m_parser;  // one a request
-  ApiService::Job m_job;
+  Job m_job;
   std::optional<Response> m_response;
   bool m_isIdle = false;
   bool m_isStopping = false;

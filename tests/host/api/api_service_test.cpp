@@ -50,7 +50,7 @@ class ApiServiceTest : public testing::Test {
     head.target = target;
     head.authorization = "Bearer " + kToken;
     head.hasBody = !body.empty();
-    return m_service.prepare(head)(body);
+    return m_service.prepare(head).run(body);
   }
 
   testing::StrictMock<MockPlugin> m_plugin;

@@ -1,0 +1,22 @@
+#ifndef MIRN_HOST_API_REQUEST_HEAD_H
+#define MIRN_HOST_API_REQUEST_HEAD_H
+
+#include <string>
+
+#include "identity/client.h"
+
+namespace host {
+
+/// What is known of a request when its header is read.
+struct RequestHead {
+  std::string method;
+  std::string target;         ///< An absolute path with its query, or "*".
+  std::string authorization;  ///< Empty when the field is missing.
+  std::string contentType;    ///< Empty when the field is missing.
+  bool hasBody = false;
+  Client client{};
+};
+
+}  // namespace host
+
+#endif

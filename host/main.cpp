@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "api/api_service.h"
+#include "identity/single_token.h"
 #include "identity/token_file.h"
 #include "net/server.h"
 #include "options.h"
@@ -43,7 +44,8 @@ int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
   const auto stopSignal = makeStopSignal();
   Server server(options);
   hosted.initialize();
-  const ApiService service(hosted.plugin(), token, options.limits.bodyDepth,
+  const SingleToken authenticator(token);
+  const ApiService service(hosted.plugin(), authenticator, options.limits.bodyDepth,
                            controlsOf(hosted.module(), options.simulatorControls));
   server.start(service);
   announceStart(hosted, server.url(), tokenFile, token);

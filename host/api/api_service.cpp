@@ -5,13 +5,11 @@
 #include <boost/algorithm/string/trim.hpp>
 #include <cstdint>
 #include <map>
-#include <string_view>
 #include <utility>
 
 #include "answers/json_reader.h"
 #include "answers/json_writer.h"
 #include "http_method.h"
-#include "identity/token.h"
 #include "text.h"
 
 namespace host {
@@ -26,7 +24,6 @@ constexpr wchar_t kHealthSegment[] = L"healthz";
 constexpr wchar_t kSimulatorSegment[] = L"simulator";
 constexpr wchar_t kDisksPath[] = L"mirn/enddevices";
 constexpr wchar_t kTokenParameter[] = L"access_token";
-constexpr std::string_view kBearer = "Bearer ";
 constexpr std::size_t kSegmentsAheadOfKey = 2;  // "api" and the version
 constexpr std::int32_t kWorking = 0;
 
@@ -48,16 +45,6 @@ void requireJson(const RequestHead& head) {
   if (!boost::algorithm::iequals(type, "application/json")) {
     throw Refusal(415, "The body is not of the type application/json");
   }
-}
-
-/// What a client shows: the header field counts where it is there, otherwise the parameter.
-std::string shownToken(const RequestHead& head, const RequestTarget& target) {
-  if (!head.authorization.empty()) {
-    if (!boost::algorithm::istarts_with(head.authorization, kBearer)) return {};
-    return boost::algorithm::trim_copy(head.authorization.substr(kBearer.size()));
-  }
-  const auto parameter = target.parameters.find(kTokenParameter);
-  return parameter == target.parameters.end() ? std::string() : wideToUtf8(parameter->second);
 }
 
 ServiceObject versionObject(const PluginVersion& version) {
@@ -84,12 +71,12 @@ Job ownAnswer(Make make) {
 
 }  // namespace
 
-ApiService::ApiService(ovra::service_plugin_interface& plugin, std::string token, std::size_t maxBodyDepth,
-                       SimulatorControls controls)
+ApiService::ApiService(ovra::service_plugin_interface& plugin, const IAuthenticator& authenticator,
+                       std::size_t maxBodyDepth, SimulatorControls controls)
     : m_plugin(plugin),
       m_paths(plugin.getHandledPaths()),
       m_keys(m_paths),
-      m_token(std::move(token)),
+      m_authenticator(authenticator),
       m_maxBodyDepth(maxBodyDepth),
       m_controls(std::move(controls)),
       m_disks([this] { return listDisks(); }) {}
@@ -100,15 +87,20 @@ Job ApiService::prepare(const RequestHead& head) const {
   if (target.segments.empty() || target.segments.front() != kApiSegment) {
     throw Refusal(404, "There is nothing under this path");
   }
-  requireToken(head, target);
-  return prepareCall(head, std::move(target));
+  const Identity identity = identify(head, target);
+  Job job = prepareCall(head, std::move(target));
+  job.identity = identity.name;
+  return job;
 }
 
-void ApiService::requireToken(const RequestHead& head, RequestTarget& target) const {
-  if (!sameToken(shownToken(head, target), m_token)) {
-    throw Refusal(401, "The request needs the token of this host", {{"WWW-Authenticate", "Bearer"}});
+Identity ApiService::identify(const RequestHead& head, RequestTarget& target) const {
+  Credentials credentials{head.authorization, {}, true, head.client};
+  const auto parameter = target.parameters.find(kTokenParameter);
+  if (parameter != target.parameters.end()) {
+    credentials.parameter = wideToUtf8(parameter->second);
+    target.parameters.erase(parameter);  // a secret between the client and the host
   }
-  target.parameters.erase(kTokenParameter);  // a secret between the client and the host
+  return m_authenticator.identify(credentials);
 }
 
 Job ApiService::prepareHealth(const RequestHead& head) const {

@@ -10,6 +10,7 @@
 #include "api/request_head.h"
 #include "api/request_target.h"
 #include "controls/simulator_controls.h"
+#include "identity/authenticator.h"
 #include "plugin_interface.h"
 
 namespace host {
@@ -18,18 +19,18 @@ namespace host {
 /// connections. Constant after construction, safe from any thread.
 class ApiService {
  public:
-  /// `plugin` is initialised and outlives the service. A client has to show `token`; a body is nested no
-  /// deeper than `maxBodyDepth`. `controls`, if there are any, are served under "simulator", ahead of a key
-  /// of that name.
-  ApiService(ovra::service_plugin_interface& plugin, std::string token, std::size_t maxBodyDepth,
-             SimulatorControls controls = {});
+  /// `plugin` is initialised; it and `authenticator`, who must know a client, outlive the service. A body is
+  /// nested no deeper than `maxBodyDepth`. `controls`, if there are any, are served under "simulator", ahead
+  /// of a key of that name.
+  ApiService(ovra::service_plugin_interface& plugin, const IAuthenticator& authenticator,
+             std::size_t maxBodyDepth, SimulatorControls controls = {});
 
   /// Judges the request by its header alone, so that a refused one costs no reading of its body. Raises a
   /// `Refusal` 400, 401, 404, 405 or 415.
   Job prepare(const RequestHead& head) const;
 
  private:
-  void requireToken(const RequestHead& head, RequestTarget& target) const;
+  Identity identify(const RequestHead& head, RequestTarget& target) const;
   Job prepareHealth(const RequestHead& head) const;
   Job prepareCall(const RequestHead& head, RequestTarget target) const;
   Job prepareControl(const RequestHead& head, const std::vector<std::wstring>& segments) const;
@@ -39,7 +40,7 @@ class ApiService {
   ovra::service_plugin_interface& m_plugin;
   const std::vector<std::wstring> m_paths;
   const PathKeys m_keys;
-  const std::string m_token;
+  const IAuthenticator& m_authenticator;
   const std::size_t m_maxBodyDepth;
   const SimulatorControls m_controls;
   mutable DiskNames m_disks;  ///< has its own lock

@@ -65,9 +65,9 @@ LAYERS = [
     # The host.
     ("host precompiled", ["host/pch.*"], []),
     ("host system", ["host/system/*"], CONTRACT + ["base"]),
-    ("host identity", ["host/identity/*"], CONTRACT + ["base"]),
-    ("host plugin", ["host/plugin/*"], CONTRACT + ["base", "host system"]),
     ("host answers", ["host/answers/*"], CONTRACT),
+    ("host identity", ["host/identity/*"], CONTRACT + ["base", "host answers"]),
+    ("host plugin", ["host/plugin/*"], CONTRACT + ["base", "host system"]),
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
     ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
     ("host options", ["host/options.*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),

@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "identity/single_token.h"
 #include "support/by_name.h"
 
 namespace host {
@@ -54,7 +55,8 @@ class ApiServiceTest : public testing::Test {
   }
 
   testing::StrictMock<MockPlugin> m_plugin;
-  ApiService m_service{m_plugin, kToken, 32};
+  SingleToken m_authenticator{kToken};
+  ApiService m_service{m_plugin, m_authenticator, 32};
 };
 
 TEST_F(ApiServiceTest, HandsThePluginKeySegmentsAndParameters) {

@@ -38,7 +38,7 @@ SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
 /// `module` takes the module, which is to stay until a failure has been told: its text may be in there.
 int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
   const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
-  const std::string token = loadOrCreateToken(tokenFile);
+  const std::string token = loadOrCreateToken(tokenFile, sleepFor);
   module = std::make_unique<LoadedModule>(options.module);
   HostedPlugin hosted(*module);
   const auto stopSignal = makeStopSignal();

@@ -1,5 +1,15 @@
 #include "identity/secrets.h"
 
+#include <windows.h>
+// After the header that it needs.
+#include <bcrypt.h>
+
+#include <array>
+#include <boost/algorithm/hex.hpp>
+#include <iterator>
+#include <stdexcept>
+#include <vector>
+
 namespace host {
 
 bool sameBytes(const char* one, const char* other, std::size_t count) {
@@ -9,6 +19,18 @@ bool sameBytes(const char* one, const char* other, std::size_t count) {
     difference = static_cast<unsigned char>(difference | (one[i] ^ other[i]));
   }
   return difference == 0;
+}
+
+std::string sha256Hex(std::string_view text) {
+  std::vector<unsigned char> bytes(text.begin(), text.end());
+  std::array<unsigned char, kHashDigits / 2> hash{};
+  if (::BCryptHash(BCRYPT_SHA256_ALG_HANDLE, nullptr, 0, bytes.data(), static_cast<ULONG>(bytes.size()),
+                   hash.data(), static_cast<ULONG>(hash.size())) != 0) {
+    throw std::runtime_error("the system cannot make a SHA-256");
+  }
+  std::string digits;
+  boost::algorithm::hex_lower(hash.begin(), hash.end(), std::back_inserter(digits));
+  return digits;
 }
 
 }  // namespace host

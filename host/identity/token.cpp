@@ -1,11 +1,7 @@
 #include "identity/token.h"
 
-#include <array>
-#include <boost/algorithm/hex.hpp>
-#include <iterator>
-
+#include "identity/base64url.h"
 #include "identity/secrets.h"
-#include "random_bytes.h"
 
 namespace host {
 
@@ -18,13 +14,9 @@ constexpr char kTokenCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopq
 
 }  // namespace
 
-std::string makeToken() {
-  std::array<unsigned char, kRandomBytes> bytes{};
-  fillWithRandomBytes(bytes.data(), bytes.size());
-  std::string token;
-  boost::algorithm::hex_lower(bytes.begin(), bytes.end(), std::back_inserter(token));
-  return token;
-}
+const char* const kTokenPrefix = "mirn_";
+
+std::string makeToken() { return kTokenPrefix + randomText(kRandomBytes); }
 
 bool isToken(std::string_view text) {
   return text.size() >= kMinSize && text.size() <= kMaxSize &&

@@ -1,14 +1,12 @@
 #include "identity/token_file.h"
 
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
-#include <system_error>
 #include <thread>
 
 #include "atomic_file.h"
-#include "identity/private_file.h"
+#include "identity/private_text.h"
 #include "identity/token.h"
 
 namespace host {
@@ -19,48 +17,30 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::milliseconds kPause{10};
 
-/// A fault that may be gone in a moment, since another start is making the file.
-class Unsettled : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 /// Nothing when there is no such file.
 std::optional<std::string> load(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::not_found) return {};
-  if (!fs::status_known(status)) throw Unsettled(error.message());
-  if (status.type() != fs::file_type::regular) throw std::runtime_error("is not a regular file");
-  if (othersMayReach(path)) {
-    throw std::runtime_error(std::string("others may read or write it (") + kPrivacyRemedy + " helps)");
-  }
-  std::ifstream file(path);
-  std::string token;
-  if (!std::getline(file, token)) throw Unsettled("cannot be read or is empty");
+  const auto text = readPrivateText(path);
+  if (!text) return {};
+  if (text->empty()) throw UnreadableFile("is empty");
+  const std::string token = text->substr(0, text->find_first_of("\r\n"));
   if (!isToken(token)) throw std::runtime_error("holds no token");
   return token;
 }
 
-void createDirectories(const fs::path& directory) {
-  if (directory.empty() || fs::exists(directory)) return;
-  createDirectories(directory.parent_path());
-  makePrivateDirectory(directory);
-}
-
 std::string loadOrCreate(const fs::path& path) {
   if (const auto token = load(path)) return *token;
-  createDirectories(path.parent_path());
+  makeFolderOf(path);
   makePrivateFile(path, makeToken() + "\n");
   if (const auto token = load(path)) return *token;
-  throw Unsettled("vanished");
+  throw UnreadableFile("vanished");
 }
 
 std::string loadOrCreate(const fs::path& path, const Pause& pause) {
   for (auto left = kTokenFilePatience;; left -= kPause) {
     try {
       return loadOrCreate(path);
-    } catch (const Unsettled&) {
+    } catch (const UnreadableFile&) {
+      // Another start may just be making it.
       if (left < kPause) throw;
     }
     pause(kPause);
@@ -77,8 +57,6 @@ std::string loadOrCreateToken(const std::string& path, const Pause& pause) {
   }
 }
 
-std::string loadOrCreateToken(const std::string& path) {
-  return loadOrCreateToken(path, [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
-}
+void sleepFor(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
 
 }  // namespace host

@@ -29,8 +29,8 @@ using Pause = std::function<void(std::chrono::milliseconds)>;
 /// token at all.
 std::string loadOrCreateToken(const std::string& path, const Pause& pause);
 
-/// The same with pauses in which the thread sleeps.
-std::string loadOrCreateToken(const std::string& path);
+/// The pause in which the thread sleeps.
+void sleepFor(std::chrono::milliseconds time);
 
 }  // namespace host
 

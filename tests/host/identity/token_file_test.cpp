@@ -9,6 +9,7 @@
 #include "atomic_file.h"
 #include "host/identity/open_to_others.h"
 #include "identity/private_file.h"
+#include "identity/token.h"
 #include "support/temporary_folder.h"
 
 namespace host {
@@ -48,38 +49,38 @@ class TokenFileTest : public testing::Test {
 };
 
 TEST_F(TokenFileTest, IsMadeWithANewToken) {
-  const std::string token = loadOrCreateToken(file("token"));
-  EXPECT_EQ(token.size(), 64U);
+  const std::string token = loadOrCreateToken(file("token"), sleepFor);
+  EXPECT_EQ(token.rfind(kTokenPrefix, 0), 0U) << token;
   EXPECT_EQ(contentOf(file("token")), token + "\n");
   EXPECT_EQ(m_folder.entries(), 1U);
-  EXPECT_NE(loadOrCreateToken(file("another")), token);
+  EXPECT_NE(loadOrCreateToken(file("another"), sleepFor), token);
 }
 
 TEST_F(TokenFileTest, KeepsItsToken) {
-  const std::string token = loadOrCreateToken(file("token"));
-  EXPECT_EQ(loadOrCreateToken(file("token")), token);
+  const std::string token = loadOrCreateToken(file("token"), sleepFor);
+  EXPECT_EQ(loadOrCreateToken(file("token"), sleepFor), token);
 }
 
 TEST_F(TokenFileTest, MayHoldATokenOfOnesOwn) {
   const std::string token(40, 'x');
   makePrivateFile(file("token"), token + "\nand other lines\n");
-  EXPECT_EQ(loadOrCreateToken(file("token")), token);
+  EXPECT_EQ(loadOrCreateToken(file("token"), sleepFor), token);
 }
 
 TEST_F(TokenFileTest, ComesWithMissingDirectories) {
   const std::string path = file("ordn\xC3\xBCng/\xE2\x82\xAC/token");
-  const std::string token = loadOrCreateToken(path);
+  const std::string token = loadOrCreateToken(path, sleepFor);
   EXPECT_EQ(contentOf(path), token + "\n");
   EXPECT_FALSE(othersMayReach(std::filesystem::u8path(file("ordn\xC3\xBCng"))));
 }
 
 TEST_F(TokenFileTest, IsForItsOwnerAlone) {
-  loadOrCreateToken(file("token"));
+  loadOrCreateToken(file("token"), sleepFor);
   EXPECT_FALSE(othersMayReach(file("token")));
 }
 
 TEST_F(TokenFileTest, IsRefusedWhenOthersMayReadIt) {
-  loadOrCreateToken(file("token"));
+  loadOrCreateToken(file("token"), sleepFor);
   openToOthers(file("token"));
   EXPECT_EQ(refusalOf(file("token")),
             refusal("others may read or write it (" + std::string(kPrivacyRemedy) + " helps)"));
@@ -93,7 +94,7 @@ TEST_F(TokenFileTest, IsRefusedWhenItStaysEmptyAndStaysAsItIs) {
   makePrivateFile(file("token"), "");
   std::chrono::milliseconds waited{0};
   EXPECT_EQ(refusalOf(file("token"), [&](std::chrono::milliseconds time) { waited += time; }),
-            refusal("cannot be read or is empty"));
+            refusal("is empty"));
   EXPECT_EQ(waited, kTokenFilePatience);
   EXPECT_TRUE(std::filesystem::is_empty(file("token")));
 }
@@ -140,7 +141,8 @@ TEST_F(TokenFileTest, CannotStandInAFile) {
 TEST_F(TokenFileTest, IsTheSameForAllThatStartAtOnce) {
   std::vector<std::future<std::string>> starts;
   for (int i = 0; i < 16; ++i) {
-    starts.push_back(std::async(std::launch::async, [this] { return loadOrCreateToken(file("new/token")); }));
+    starts.push_back(
+        std::async(std::launch::async, [this] { return loadOrCreateToken(file("new/token"), sleepFor); }));
   }
   std::set<std::string> tokens;
   for (auto& start : starts) tokens.insert(start.get());

@@ -6,10 +6,10 @@ namespace host {
 
 namespace {
 
-TEST(Token, IsMadeOf64HexadecimalDigits) {
+TEST(Token, IsMadeOf256BitsBehindThePrefix) {
   const std::string token = makeToken();
-  EXPECT_EQ(token.size(), 64U);
-  EXPECT_EQ(token.find_first_not_of("0123456789abcdef"), std::string::npos);
+  EXPECT_EQ(token.substr(0, 5), "mirn_");
+  EXPECT_EQ(token.size(), 5U + 43U);  // 43 digits of six bits
   EXPECT_TRUE(isToken(token));
 }
 

@@ -9,6 +9,7 @@ import pathlib
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 sys.dont_write_bytecode = True
 HERE = pathlib.Path(__file__).resolve().parent
@@ -43,6 +44,25 @@ add_test(NAME near_test.Holds COMMAND near_test)
     "tests/near/near_test.cpp": "int seen(int);\nint main() { return seen(1) == 2 ? 0 : 1; }\n",
 }
 
+HANGING = """#include <cstdio>
+int seen(int);
+int main() {
+  std::printf("[ RUN      ] Near.Ends\\n");
+  std::fflush(stdout);
+  while (seen(1) != 2) {}
+}
+"""
+
+# Fails from the second time on, as a test that goes by chance might, and not when it is asked once more as a whole.
+STUMBLING = """#include <cstdio>
+int main() {
+  std::FILE* marks = std::fopen("MARKS", "a");
+  std::fputs("+", marks);
+  std::printf("[  FAILED  ] Near.Stumbles\\n");
+  return std::ftell(marks) == 2;
+}
+"""
+
 
 class FaultsTest(unittest.TestCase):
     def setUp(self):
@@ -69,10 +89,12 @@ class FaultsTest(unittest.TestCase):
     def test_is_drawn_evenly_and_by_the_seed_alone(self):
         piles = {"b": list("123456"), "a": list("xyz")}
         order = faults.drawn(piles, 7)
+        without = [each for each in faults.drawn({**piles, "a": list("xy")}, 7) if each != "z"]
         self.assertEqual(order, faults.drawn(piles, 7))
         self.assertNotEqual(order, faults.drawn(piles, 8))
         self.assertEqual(sorted(order), sorted("123456xyz"))
         self.assertTrue(all(each in "xyz" for each in order[0:6:2]), order)
+        self.assertEqual([each for each in without if each in "123456"], [each for each in order if each in "123456"])
 
 
 class RunTest(unittest.TestCase):
@@ -93,6 +115,13 @@ class RunTest(unittest.TestCase):
                               self.root)
         self.assertEqual(status, 0)
         return out.getvalue()
+
+    def own_tests_of_near(self, *names):
+        """Has its tests called as GoogleTest's are."""
+        path = self.root / "CMakeLists.txt"
+        kept = [line for line in path.read_text(encoding="utf-8").splitlines() if not line.startswith("add_test")]
+        added = [f"add_test(NAME near_test.{name} COMMAND near_test --gtest_filter={name})" for name in names]
+        path.write_text("\n".join(kept + added) + "\n", encoding="utf-8")
 
     def outcomes(self):
         return {(row[1], row[4]): row[6:8] for row in run.Results(self.results).rows}
@@ -123,6 +152,39 @@ class RunTest(unittest.TestCase):
         test.write_text("int main() { return 1; }\n", encoding="utf-8")
         self.assertIn("left out, fails without a fault: near_test", self.call("--count", "1"))
         self.assertEqual([outcome[0] for outcome in self.outcomes().values()], ["survived"])
+
+    def test_plants_those_again_that_survived_and_sets_their_rows_anew(self):
+        self.call("--count", "4")
+        self.assertEqual(len(run.Results(self.results).survivors("src")), 2)
+        test = self.root / "tests/near/near_test.cpp"
+        test.write_text("int seen(int);\nint unseen(int);\n"
+                        "int main() { return seen(1) == 2 && unseen(1) == 3 ? 0 : 1; }\n", encoding="utf-8")
+        self.assertIn("src: 4 of 4 killed (100.0 %), 0 survived", self.call("--again"))
+        self.assertEqual(len(self.outcomes()), 4)
+
+    def test_counts_each_folder_by_itself(self):
+        (self.root / "src").rename(self.root / "host")
+        for name in ["CMakeLists.txt"]:
+            path = self.root / name
+            path.write_text(path.read_text(encoding="utf-8").replace("src/near", "host/near"), encoding="utf-8")
+        self.results.write_text("\t".join(run.HEADING) + "\nsrc/far.cpp\t1\t1\tcall\tfar()\t\tsurvived\t\t1.0\n",
+                                encoding="utf-8")
+        self.assertIn("host: 2 of 4 killed (50.0 %), 2 survived", self.call("--folder", "host", "--count", "4"))
+
+    def test_ends_a_program_that_does_not_end_and_names_the_test_that_hung(self):
+        (self.root / "tests/near/near_test.cpp").write_text(HANGING, encoding="utf-8")
+        self.own_tests_of_near("Near.Ends")
+        with unittest.mock.patch.object(run.Program, "GRACE", 0.5):
+            self.call("--count", "4")
+        self.assertEqual(self.outcomes()["1", " + "], ["killed", "near_test.Near.Ends"])
+
+    def test_a_failure_that_does_not_come_again_kills_nothing(self):
+        marks = self.root.parent / "marks"
+        (self.root / "tests/near/near_test.cpp").write_text(STUMBLING.replace("MARKS", str(marks)), encoding="utf-8")
+        self.own_tests_of_near("Near.Stumbles")
+        self.call("--count", "1")
+        self.assertEqual([outcome[0] for outcome in self.outcomes().values()], ["survived"])
+        self.assertEqual(marks.read_text(encoding="utf-8"), "+" * 4, "without a fault, with it, alone, once more")
 
     def test_lists_without_planting(self):
         self.assertIn("src/near/near.cpp:1:", self.call("--list"))

@@ -186,6 +186,18 @@ class RunTest(unittest.TestCase):
         self.assertEqual([outcome[0] for outcome in self.outcomes().values()], ["survived"])
         self.assertEqual(marks.read_text(encoding="utf-8"), "+" * 4, "without a fault, with it, alone, once more")
 
+    def test_asks_the_scripts_that_look_at_what_is_built(self):
+        path = self.root / "CMakeLists.txt"
+        path.write_text(path.read_text(encoding="utf-8") + """
+add_executable(teller tests/near/teller.cpp)
+target_link_libraries(teller PRIVATE near)
+add_test(NAME near.is_told COMMAND sh -c "test $(\\"$1\\") = 5" sh $<TARGET_FILE:teller>)
+""", encoding="utf-8")
+        (self.root / "tests/near/teller.cpp").write_text(
+            '#include <cstdio>\nint unseen(int);\nint main() { std::printf("%d", unseen(3)); }\n', encoding="utf-8")
+        self.call("--count", "4")
+        self.assertEqual(self.outcomes()["2", " + "], ["killed", "near.is_told"])
+
     def test_lists_without_planting(self):
         self.assertIn("src/near/near.cpp:1:", self.call("--list"))
         self.assertFalse(self.results.exists())

@@ -17,7 +17,10 @@ std::vector<std::string> calls;
 }  // namespace
 
 // These take the place of the system's.
-extern "C" void openlog(const char* ident, int, int) { calls.push_back(std::string("open ") + ident); }
+extern "C" void openlog(const char* ident, int option, int facility) {
+  calls.push_back(std::string("open ") + ident + " " + std::to_string(option) + " " +
+                  std::to_string(facility));
+}
 extern "C" void closelog() { calls.push_back("close"); }
 extern "C" void syslog(int priority, const char* format, ...) {
   std::array<char, 200> text{};
@@ -43,7 +46,7 @@ TEST_P(SyslogLevel, HasItsPriority) {
   ovra::log::LoggerEventLogProvider provider;
   EXPECT_TRUE(calls.empty()) << "nothing is registered";
   provider.report(static_cast<LogLevel>(GetParam().level), L"100 % done");
-  EXPECT_EQ(calls, (std::vector<std::string>{"open Ordan Ovraline",
+  EXPECT_EQ(calls, (std::vector<std::string>{"open Ordan Ovraline 0 " + std::to_string(LOG_DAEMON),
                                              std::to_string(GetParam().priority) + " 100 % done", "close"}));
 }
 

@@ -66,6 +66,8 @@ po::options_description describe(Options& options) {
       ("address", po::value(&options.address)->value_name("IP")->default_value(options.address),            //
        "where to listen; others than the loopback need --insecure")                                         //
       ("port", port(options.port), "where to listen; 0 takes any free port")                                //
+      ("server-name", po::value(&options.serverNames)->value_name("NAME")->composing(),                     //
+       "a name under which clients may ask for this host, besides the address; may repeat")                 //
       ("insecure", po::bool_switch(&options.insecure), "listen on any address, without encryption")         //
       ("token-file", po::value(&options.tokenFile)->value_name("FILE"),                                     //
        ("where the token is kept, made at the first start; otherwise " + defaultTokenFileText()).c_str())   //
@@ -81,12 +83,16 @@ po::options_description describe(Options& options) {
       ("max-waiting", number("max-waiting", limits.waitingCalls, 0), "requests that wait for a worker")  //
       ("max-connections", number("max-connections", limits.connections, 1), "further ones are closed")   //
       ("max-header", number("max-header", limits.headerBytes, 256), "bytes of a request's header")       //
-      ("max-body", number("max-body", limits.bodyBytes, 0), "bytes of a request's body")                 //
-      ("max-depth", number("max-depth", limits.bodyDepth, 1), "nesting of a request's body")             //
-      ("header-timeout", seconds("header-timeout", limits.headerTime), "to read a header")               //
-      ("body-timeout", seconds("body-timeout", limits.bodyTime), "to read a body")                       //
-      ("write-timeout", seconds("write-timeout", limits.writeTime), "to write an answer")                //
-      ("idle-timeout", seconds("idle-timeout", limits.idleTime), "to wait for the next request")         //
+      ("max-header-line", number("max-header-line", limits.headerLineBytes, 64),
+       "bytes of a header's field")                                                                 //
+      ("max-fields", number("max-fields", limits.headerFields, 1), "fields of a request's header")  //
+      ("max-target", number("max-target", limits.targetBytes, 64), "bytes of a request's target")   //
+      ("max-body", number("max-body", limits.bodyBytes, 0), "bytes of a request's body")            //
+      ("max-depth", number("max-depth", limits.bodyDepth, 1), "nesting of a request's body")        //
+      ("header-timeout", seconds("header-timeout", limits.headerTime), "to read a header")          //
+      ("body-timeout", seconds("body-timeout", limits.bodyTime), "to read a body")                  //
+      ("write-timeout", seconds("write-timeout", limits.writeTime), "to write an answer")           //
+      ("idle-timeout", seconds("idle-timeout", limits.idleTime), "to wait for the next request")    //
       ("drain-timeout", seconds("drain-timeout", limits.drainTime),
        "to end the requests under way at a stop");
   return general.add(bounds);

@@ -15,8 +15,9 @@ namespace host {
 struct Options {
   std::string module;
   std::string address = "127.0.0.1";
-  std::uint16_t port = 8080;  ///< 0: any free one.
-  std::string tokenFile;      ///< Empty: the default one.
+  std::uint16_t port = 8080;             ///< 0: any free one.
+  std::vector<std::string> serverNames;  ///< Under which clients may ask, besides the address.
+  std::string tokenFile;                 ///< Empty: the default one.
   bool insecure = false;
   bool logRequests = false;
   bool simulatorControls = false;

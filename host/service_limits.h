@@ -8,10 +8,13 @@ namespace host {
 
 /// What one client, or all of them together, may cost.
 struct Limits {
-  std::size_t connections = 256;    ///< Further ones are closed at once.
-  std::size_t waitingCalls = 256;   ///< Requests that wait for a worker; further ones get a 503.
-  std::size_t headerBytes = 16384;  ///< Of a request, its request line included.
-  std::size_t bodyBytes = 262144;   ///< Of a request.
+  std::size_t connections = 256;       ///< Further ones are closed at once.
+  std::size_t waitingCalls = 256;      ///< Requests that wait for a worker; further ones get a 503.
+  std::size_t headerBytes = 32768;     ///< Of a request, its request line included.
+  std::size_t headerLineBytes = 8192;  ///< Of a header's field, and between the chunks of a body.
+  std::size_t headerFields = 100;
+  std::size_t targetBytes = 8192;
+  std::size_t bodyBytes = 1048576;  ///< Of a request.
   std::size_t bodyDepth = 32;       ///< Nesting of the arrays and objects in a body.
 
   // A connection that lets one of these pass is closed.

@@ -17,7 +17,7 @@ TEST(Options, AreSafeByDefault) {
   EXPECT_FALSE(options.logRequests);
   EXPECT_FALSE(options.simulatorControls);
   EXPECT_GE(options.threads, 1U);
-  EXPECT_EQ(options.limits.bodyBytes, 262144U);
+  EXPECT_EQ(options.limits.bodyBytes, 1048576U);
 }
 
 TEST(Options, AreTakenFromTheCommandLine) {
@@ -35,6 +35,12 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "9",
                                         "--max-header",
                                         "256",
+                                        "--max-header-line",
+                                        "64",
+                                        "--max-fields",
+                                        "7",
+                                        "--max-target",
+                                        "65",
                                         "--max-body",
                                         "0",
                                         "--max-depth",
@@ -51,6 +57,10 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "0.0001",
                                         "--token-file",
                                         "t",
+                                        "--server-name",
+                                        "a.example",
+                                        "--server-name",
+                                        "b.example",
                                         "--simulator-controls",
                                         "--log-requests"});
   EXPECT_EQ(options.address, "::1");
@@ -60,6 +70,9 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.limits.waitingCalls, 0U);
   EXPECT_EQ(options.limits.connections, 9U);
   EXPECT_EQ(options.limits.headerBytes, 256U);
+  EXPECT_EQ(options.limits.headerLineBytes, 64U);
+  EXPECT_EQ(options.limits.headerFields, 7U);
+  EXPECT_EQ(options.limits.targetBytes, 65U);
   EXPECT_EQ(options.limits.bodyBytes, 0U);
   EXPECT_EQ(options.limits.bodyDepth, 1U);
   EXPECT_EQ(options.limits.headerTime.count(), 250);
@@ -68,6 +81,7 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.limits.idleTime.count(), 4000);
   EXPECT_EQ(options.limits.drainTime.count(), 1);
   EXPECT_EQ(options.tokenFile, "t");
+  EXPECT_EQ(options.serverNames, (std::vector<std::string>{"a.example", "b.example"}));
   EXPECT_TRUE(options.logRequests);
   EXPECT_TRUE(options.simulatorControls);
 }
@@ -88,6 +102,10 @@ TEST(Options, HelpTellsOfEveryOption) {
                              "max-waiting",
                              "max-connections",
                              "max-header",
+                             "max-header-line",
+                             "max-fields",
+                             "max-target",
+                             "server-name",
                              "max-body",
                              "max-depth",
                              "header-timeout",

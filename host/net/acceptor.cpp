@@ -1,5 +1,6 @@
 #include "net/acceptor.h"
 
+#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
 #include <chrono>
 #include <memory>
@@ -14,13 +15,12 @@ namespace host {
 namespace {
 
 namespace asio = boost::asio;
-using asio::ip::tcp;
 using boost::system::error_code;
 
 constexpr std::chrono::milliseconds kPauseAfterFailure{100};
 
-/// The endpoint that the acceptor listens on now, its port told even where any would do.
-tcp::endpoint taken(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
+/// The endpoint that the acceptor listens on now.
+Endpoint taken(ListeningSocket& acceptor, const Endpoint& endpoint) {
   acceptor.open(endpoint.protocol());
   claimPort(acceptor);
   acceptor.bind(endpoint);
@@ -30,11 +30,12 @@ tcp::endpoint taken(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
 
 }  // namespace
 
-Acceptor::Acceptor(asio::io_context& io, const tcp::endpoint& endpoint)
+Acceptor::Acceptor(asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream)
     : m_io(io),
       m_strand(asio::make_strand(io)),
       m_acceptor(m_strand),
       m_pause(m_strand),
+      m_makeStream(std::move(makeStream)),
       m_endpoint(taken(m_acceptor, endpoint)) {}
 
 void Acceptor::start(SharedState& state) {
@@ -50,17 +51,17 @@ void Acceptor::stop() {
 }
 
 void Acceptor::accept(SharedState& state) {
-  m_acceptor.async_accept(asio::make_strand(m_io), [this, &state](error_code error, tcp::socket socket) {
+  m_acceptor.async_accept(asio::make_strand(m_io), [this, &state](error_code error, ClientSocket socket) {
     onAccept(state, error, std::move(socket));
   });
 }
 
-void Acceptor::onAccept(SharedState& state, error_code error, tcp::socket socket) {
+void Acceptor::onAccept(SharedState& state, error_code error, ClientSocket socket) {
   if (!m_acceptor.is_open()) return;
   if (error) return pause(state);
   error_code ignored;
-  socket.set_option(tcp::no_delay(true), ignored);
-  const auto connection = std::make_shared<Connection>(std::move(socket), state);
+  socket.set_option(asio::ip::tcp::no_delay(true), ignored);  // there is none but for TCP
+  const auto connection = std::make_shared<Connection>(m_makeStream(std::move(socket)), state);
   if (state.connections.add(connection)) connection->start();
   accept(state);
 }

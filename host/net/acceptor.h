@@ -1,21 +1,33 @@
 #ifndef MIRN_HOST_NET_ACCEPTOR_H
 #define MIRN_HOST_NET_ACCEPTOR_H
 
+#include <boost/asio/basic_socket_acceptor.hpp>
+#include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/strand.hpp>
+#include <functional>
+#include <memory>
 
+#include "net/client_stream.h"
 #include "net/shared_state.h"
 
 namespace host {
 
-/// Takes clients in, a `Connection` each. Must stay until the I/O threads have ended.
+using ListeningSocket = boost::asio::basic_socket_acceptor<boost::asio::generic::stream_protocol>;
+using ClientSocket = boost::asio::generic::stream_protocol::socket;
+using Endpoint = boost::asio::generic::stream_protocol::endpoint;
+
+/// Takes clients in at one endpoint, of TCP or of another kind, a `Connection` each. Must stay until the I/O
+/// threads have ended.
 class Acceptor {
  public:
+  /// What a client's bytes are carried by, and who the client is.
+  using MakeStream = std::function<std::unique_ptr<ClientStream>(ClientSocket)>;
+
   /// Takes the endpoint; clients may connect from now on and wait. Raises `boost::system::system_error` when
   /// the endpoint cannot be had.
-  Acceptor(boost::asio::io_context& io, const boost::asio::ip::tcp::endpoint& endpoint);
+  Acceptor(boost::asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream);
 
   /// `state` outlives the connections.
   void start(SharedState& state);
@@ -23,18 +35,20 @@ class Acceptor {
   /// Gives the endpoint back. Safe from any thread.
   void stop();
 
-  boost::asio::ip::tcp::endpoint endpoint() const { return m_endpoint; }
+  /// The one that was taken, its port told even where any would do.
+  const Endpoint& endpoint() const { return m_endpoint; }
 
  private:
   void accept(SharedState& state);
-  void onAccept(SharedState& state, boost::system::error_code error, boost::asio::ip::tcp::socket socket);
+  void onAccept(SharedState& state, boost::system::error_code error, ClientSocket socket);
   void pause(SharedState& state);
 
   boost::asio::io_context& m_io;
   boost::asio::strand<boost::asio::io_context::executor_type> m_strand;
-  boost::asio::ip::tcp::acceptor m_acceptor;
+  ListeningSocket m_acceptor;
   boost::asio::steady_timer m_pause;
-  const boost::asio::ip::tcp::endpoint m_endpoint;
+  const MakeStream m_makeStream;
+  const Endpoint m_endpoint;
 };
 
 }  // namespace host

@@ -1,17 +1,14 @@
 #include "net/connection.h"
 
+#include <algorithm>
 #include <boost/asio/dispatch.hpp>
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/write.hpp>
-#include <boost/beast/core/bind_handler.hpp>
-#include <boost/beast/http/error.hpp>
-#include <boost/beast/http/read.hpp>
-#include <boost/beast/http/write.hpp>
 #include <chrono>
 #include <stdexcept>
 #include <utility>
 
+#include "http/response_head.h"
 #include "system/report.h"
 
 namespace host {
@@ -19,23 +16,12 @@ namespace host {
 namespace {
 
 namespace asio = boost::asio;
-namespace beast = boost::beast;
-namespace http = boost::beast::http;
 
-constexpr std::size_t kReadBytes = 4096;
+constexpr std::size_t kHeaderReadBytes = 4096;
+constexpr std::size_t kBodyReadBytes = 16384;
 constexpr std::chrono::seconds kCloseTime{2};
 constexpr char kContinue[] = "HTTP/1.1 100 Continue\r\n\r\n";
-
-/// The refusal that tells the client what is wrong with its message, or nothing when there is no one to tell.
-std::optional<Refusal> refusalOf(const beast::error_code& error) {
-  if (error == http::error::end_of_stream || error == http::error::partial_message) return {};
-  if (error == http::error::header_limit || error == http::error::buffer_overflow) {
-    return Refusal(431, "The header is too large");
-  }
-  if (error == http::error::body_limit) return Refusal(413, "The body is too large");
-  if (error.category() != make_error_code(http::error::end_of_stream).category()) return {};
-  return Refusal(400, "The request is not valid HTTP: " + error.message());
-}
+constexpr char kHead[] = "HEAD";
 
 /// Nothing may leave a worker's task.
 Answer answerOf(const Job& job, const std::string& body) {
@@ -48,86 +34,98 @@ Answer answerOf(const Job& job, const std::string& body) {
   }
 }
 
+/// What may wait to be read: a header, or a line between the chunks of a body, and what one read brings.
+std::size_t inputBytes(const Limits& limits) {
+  return std::max(limits.headerBytes, limits.headerLineBytes) + kBodyReadBytes;
+}
+
 }  // namespace
 
-Connection::Connection(asio::ip::tcp::socket socket, SharedState& state)
-    : m_state(state), m_stream(std::move(socket)), m_buffer(state.limits.headerBytes + kReadBytes) {}
+Connection::Connection(std::unique_ptr<ClientStream> stream, SharedState& state)
+    : m_state(state), m_stream(std::move(stream)), m_input(inputBytes(state.limits)) {}
 
 Connection::~Connection() { m_state.connections.remove(this); }
 
 void Connection::start() {
-  asio::dispatch(m_stream.get_executor(),
-                 beast::bind_front_handler(&Connection::awaitRequest, shared_from_this()));
-}
-
-void Connection::stop() {
-  asio::post(m_stream.get_executor(), [self = shared_from_this()] {
-    self->m_isStopping = true;
-    if (self->m_isIdle) self->m_stream.close();
+  asio::dispatch(m_stream->executor(), [self = shared_from_this()] {
+    self->m_stream->expireAfter(self->m_state.limits.headerTime);
+    self->m_stream->open([self](ErrorCode error) {
+      if (!error) self->awaitRequest();
+    });
   });
 }
 
+void Connection::stop() {
+  asio::post(m_stream->executor(), [self = shared_from_this()] {
+    self->m_isStopping = true;
+    if (self->m_isIdle) self->m_stream->close();
+  });
+}
+
+/// A client that leaves, or lets its time pass, is told nothing.
+void Connection::receive(std::size_t count, Step next) {
+  m_stream->readSome(m_input.prepare(count),
+                     [self = shared_from_this(), next](ErrorCode error, std::size_t received) {
+                       self->m_isIdle = false;
+                       if (error) return;
+                       self->m_input.commit(received);
+                       (self.get()->*next)();
+                     });
+}
+
 void Connection::awaitRequest() {
-  m_parser.emplace();
-  m_parser->header_limit(static_cast<std::uint32_t>(m_state.limits.headerBytes));
-  m_parser->body_limit(m_state.limits.bodyBytes);
-  if (m_buffer.size() != 0) return readHeader();  // the client did not wait for the answer
+  m_reader.emplace(m_state.limits, m_state.names, m_stream->destination());
+  if (m_input.size() != 0) return beginRequest();  // the client did not wait for the answer
+  if (m_input.capacity() > kHeaderReadBytes) m_input.shrink_to_fit();
   m_isIdle = true;
-  m_stream.expires_after(m_state.limits.idleTime);
-  m_stream.async_read_some(m_buffer.prepare(kReadBytes),
-                           [self = shared_from_this()](ErrorCode error, std::size_t count) {
-                             self->m_isIdle = false;
-                             if (error) return;
-                             self->m_buffer.commit(count);
-                             self->readHeader();
-                           });
+  m_stream->expireAfter(m_state.limits.idleTime);
+  receive(kHeaderReadBytes, &Connection::beginRequest);
 }
 
-void Connection::readHeader() {
-  m_stream.expires_after(m_state.limits.headerTime);
-  http::async_read_header(
-      m_stream, m_buffer, *m_parser,
-      [self = shared_from_this()](ErrorCode error, std::size_t) { self->onHeader(error); });
+void Connection::beginRequest() {
+  m_stream->expireAfter(m_state.limits.headerTime);
+  takeHeader();
 }
 
-void Connection::onHeader(ErrorCode error) {
-  if (error) return onReadFailure(error);
+void Connection::takeHeader() {
   try {
+    if (!m_reader->readHeader(m_input)) return receive(kHeaderReadBytes, &Connection::takeHeader);
     m_job = m_state.service.prepare(head());
   } catch (const std::exception& failure) {
     return refuse(failure);
   }
-  if (m_parser->is_done()) return run();
-  if (beast::iequals(m_parser->get()[http::field::expect], "100-continue")) return sendContinue();
-  readBody();
-}
-
-void Connection::onReadFailure(ErrorCode error) {
-  if (const auto refusal = refusalOf(error)) refuse(*refusal);
+  if (m_reader->isWhole()) return run();
+  if (m_reader->request().awaitsContinue && m_input.size() == 0) return sendContinue();
+  m_stream->expireAfter(m_state.limits.bodyTime);
+  takeBody();
 }
 
 void Connection::sendContinue() {
-  m_stream.expires_after(m_state.limits.writeTime);
-  asio::async_write(m_stream, asio::buffer(kContinue, sizeof(kContinue) - 1),
-                    [self = shared_from_this()](ErrorCode error, std::size_t) {
-                      if (!error) self->readBody();
-                    });
+  m_stream->expireAfter(m_state.limits.writeTime);
+  m_stream->write({asio::buffer(kContinue, sizeof(kContinue) - 1)},
+                  [self = shared_from_this()](ErrorCode error) {
+                    if (error) return;
+                    self->m_stream->expireAfter(self->m_state.limits.bodyTime);
+                    self->receive(kBodyReadBytes, &Connection::takeBody);
+                  });
 }
 
-void Connection::readBody() {
-  m_stream.expires_after(m_state.limits.bodyTime);
-  http::async_read(m_stream, m_buffer, *m_parser,
-                   [self = shared_from_this()](ErrorCode error, std::size_t) { self->onBody(error); });
+void Connection::takeBody() {
+  try {
+    if (!m_reader->readBody(m_input)) return receive(kBodyReadBytes, &Connection::takeBody);
+  } catch (const std::exception& failure) {
+    return refuse(failure);
+  }
+  run();
 }
-
-void Connection::onBody(ErrorCode error) { error ? onReadFailure(error) : run(); }
 
 void Connection::run() {
-  m_stream.expires_never();
+  m_stream->expireNever();
   // The guard keeps the I/O threads until the answer is handed to them.
-  auto task = [self = shared_from_this(), guard = asio::make_work_guard(m_stream.get_executor())] {
-    Answer answer = answerOf(self->m_job, self->m_parser->get().body());
-    asio::post(self->m_stream.get_executor(),
+  auto task = [self = shared_from_this(), body = m_reader->takeBody(),
+               guard = asio::make_work_guard(m_stream->executor())] {
+    Answer answer = answerOf(self->m_job, body);
+    asio::post(self->m_stream->executor(),
                [self, answer = std::move(answer)]() mutable { self->send(std::move(answer)); });
   };
   if (m_state.workers.submit(std::move(task))) return;
@@ -139,66 +137,54 @@ void Connection::refuse(const std::exception& failure) { send(failureAnswer(fail
 void Connection::send(Answer answer) {
   log(answer.status);
   m_job = {};
-  m_response.emplace(responseOf(std::move(answer)));
-  m_stream.expires_after(m_state.limits.writeTime);
-  http::async_write(m_stream, *m_response,
-                    [self = shared_from_this()](ErrorCode error, std::size_t) { self->onSent(error); });
-}
-
-Connection::Response Connection::responseOf(Answer answer) const {
-  const auto& request = m_parser->get();
-  Response response(http::int_to_status(answer.status), request.version() == 10 ? 10 : 11);
-  response.set(http::field::cache_control, "no-store");
-  response.set("X-Content-Type-Options", "nosniff");
-  for (const auto& [name, value] : answer.headers) response.set(name, value);
+  m_answer = std::move(answer);
+  const Request& request = m_reader->request();
   // A request that was not read to its end leaves the connection at an unknown place.
-  response.keep_alive(m_parser->is_done() && request.keep_alive() && !m_isStopping);
-  if (answer.body.empty()) return response;
-  response.set(http::field::content_type, answer.contentType);
-  response.content_length(answer.body.size());
-  if (request.method() != http::verb::head) response.body() = std::move(answer.body);
-  return response;
+  m_keepsConnection = m_reader->isWhole() && request.keepsConnection && !m_isStopping;
+  m_answerHead = responseHead(m_answer, request.version, m_keepsConnection);
+  std::vector<asio::const_buffer> buffers{asio::buffer(m_answerHead)};
+  if (request.method != kHead) buffers.push_back(asio::buffer(m_answer.body));
+  m_stream->expireAfter(m_state.limits.writeTime);
+  m_stream->write(buffers, [self = shared_from_this()](ErrorCode error) {
+    if (!error) self->onSent();
+  });
 }
 
-void Connection::onSent(ErrorCode error) {
-  if (error) return;
-  if (m_response->keep_alive() && !m_isStopping) return awaitRequest();
+void Connection::onSent() {
+  m_answer = {};
+  m_answerHead = {};
+  if (m_keepsConnection && !m_isStopping) return awaitRequest();
   close();
 }
 
 /// Says that nothing more comes, and takes in what the client still sends: closing on unread bytes would make
 /// the system drop an answer that the client has not read yet.
 void Connection::close() {
-  ErrorCode error;
-  m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, error);
-  m_stream.expires_after(kCloseTime);
-  awaitEnd();
+  m_stream->expireAfter(kCloseTime);
+  m_stream->finish([self = shared_from_this()](ErrorCode) { self->awaitEnd(); });
 }
 
 void Connection::awaitEnd() {
-  m_buffer.clear();
-  m_stream.async_read_some(m_buffer.prepare(kReadBytes),
-                           [self = shared_from_this()](ErrorCode error, std::size_t) {
-                             if (!error) self->awaitEnd();
-                           });
+  m_input.clear();
+  receive(kHeaderReadBytes, &Connection::awaitEnd);
 }
 
+/// For whoever answers, HEAD is GET: the body is left out here.
 RequestHead Connection::head() const {
-  const auto& request = m_parser->get();
-  return {std::string(request.method_string()),
-          std::string(request.target()),
-          std::string(request[http::field::authorization]),
-          std::string(request[http::field::content_type]),
-          !m_parser->is_done(),
-          {}};
+  const Request& request = m_reader->request();
+  return {request.method == kHead ? "GET" : request.method,
+          request.target,
+          request.authorization,
+          request.contentType,
+          request.hasBody,
+          m_stream->client()};
 }
 
 /// Without the query, which may hold the token.
 void Connection::log(unsigned status) const {
   if (!m_state.logRequests) return;
-  const auto& request = m_parser->get();
-  const std::string target(request.target());
-  report(std::string(request.method_string()) + ' ' + target.substr(0, target.find('?')) + ' ' +
+  const Request& request = m_reader->request();
+  report(request.method + ' ' + request.target.substr(0, request.target.find('?')) + ' ' +
          std::to_string(status));
 }
 

@@ -1,15 +1,13 @@
 #ifndef MIRN_HOST_NET_CONNECTION_H
 #define MIRN_HOST_NET_CONNECTION_H
 
-#include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
 #include <memory>
 #include <optional>
 #include <string>
 
+#include "http/request_reader.h"
+#include "net/client_stream.h"
 #include "net/shared_state.h"
 
 namespace host {
@@ -19,8 +17,7 @@ namespace host {
 /// what it waits for.
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
-  /// `socket` is on a strand of its own.
-  Connection(boost::asio::ip::tcp::socket socket, SharedState& state);
+  Connection(std::unique_ptr<ClientStream> stream, SharedState& state);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
   ~Connection();
@@ -31,33 +28,32 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void stop();
 
  private:
-  using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
-  using Response = boost::beast::http::response<boost::beast::http::string_body>;
-  using ErrorCode = boost::beast::error_code;
+  using ErrorCode = ClientStream::ErrorCode;
+  using Step = void (Connection::*)();
 
+  void receive(std::size_t count, Step next);
   void awaitRequest();
-  void readHeader();
-  void onHeader(ErrorCode error);
-  void onReadFailure(ErrorCode error);
+  void beginRequest();
+  void takeHeader();
   void sendContinue();
-  void readBody();
-  void onBody(ErrorCode error);
+  void takeBody();
   void run();
   void refuse(const std::exception& failure);
   void send(Answer answer);
-  Response responseOf(Answer answer) const;
-  void onSent(ErrorCode error);
+  void onSent();
   void close();
   void awaitEnd();
   RequestHead head() const;
   void log(unsigned status) const;
 
   SharedState& m_state;
-  boost::beast::tcp_stream m_stream;
-  boost::beast::flat_buffer m_buffer;
-  std::optional<Parser> m_parser;  // one a request
+  const std::unique_ptr<ClientStream> m_stream;
+  boost::beast::flat_buffer m_input;
+  std::optional<RequestReader> m_reader;  // one a request
   Job m_job;
-  std::optional<Response> m_response;
+  Answer m_answer;  // on its way out, behind its head
+  std::string m_answerHead;
+  bool m_keepsConnection = false;
   bool m_isIdle = false;
   bool m_isStopping = false;
 };

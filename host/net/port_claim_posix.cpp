@@ -3,8 +3,8 @@
 namespace host {
 
 /// Lets the address be taken while old connections to it die away, and never from a socket that listens.
-void claimPort(boost::asio::ip::tcp::acceptor& acceptor) {
-  acceptor.set_option(boost::asio::ip::tcp::acceptor::reuse_address(true));
+void claimPort(ListeningSocket& acceptor) {
+  acceptor.set_option(boost::asio::socket_base::reuse_address(true));
 }
 
 }  // namespace host

@@ -5,7 +5,7 @@
 namespace host {
 
 /// The option that other systems want would here let any process take the address, and the requests with it.
-void claimPort(boost::asio::ip::tcp::acceptor& acceptor) {
+void claimPort(ListeningSocket& acceptor) {
   const BOOL exclusive = TRUE;
   const int result = ::setsockopt(acceptor.native_handle(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                                   reinterpret_cast<const char*>(&exclusive), sizeof exclusive);

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "net/peer.h"
+#include "net/plain_stream.h"
 #include "system/report.h"
 
 namespace host {
@@ -14,10 +16,22 @@ namespace {
 
 using boost::asio::ip::tcp;
 
+std::unique_ptr<ClientStream> makeStream(ClientSocket socket) {
+  Client client = clientOf(socket);
+  Destination destination = destinationOf(socket);
+  return makePlainStream(std::move(socket), std::move(client), std::move(destination));
+}
+
+std::vector<std::string> hostNames(const Options& options) {
+  std::vector<std::string> names = options.serverNames;
+  names.push_back(options.address);
+  return names;
+}
+
 Acceptor makeAcceptor(boost::asio::io_context& io, const Options& options) {
   const tcp::endpoint endpoint(boost::asio::ip::make_address(options.address), options.port);
   try {
-    return Acceptor(io, endpoint);
+    return Acceptor(io, endpoint, makeStream);
   } catch (const boost::system::system_error& error) {
     std::ostringstream text;
     text << "cannot listen on " << endpoint << ": " << error.code().message();
@@ -49,8 +63,8 @@ Server::~Server() {
 }
 
 void Server::start(const ApiService& service) {
-  m_state.reset(new SharedState{service, m_options.limits, m_options.logRequests,
-                                Connections(m_options.limits.connections),
+  m_state.reset(new SharedState{service, m_options.limits, HostNames(hostNames(m_options)),
+                                m_options.logRequests, Connections(m_options.limits.connections),
                                 WorkerPool(m_options.workers, m_options.limits.waitingCalls)});
   m_acceptor.start(*m_state);
   for (std::size_t i = 0; i < m_options.threads; ++i) {
@@ -75,7 +89,7 @@ bool Server::drain() {
 
 std::string Server::url() const {
   std::ostringstream text;
-  text << "http://" << m_acceptor.endpoint();
+  text << "http://" << tcpEndpoint(m_acceptor.endpoint());
   return text.str();
 }
 

@@ -2,6 +2,7 @@
 #define MIRN_HOST_NET_SHARED_STATE_H
 
 #include "api/api_service.h"
+#include "http/host_names.h"
 #include "net/connections.h"
 #include "net/worker_pool.h"
 #include "service_limits.h"
@@ -12,6 +13,7 @@ namespace host {
 struct SharedState {
   const ApiService& service;
   const Limits limits;
+  const HostNames names;
   const bool logRequests;
   Connections connections;
   WorkerPool workers;

@@ -71,7 +71,8 @@ LAYERS = [
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
     ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
     ("host options", ["host/options.*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),
-    ("host net", ["host/net/*"], ["host system", "host options", "host api"]),
+    ("host http", ["host/http/*"], ["host answers", "host options"]),
+    ("host net", ["host/net/*"], ["host system", "host identity", "host api", "host options", "host http"]),
     ("host main", ["host/main.*"],
      CONTRACT + ["host system", "host identity", "host plugin", "host api", "host options", "host net"]),
 ]

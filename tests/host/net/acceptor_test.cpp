@@ -4,11 +4,16 @@
 
 #include <boost/system/system_error.hpp>
 
+#include "net/peer.h"
+
 namespace host {
 
 namespace {
 
 using boost::asio::ip::tcp;
+
+/// Nobody is taken in here.
+const Acceptor::MakeStream kNoStream;
 
 class AcceptorTest : public testing::Test {
  protected:
@@ -16,19 +21,22 @@ class AcceptorTest : public testing::Test {
   const tcp::endpoint m_anyPort{boost::asio::ip::address_v4::loopback(), 0};
 };
 
-TEST_F(AcceptorTest, TellsWhichPortItGot) { EXPECT_NE(Acceptor(m_io, m_anyPort).endpoint().port(), 0); }
+TEST_F(AcceptorTest, TellsWhichPortItGot) {
+  EXPECT_NE(tcpEndpoint(Acceptor(m_io, m_anyPort, kNoStream).endpoint()).port(), 0);
+}
 
 TEST_F(AcceptorTest, SharesItsPortWithNobody) {
-  const Acceptor acceptor(m_io, m_anyPort);
-  EXPECT_THROW(Acceptor(m_io, acceptor.endpoint()), boost::system::system_error);
+  const Acceptor acceptor(m_io, m_anyPort, kNoStream);
+  EXPECT_THROW(Acceptor(m_io, acceptor.endpoint(), kNoStream), boost::system::system_error);
 
   constexpr bool kReuseAddress = true;
-  EXPECT_THROW(tcp::acceptor(m_io, acceptor.endpoint(), kReuseAddress), boost::system::system_error);
+  EXPECT_THROW(tcp::acceptor(m_io, tcpEndpoint(acceptor.endpoint()), kReuseAddress),
+               boost::system::system_error);
 }
 
 TEST_F(AcceptorTest, LeavesItsPortToTheNext) {
-  const tcp::endpoint endpoint = Acceptor(m_io, m_anyPort).endpoint();
-  EXPECT_EQ(Acceptor(m_io, endpoint).endpoint(), endpoint);
+  const Endpoint endpoint = Acceptor(m_io, m_anyPort, kNoStream).endpoint();
+  EXPECT_EQ(Acceptor(m_io, endpoint, kNoStream).endpoint(), endpoint);
 }
 
 }  // namespace

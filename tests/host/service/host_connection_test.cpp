@@ -37,6 +37,24 @@ TEST_F(HostConnectionTest, RequestsSentAheadAreAnsweredInOrder) {
   EXPECT_EQ(bodyOf(client.receive()).at("segments").at(0).as_string(), "c");
 }
 
+TEST_F(HostConnectionTest, ToAskForTheHeadIsToGetWithoutTheBody) {
+  HttpConnection client = connect();
+  for (const std::string target : {"/healthz", "/api/v7", "/api/v7/test", "/nothing", "/api/v7/test/null"}) {
+    const auto get = client.get(target, host().token());
+    const auto head = client.exchange(HttpConnection::make("HEAD", target, host().token()));
+    EXPECT_EQ(head.result_int(), get.result_int()) << target;
+    EXPECT_EQ(head[http::field::content_type], get[http::field::content_type]) << target;
+    EXPECT_EQ(head[http::field::content_length], get[http::field::content_length]) << target;
+    EXPECT_EQ(head.body(), "") << target;
+  }
+}
+
+TEST_F(HostConnectionTest, EveryAnswerTellsTheTime) {
+  for (const std::string target : {"/healthz", "/api/v7/test/null", "/nothing"}) {
+    EXPECT_NE(get(target)[http::field::date].find(" GMT"), std::string::npos) << target;
+  }
+}
+
 TEST_F(HostConnectionTest, AClientThatWantsToCloseIsClosed) {
   HttpConnection client = connect();
   client.sendBytes(requestBytes("/api/v7/test/null", "Connection: close\r\n\r\n"));
@@ -69,7 +87,8 @@ TEST_F(HostConnectionTest, AClientThatWaitsIsToldToContinue) {
 
 TEST_F(HostConnectionTest, AClientThatWaitsIsRefusedBeforeItSendsItsBody) {
   HttpConnection client = connect();
-  client.sendBytes("PUT /api/v7/test HTTP/1.1\r\nContent-Length: 1\r\nExpect: 100-continue\r\n\r\n");
+  client.sendBytes(
+      "PUT /api/v7/test HTTP/1.1\r\nHost: localhost\r\nContent-Length: 1\r\nExpect: 100-continue\r\n\r\n");
   const auto answer = client.receive();
   EXPECT_EQ(answer.result_int(), 401U);
   EXPECT_FALSE(answer.keep_alive());

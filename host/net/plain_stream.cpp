@@ -1,0 +1,38 @@
+#include "net/plain_stream.h"
+
+#include <boost/asio/post.hpp>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+using boost::asio::generic::stream_protocol;
+
+class PlainStream final : public StreamOver<SocketStream> {
+ public:
+  PlainStream(stream_protocol::socket socket, Client client, Destination destination)
+      : StreamOver(std::move(client), std::move(destination), std::move(socket)) {}
+
+  void open(OnDone onDone) override { finishWith({}, std::move(onDone)); }
+
+  void finish(OnDone onDone) override {
+    ErrorCode error;
+    m_layer.socket().shutdown(stream_protocol::socket::shutdown_send, error);
+    finishWith(error, std::move(onDone));
+  }
+
+ private:
+  void finishWith(ErrorCode error, OnDone onDone) {
+    boost::asio::post(m_layer.get_executor(), [error, onDone = std::move(onDone)] { onDone(error); });
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<ClientStream> makePlainStream(stream_protocol::socket socket, Client client,
+                                              Destination destination) {
+  return std::make_unique<PlainStream>(std::move(socket), std::move(client), std::move(destination));
+}
+
+}  // namespace host

@@ -25,6 +25,10 @@ class IAuthenticator {
   /// Raises a `Refusal`: 401 on somebody unknown, whose `wait` is to pass before it is told; 400 on
   /// credentials that contradict each other or are not taken.
   virtual Identity identify(const Credentials& credentials) const = 0;
+
+  /// Whether somebody who was identified may go on: false when the token has been revoked or may less now, or
+  /// the session has ended. For whatever outlasts a request, such as a stream.
+  virtual bool stillHolds(const Identity& identity) const = 0;
 };
 
 }  // namespace host

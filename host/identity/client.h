@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -14,6 +15,7 @@ struct Client {
   struct LocalUser {
     std::uint32_t userId;
     std::uint32_t groupId;
+    std::vector<std::uint32_t> groups{};  ///< The further ones that the user is in.
   };
 
   std::string address;                 ///< Of the network, without the port; empty on a Unix socket.

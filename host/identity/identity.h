@@ -11,6 +11,7 @@ namespace host {
 struct Identity {
   std::string name;  ///< Of the token, the session, the user or the certificate; for logs.
   Role role = Role::kObserve;
+  std::string proof{};  ///< Hash of what was shown; empty where the system or a certificate names the client.
 };
 
 }  // namespace host

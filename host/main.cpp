@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "api/api_service.h"
-#include "identity/single_token.h"
+#include "identity/admission.h"
 #include "identity/token_file.h"
 #include "net/server.h"
 #include "options.h"
@@ -20,12 +20,11 @@ constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 constexpr int kUsage = 2;
 
+/// Tells no secret: whatever captures the output would have it.
 void announceStart(const HostedPlugin& hosted, const std::string& url, const std::string& tokenFile,
-                   const std::string& token) {
-  const PluginDescription& description = hosted.description();
-  announce("Serving " + wideToUtf8(description.name) + " on " + url);
-  announce("Token file: " + tokenFile);
-  announce("Try: " + url + "/api/" + wideToUtf8(description.apiVersion) + "?access_token=" + token);
+                   const Admission& admission) {
+  announce("Serving " + wideToUtf8(hosted.description().name) + " on " + url);
+  announce("Token file: " + (admission.hasFirstToken() ? tokenFile : "none, the first token was put away"));
 }
 
 SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
@@ -38,17 +37,16 @@ SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
 /// `module` takes the module, which is to stay until a failure has been told: its text may be in there.
 int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
   const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
-  const std::string token = loadOrCreateToken(tokenFile, sleepFor);
+  const Admission admission(tokenFile, {}, !options.noTokenInUrl, report);
   module = std::make_unique<LoadedModule>(options.module);
   HostedPlugin hosted(*module);
   const auto stopSignal = makeStopSignal();
   Server server(options);
   hosted.initialize();
-  const SingleToken authenticator(token);
-  const ApiService service(hosted.plugin(), authenticator, options.limits.bodyDepth,
+  const ApiService service(hosted.plugin(), admission.authenticator(), options.limits.bodyDepth,
                            controlsOf(hosted.module(), options.simulatorControls));
   server.start(service);
-  announceStart(hosted, server.url(), tokenFile, token);
+  announceStart(hosted, server.url(), tokenFile, admission);
   stopSignal->wait();
   if (!server.drain()) {
     // The plug-in cannot be taken down under a request that is still inside it.

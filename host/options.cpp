@@ -71,6 +71,8 @@ po::options_description describe(Options& options) {
       ("insecure", po::bool_switch(&options.insecure), "listen on any address, without encryption")         //
       ("token-file", po::value(&options.tokenFile)->value_name("FILE"),                                     //
        ("where the token is kept, made at the first start; otherwise " + defaultTokenFileText()).c_str())   //
+      ("no-token-in-url", po::bool_switch(&options.noTokenInUrl),                                           //
+       "take tokens in the Authorization field only, not as access_token")                                  //
       ("log-requests", po::bool_switch(&options.logRequests), "a line on standard error for each request")  //
       ("simulator-controls", po::bool_switch(&options.simulatorControls),                                   //
        "let clients break disks and move the clock of a simulated library")                                 //

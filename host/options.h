@@ -19,6 +19,7 @@ struct Options {
   std::vector<std::string> serverNames;  ///< Under which clients may ask, besides the address.
   std::string tokenFile;                 ///< Empty: the default one.
   bool insecure = false;
+  bool noTokenInUrl = false;  ///< The parameter `access_token` is not taken.
   bool logRequests = false;
   bool simulatorControls = false;
   std::size_t threads = 0;  ///< Of input and output; 0: one a core.

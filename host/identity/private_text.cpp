@@ -33,7 +33,7 @@ std::optional<std::string> readPrivateText(const fs::path& path) {
     throw std::runtime_error(std::string("others may read or write it (") + kPrivacyRemedy + " helps)");
   }
   if (fs::file_size(path) > kMaxSize) throw std::runtime_error("is larger than a mebibyte");
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(path);
   if (!file) throw UnreadableFile("cannot be read");
   return std::string{std::istreambuf_iterator<char>(file), {}};
 }

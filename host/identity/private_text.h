@@ -14,9 +14,9 @@ class UnreadableFile : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The content of a file that its owner alone may reach; nothing when there is none. Raises
-/// `UnreadableFile` on one that cannot be read, `std::runtime_error` with the reason on one that is no regular
-/// file, is larger than a mebibyte, or that others may read or write.
+/// The content of a file that its owner alone may reach; nothing when there is none. Raises `UnreadableFile`
+/// on one that cannot be read, `std::runtime_error` with the reason on one that is no regular file, is larger
+/// than a mebibyte, or that others may read or write.
 std::optional<std::string> readPrivateText(const std::filesystem::path& path);
 
 /// Makes the directories above a file that are missing, for their owner alone. Raises `std::runtime_error`

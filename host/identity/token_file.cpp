@@ -22,7 +22,7 @@ std::optional<std::string> load(const fs::path& path) {
   const auto text = readPrivateText(path);
   if (!text) return {};
   if (text->empty()) throw UnreadableFile("is empty");
-  const std::string token = text->substr(0, text->find_first_of("\r\n"));
+  const std::string token = text->substr(0, text->find('\n'));
   if (!isToken(token)) throw std::runtime_error("holds no token");
   return token;
 }

@@ -14,6 +14,7 @@ TEST(Options, AreSafeByDefault) {
   EXPECT_EQ(options.address, "127.0.0.1");
   EXPECT_EQ(options.port, 8080);
   EXPECT_FALSE(options.insecure);
+  EXPECT_FALSE(options.noTokenInUrl);
   EXPECT_FALSE(options.logRequests);
   EXPECT_FALSE(options.simulatorControls);
   EXPECT_GE(options.threads, 1U);
@@ -62,6 +63,7 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "--server-name",
                                         "b.example",
                                         "--simulator-controls",
+                                        "--no-token-in-url",
                                         "--log-requests"});
   EXPECT_EQ(options.address, "::1");
   EXPECT_EQ(options.port, 0);
@@ -82,37 +84,20 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.limits.drainTime.count(), 1);
   EXPECT_EQ(options.tokenFile, "t");
   EXPECT_EQ(options.serverNames, (std::vector<std::string>{"a.example", "b.example"}));
+  EXPECT_TRUE(options.noTokenInUrl);
   EXPECT_TRUE(options.logRequests);
   EXPECT_TRUE(options.simulatorControls);
 }
 
 TEST(Options, HelpTellsOfEveryOption) {
   const std::string help = helpText();
-  for (const char* option : {"module",
-                             "address",
-                             "port",
-                             "insecure",
-                             "token-file",
-                             "log-requests",
-                             "simulator-controls",
-                             "help",
-                             "version",
-                             "threads",
-                             "workers",
-                             "max-waiting",
-                             "max-connections",
-                             "max-header",
-                             "max-header-line",
-                             "max-fields",
-                             "max-target",
-                             "server-name",
-                             "max-body",
-                             "max-depth",
-                             "header-timeout",
-                             "body-timeout",
-                             "write-timeout",
-                             "idle-timeout",
-                             "drain-timeout"}) {
+  for (const char* option : {"module",       "address",         "port",         "insecure",
+                             "token-file",   "no-token-in-url", "log-requests", "simulator-controls",
+                             "help",         "version",         "threads",      "workers",
+                             "max-waiting",  "max-connections", "max-header",   "max-header-line",
+                             "max-fields",   "max-target",      "server-name",  "max-body",
+                             "max-depth",    "header-timeout",  "body-timeout", "write-timeout",
+                             "idle-timeout", "drain-timeout"}) {
     EXPECT_NE(help.find(std::string("--") + option + ' '), std::string::npos) << option;
   }
 }

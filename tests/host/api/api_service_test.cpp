@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "identity/single_token.h"
+#include "host/identity/single_token.h"
 #include "support/by_name.h"
 
 namespace host {

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <fstream>
 #include <regex>
 #include <system_error>
 
@@ -76,13 +77,14 @@ HostProcess::~HostProcess() {
 }
 
 bool HostProcess::awaitServing() {
-  const auto line = m_output->awaitLine("Try: http://");
-  if (!line) return false;
-  static const std::regex kPattern(R"(.*:(\d+)/.*access_token=(\S+))");
+  const auto serving = m_output->awaitLine("Serving ");
+  const auto tokenFile = m_output->awaitLine("Token file: ");
+  if (!serving || !tokenFile) return false;
+  static const std::regex kPattern(R"(.*://.*:(\d+))");
   std::smatch found;
-  if (!std::regex_match(*line, found, kPattern)) return false;
+  if (!std::regex_match(*serving, found, kPattern)) return false;
   m_port = static_cast<std::uint16_t>(std::stoi(found[1]));
-  m_token = found[2];
+  std::getline(std::ifstream(*tokenFile), m_token);
   return true;
 }
 

@@ -112,12 +112,15 @@ TEST_F(HostStartTest, HelpAndVersionNeedNothingElse) {
 TEST_F(HostStartTest, TheTokenIsMadeOnceAndKeptForItsOwner) {
   serve();
   const std::string token = host().token();
-  EXPECT_EQ(token.size(), 64U);
+  EXPECT_EQ(token.rfind("mirn_", 0), 0U);
+  EXPECT_EQ(get("/api/v7").result_int(), 200U);
   EXPECT_EQ(readFile(file("token")), token + "\n");
   struct stat status {};
   ASSERT_EQ(stat(file("token").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
   EXPECT_EQ(host().stop(), 0);
+  EXPECT_EQ(host().output().find(token), std::string::npos);
+  EXPECT_EQ(host().errors().find(token), std::string::npos);
 
   serve();
   EXPECT_EQ(host().token(), token);

@@ -1,12 +1,16 @@
-#include "session_locks.h"
+#include "session_lock_waits.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <boost/chrono/duration.hpp>
+#include <boost/chrono/system_clocks.hpp>
+#include <boost/optional.hpp>
 #include <boost/thread/latch.hpp>
 #include <boost/thread/thread.hpp>
 #include <functional>
 #include <memory>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -187,7 +191,7 @@ INSTANTIATE_TEST_SUITE_P(
         WaitCase{"UniqueForAReader", read, [](auto& mutex) { acquireUnique(mutex, kPatient); }, true},
         WaitCase{"StepForAReader", read,
                  [](auto& mutex) {
-                   UpgradeOwnership ownership = acquireUpgrade(mutex, kPatient);
+                   UpgradeOwnership ownership = acquireUpgrade(mutex, kAtOnce);
                    const ExclusiveStep step(ownership);
                  },
                  true}),
@@ -206,6 +210,95 @@ TEST_F(SessionLocks, AnInterruptedThreadTimesOutLikeAnyOther) {
   });
   host.interrupt();
   host.join();
+}
+
+// What the mutex is asked for
+
+using Clock = boost::chrono::steady_clock;
+
+/// A mutex that nobody waits for. It knows no other clock, and no other way of being asked.
+class AskedMutex {
+ public:
+  bool grants = true;
+  std::vector<std::string> asked;
+  boost::optional<Clock::time_point> limit;  ///< Of the last wait.
+
+  bool try_lock_shared_until(Clock::time_point until) { return answer("shared", until); }
+  bool try_lock_until(Clock::time_point until) { return answer("unique", until); }
+  bool try_lock_upgrade_until(Clock::time_point until) { return answer("upgrade", until); }
+  void lock_upgrade() { answer("upgrade", boost::none); }
+  void unlock_upgrade_and_lock() { answer("step up", boost::none); }
+
+  void unlock() { asked.emplace_back("leave unique"); }
+  void unlock_shared() { asked.emplace_back("leave shared"); }
+  void unlock_upgrade() { asked.emplace_back("leave upgrade"); }
+  void unlock_and_lock_upgrade() { asked.emplace_back("step down"); }
+
+ private:
+  bool answer(const char* request, boost::optional<Clock::time_point> until) {
+    EXPECT_FALSE(boost::this_thread::interruption_enabled()) << request;
+    asked.emplace_back(request);
+    limit = until;
+    return grants;
+  }
+};
+
+/// A wait with a limit, and what the mutex is asked for in it.
+struct LimitedWait {
+  const char* name;
+  std::function<void(AskedMutex&, std::int64_t)> wait;
+  const char* request;
+  const char* leave;
+};
+
+class ALimitedWait : public testing::TestWithParam<LimitedWait> {
+ protected:
+  /// Looks for the limit of the wait between two moments that its call is between.
+  void expectLimit(std::int64_t seconds) {
+    const Clock::time_point before = Clock::now();
+    GetParam().wait(m_mutex, seconds);
+    ASSERT_TRUE(m_mutex.limit);
+    EXPECT_GE(*m_mutex.limit, before + boost::chrono::seconds(seconds));
+    EXPECT_LE(*m_mutex.limit, Clock::now() + boost::chrono::seconds(seconds));
+  }
+
+  AskedMutex m_mutex;
+};
+
+TEST_P(ALimitedWait, EndsNeitherBeforeNorAfterItsLimit) {
+  for (const std::int64_t seconds : {0, 1, 30, 3600}) expectLimit(seconds);
+}
+
+TEST_P(ALimitedWait, AsksOnceAndLeavesWhatItGot) {
+  GetParam().wait(m_mutex, 30);
+  EXPECT_EQ(m_mutex.asked, (std::vector<std::string>{GetParam().request, GetParam().leave}));
+}
+
+TEST_P(ALimitedWait, AsksOnceAndSaysSoWhenItGetsNothing) {
+  m_mutex.grants = false;
+  expectTimeout([this] { GetParam().wait(m_mutex, 30); });
+  EXPECT_EQ(m_mutex.asked, (std::vector<std::string>{GetParam().request}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, ALimitedWait,
+    testing::Values(LimitedWait{"Shared", [](auto& mutex, auto seconds) { acquireShared(mutex, seconds); },
+                                "shared", "leave shared"},
+                    LimitedWait{"Unique", [](auto& mutex, auto seconds) { acquireUnique(mutex, seconds); },
+                                "unique", "leave unique"},
+                    LimitedWait{"Upgrade", [](auto& mutex, auto seconds) { acquireUpgrade(mutex, seconds); },
+                                "upgrade", "leave upgrade"}),
+    ByName());
+
+TEST(AWaitWithoutALimit, IsThatOfTheEventThreadAndThatOfTheStep) {
+  AskedMutex mutex;
+  {
+    boost::upgrade_lock<AskedMutex> refresh = acquireUpgradeUntimed(mutex);
+    EXPECT_FALSE(mutex.limit);
+    const ExclusiveStepOf<AskedMutex> exchange(refresh);
+    EXPECT_FALSE(mutex.limit);
+  }
+  EXPECT_EQ(mutex.asked, (std::vector<std::string>{"upgrade", "step up", "step down", "leave upgrade"}));
 }
 
 // Readers that never pause would keep the plain shared mutex's writer waiting for as long as they read: then

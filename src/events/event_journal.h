@@ -43,10 +43,13 @@ class EventJournal {
   const TickClock m_clock;
   const std::uint64_t m_maxEvents;
 
-  mutable boost::shared_mutex m_mutex;
   std::deque<Event> m_events;  ///< Newest at the front; guarded by m_mutex.
   EventRing m_ring;            ///< Likewise.
   std::atomic<std::uint64_t> m_sequence{0};
+
+ protected:
+  /// Not private, so that a test can see what is done under it and what is not.
+  mutable boost::shared_mutex m_mutex;
 };
 
 #endif

@@ -1,6 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <new>
+#include <thread>
+
 #include "support/session_fixture.h"
 #include "vex_exception.h"
 
@@ -9,6 +13,7 @@ namespace {
 using namespace small_machine;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 constexpr char kOpenFailed[] = "Warning: Ordan (R) Mirn Plug-In: Failed to open a session";
 
@@ -154,8 +159,8 @@ TEST_F(EventMonitor, AStartWithoutAThreadToBeHadSaysSoAndCanBeTriedAgain) {
 TEST_F(EventMonitor, AStartThatDoesNotGetTheLockInTimeSaysSoAndCanBeTriedAgain) {
   givenPicture();
   m_session.startWithPatience(0);
-  m_library.before(onCall("VexRescan"), [this](const ScriptedCall&) {
-    onAnotherThread([this] { EXPECT_EQ(failureOf([this] { m_session.start(); }), kLockTimeout); });
+  during("VexRescan", [this] {
+    EXPECT_EQ(failureOf([this] { m_session.start(); }), kLockTimeout);
     EXPECT_EQ(m_session.getVolumes().size(), 2u) << "the picture stays";
   });
   m_session.rescan();
@@ -225,6 +230,37 @@ TEST_F(EventMonitor, TheEndOfASessionEndsItsThread) {
   }
   EXPECT_EQ(m_library.calls().back().operation, "VexFreeEventHandle");
 }
+
+/// Ends the session while its thread waits, and then lets that wait end with `status`.
+class TheLastWait : public EventMonitor, public testing::WithParamInterface<VEX_STATUS> {
+ protected:
+  void stoppedDuringTheWait() {
+    const ovra::PluginPosition position = m_session.changes().position();
+    std::thread stopper([this] { m_session.stop(); });
+    // Whoever waits for a change is sent away once the thread shall end.
+    EXPECT_FALSE(m_session.changes().waitForChange(position, std::numeric_limits<std::int64_t>::max()));
+    m_library.events().wake(GetParam());
+    m_library.events().release();
+    stopper.join();
+  }
+
+  static bool bringsAPicture() {
+    return GetParam() == VEX_STATUS_SUCCESS || GetParam() == VEX_STATUS_TIMEOUT;
+  }
+};
+
+TEST_P(TheLastWait, BringsAPictureAsEveryOtherAndNoWaitMore) {
+  started();
+  degradeData();
+  stoppedDuringTheWait();
+  EXPECT_THAT(eventCalls(), SizeIs(3)) << "a handle, a wait, and the handle back";
+  EXPECT_EQ(picturesTaken(), bringsAPicture() ? 2u : 1u);
+  EXPECT_EQ(stateOfData(), bringsAPicture() ? VolumeState::DEGRADED : VolumeState::NORMAL);
+  EXPECT_THAT(m_events.take(), SizeIs(bringsAPicture() ? 1 : 0));
+}
+
+INSTANTIATE_TEST_SUITE_P(Statuses, TheLastWait,
+                         testing::Values(VEX_STATUS_SUCCESS, VEX_STATUS_TIMEOUT, VEX_STATUS_BUSY));
 
 // Wake-ups
 
@@ -331,6 +367,18 @@ TEST_F(EventMonitorDeathTest, ARefusedCloseOnTheEventThreadEndsTheProcess) {
         m_library.events().wakeAndSettle();
       },
       "VexException");
+}
+
+TEST_F(EventMonitorDeathTest, AFailedAllocationOnTheEventThreadEndsTheProcess) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(
+      {
+        m_session.start();
+        m_library.events().waitForEventWaits(1);
+        m_library.before(onCall("VexGetVolumeInfo"), [](const ScriptedCall&) { throw std::bad_alloc(); });
+        m_library.events().wakeAndSettle();
+      },
+      "bad_alloc");
 }
 
 }  // namespace

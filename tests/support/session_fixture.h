@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -74,6 +75,23 @@ class SessionTest : public testing::Test {
   void TearDown() override {
     m_library.events().release();
     m_session.stop();
+    EXPECT_EQ(m_hooksRun, m_hooksPlanned) << "what was to run in the middle of a call";
+  }
+
+  /// Runs `use` in the middle of the next call of an operation. The test fails when there is no such call.
+  template <class Use>
+  void inTheMiddleOf(const std::string& operation, Use use) {
+    ++m_hooksPlanned;
+    m_library.before(onCall(operation), [this, use](const ScriptedCall&) mutable {
+      ++m_hooksRun;
+      use();
+    });
+  }
+
+  /// The same on another thread, to its end.
+  template <class Use>
+  void during(const std::string& operation, Use use) {
+    inTheMiddleOf(operation, [use] { onAnotherThread(use); });
   }
 
   /// The session knows the machine, changed so. No trace of that is left in the records.
@@ -96,6 +114,10 @@ class SessionTest : public testing::Test {
   LogLines m_log;
   NewEvents m_events;
   ImpatientSession m_session;
+
+ private:
+  int m_hooksPlanned = 0;
+  std::atomic<int> m_hooksRun{0};
 };
 
 #endif

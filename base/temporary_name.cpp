@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <boost/algorithm/hex.hpp>
+#include <iterator>
 #include <string>
 
 #include "random_bytes.h"
@@ -25,10 +27,7 @@ std::filesystem::path temporaryNameFor(const std::filesystem::path& target) {
   std::array<unsigned char, kRandomBytes> bytes{};
   fillWithRandomBytes(bytes.data(), bytes.size());
   std::string digits;
-  for (const unsigned char byte : bytes) {
-    digits += kDigits[byte / 16];
-    digits += kDigits[byte % 16];
-  }
+  boost::algorithm::hex_lower(bytes.begin(), bytes.end(), std::back_inserter(digits));
   auto result = target;
   result += "." + digits + kEnd;
   return result;

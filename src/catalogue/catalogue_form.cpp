@@ -4,6 +4,7 @@
 
 #include "catalogue.h"
 #include "http_method.h"
+#include "list_form.h"
 #include "plugin_identity.h"
 #include "text.h"
 
@@ -18,19 +19,6 @@ void put(ServiceObject& form, const wchar_t* key, const std::wstring& text) { fo
 /// Nothing for a null pointer.
 void putText(ServiceObject& form, const wchar_t* key, const wchar_t* text) {
   if (text) put(form, key, text);
-}
-
-template <class Rows, class Form>
-ServiceObject listOf(const Rows& rows, Form form) {
-  ServiceObject list = ServiceObject::array();
-  std::size_t count = 0;
-  for (const auto& row : rows) list.at(count++) = form(row);
-  return list;
-}
-
-template <class Texts>
-ServiceObject textsOf(const Texts& texts) {
-  return listOf(texts, [](const std::wstring& text) { return ServiceObject(text); });
 }
 
 void putCondition(ServiceObject& form, const Condition& when) {

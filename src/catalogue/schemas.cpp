@@ -5,6 +5,7 @@
 #include "controller.h"
 #include "enddevice.h"
 #include "event_records.h"
+#include "list_form.h"
 #include "plugin_setting.h"
 #include "port.h"
 #include "raid.h"
@@ -20,12 +21,11 @@ namespace {
 ServiceObject configSchema() {
   ServiceObject schema = ServiceObject::object();
   schema.member(L"type") = std::wstring(L"object");
-  ServiceObject& required = schema.member(L"required");
-  std::size_t count = 0;
   for (const PluginSetting& setting : pluginSettings()) {
     schema.member(L"properties").member(setting.key) = field::schemaOf<SettingAnswer>();
-    required.at(count++) = std::wstring(setting.key);
   }
+  schema.member(L"required") =
+      listOf(pluginSettings(), [](const PluginSetting& setting) { return std::wstring(setting.key); });
   return schema;
 }
 

@@ -1,6 +1,6 @@
 #include "field_kinds.h"
 
-#include <cstddef>
+#include "list_form.h"
 
 namespace field {
 namespace kinds {
@@ -37,8 +37,7 @@ void describeAsOrNull(ServiceObject& schema, const wchar_t* type) {
 
 void describeWords(ServiceObject& schema, const std::vector<std::wstring>& words) {
   describeAs(schema, L"string");
-  ServiceObject& list = schema.member(L"enum");
-  for (std::size_t i = 0; i < words.size(); ++i) list.at(i) = words[i];
+  schema.member(L"enum") = textsOf(words);
 }
 
 void Number::describe(ServiceObject& schema) {

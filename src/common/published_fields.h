@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "field_kinds.h"
+#include "list_form.h"
 
 /// The published form of whatever tells its fields (field.h), and the form's schema. For sources only.
 namespace field {
@@ -157,10 +158,7 @@ template <class List>
 struct Parts {
   template <class Value>
   static void put(PublishedForm& form, const wchar_t* key, const std::vector<Value>& values) {
-    ServiceObject list = ServiceObject::array();
-    std::size_t count = 0;
-    for (const Value& value : values) list.at(count++) = formOf<List>(value);
-    form.part(key, std::move(list));
+    form.part(key, listOf(values, [](const Value& value) { return formOf<List>(value); }));
   }
   static void describe(ServiceObject& schema) {
     describeAs(schema, L"array");

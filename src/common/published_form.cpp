@@ -1,6 +1,6 @@
 #include "published_form.h"
 
-#include <cstddef>
+#include "list_form.h"
 
 PublishedForm& PublishedForm::text(const wchar_t* key, std::wstring value) {
   m_object.member(key) = std::move(value);
@@ -17,9 +17,7 @@ PublishedForm& PublishedForm::size(const wchar_t* key, std::uint64_t value) {
 }
 
 PublishedForm& PublishedForm::texts(const wchar_t* key, const std::vector<std::wstring>& values) {
-  ServiceObject list = ServiceObject::array();
-  for (std::size_t i = 0; i < values.size(); ++i) list.at(i) = values[i];
-  return part(key, std::move(list));
+  return part(key, textsOf(values));
 }
 
 PublishedForm& PublishedForm::part(const wchar_t* key, ServiceObject value) {

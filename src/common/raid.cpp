@@ -20,12 +20,9 @@ struct Raid::SupportedLevels {
   using Levels = std::vector<RaidLevelSupport>;
 
   static void put(PublishedForm& form, const wchar_t* key, const Levels& levels) {
-    ServiceObject list = ServiceObject::array();
-    std::size_t next = 0;
-    for (const RaidLevelSupport& level : levels) {
-      if (level.supported()) list.at(next++) = level.toServiceObject();
-    }
-    form.part(key, std::move(list));
+    form.part(key, listOf(
+                       levels, [](const auto& level) { return level.supported(); },
+                       [](const auto& level) { return level.toServiceObject(); }));
   }
 
   static void describe(ServiceObject& schema) {

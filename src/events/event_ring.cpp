@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "list_form.h"
 #include "published_form.h"
 
 using ovra::data_transfer::ServiceObject;
@@ -15,9 +16,10 @@ void EventRing::add(EventSummary event, std::int64_t ticks) {
 }
 
 ServiceObject EventRing::Part::toServiceObject() const {
-  ServiceObject list = ServiceObject::array();
-  for (std::size_t i = 0; i < events.size(); ++i) list.at(i) = events[i]->toServiceObject();
-  return PublishedForm().number(L"oldest", oldest).part(L"events", std::move(list)).take();
+  return PublishedForm()
+      .number(L"oldest", oldest)
+      .part(L"events", listOf(events, [](const auto& event) { return event->toServiceObject(); }))
+      .take();
 }
 
 EventRing::Part EventRing::after(std::uint64_t sequence, std::uint64_t limit) const {

@@ -1,11 +1,11 @@
 #ifndef MIRN_LISTENERS_ANSWERS_H
 #define MIRN_LISTENERS_ANSWERS_H
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "answer_forms.h"
+#include "list_form.h"
 #include "mirn_exception.h"
 #include "service_exceptions.h"
 #include "ServiceObject.h"
@@ -13,24 +13,6 @@
 /// How handlers act and make their answers.
 
 using ovra::data_transfer::ServiceObject;
-
-/// The `form` of each object that `keep` accepts, in the list's order.
-template <class Objects, class Predicate, class Form>
-ServiceObject listOf(const Objects& objects, Predicate keep, Form form) {
-  ServiceObject list = ServiceObject::array();
-  std::size_t count = 0;
-  for (const auto& object : objects) {
-    if (keep(object)) list.at(count++) = form(object);
-  }
-  return list;
-}
-
-/// The `form` of each object, in the list's order.
-template <class Objects, class Form>
-ServiceObject listOf(const Objects& objects, Form form) {
-  return listOf(
-      objects, [](const auto&) { return true; }, form);
-}
 
 /// The published forms of the objects that `keep` accepts.
 template <class Object, class Predicate>

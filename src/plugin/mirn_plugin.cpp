@@ -105,9 +105,7 @@ ovra::data_transfer::ServiceObject mirn_plugin::eventsAfter(std::uint64_t sequen
   return EventJournal::instance().getAfter(sequence, limit).toServiceObject();
 }
 
-ovra::data_transfer::ServiceObject mirn_plugin::picture() {
-  return wholePicture(m_session.datedPicture(), m_session);
-}
+ovra::data_transfer::ServiceObject mirn_plugin::picture() { return wholePicture(m_session.datedPicture()); }
 
 ovra::data_transfer::ServiceObject mirn_plugin::rehearse(std::wstring path, std::int32_t method,
                                                          std::vector<std::wstring> segments,

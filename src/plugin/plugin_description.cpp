@@ -4,6 +4,7 @@
 
 #include "catalogue.h"
 #include "catalogue_form.h"
+#include "list_form.h"
 #include "schemas.h"
 #include "service_exceptions.h"
 #include "status_text.h"
@@ -30,29 +31,21 @@ RouteRow withStateRefusal(RouteRow row) {
 }
 
 ServiceObject routeForms() {
-  ServiceObject forms = ServiceObject::array();
-  std::size_t count = 0;
-  for (const RouteRow* row : catalogue()) forms.at(count++) = formOf(withStateRefusal(*row));
-  return forms;
+  return listOf(catalogue(), [](const RouteRow* row) { return formOf(withStateRefusal(*row)); });
 }
 
 ServiceObject refusalForms(const RefusalRows& rows) {
-  ServiceObject forms = ServiceObject::array();
-  std::size_t count = 0;
-  for (const RefusalRow& row : rows) forms.at(count++) = formOf(row);
-  return forms;
+  return listOf(rows, [](const RefusalRow& row) { return formOf(row); });
 }
 
 ServiceObject statusForms() {
-  ServiceObject forms = ServiceObject::array();
-  std::size_t count = 0;
-  for (const VEX_STATUS status : knownStatuses()) {
-    if (status == VEX_STATUS_SUCCESS) continue;
-    ServiceObject form = formOf(refusalBy(status));
-    form.member(L"status") = std::uint64_t{status};
-    forms.at(count++) = std::move(form);
-  }
-  return forms;
+  return listOf(
+      knownStatuses(), [](VEX_STATUS status) { return status != VEX_STATUS_SUCCESS; },
+      [](VEX_STATUS status) {
+        ServiceObject form = formOf(refusalBy(status));
+        form.member(L"status") = std::uint64_t{status};
+        return form;
+      });
 }
 
 ServiceObject reportForm() {

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "list_form.h"
 #include "listener_table.h"
 #include "lookup.h"
 #include "mirn_exception.h"
@@ -50,11 +51,8 @@ ServiceObject Rehearsal::planOrRefusal(const PluginRequest& request) const {
 
 ServiceObject Rehearsal::planEach(PluginRequest request, const std::wstring& argument,
                                   const std::vector<ServiceObject>& values) const {
-  ServiceObject answers = ServiceObject::array();
-  std::size_t count = 0;
-  for (const ServiceObject& value : values) {
+  return listOf(values, [&](const ServiceObject& value) {
     putArgument(request, argument, value);
-    answers.at(count++) = planOrRefusal(request);
-  }
-  return answers;
+    return planOrRefusal(request);
+  });
 }

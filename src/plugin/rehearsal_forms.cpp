@@ -1,5 +1,9 @@
 #include "rehearsal_forms.h"
 
+#include <boost/algorithm/hex.hpp>
+
+#include "list_form.h"
+#include "published_form.h"
 #include "text.h"
 
 using ovra::common::HttpClientErrorException;
@@ -10,21 +14,12 @@ namespace {
 
 template <class Number>
 ServiceObject numbers(const std::vector<Number>& values) {
-  ServiceObject list = ServiceObject::array();
-  std::size_t count = 0;
-  for (const Number value : values) list.at(count++) = std::uint64_t{value};
-  return list;
+  return listOf(values, [](Number value) { return std::uint64_t{value}; });
 }
 
 std::wstring hexadecimal(const std::string& bytes) {
-  constexpr wchar_t kDigits[] = L"0123456789abcdef";
-  std::wstring text;
-  text.reserve(bytes.size() * 2);
-  for (const char byte : bytes) {
-    text += kDigits[static_cast<unsigned char>(byte) >> 4];
-    text += kDigits[static_cast<unsigned char>(byte) & 0xf];
-  }
-  return text;
+  const std::string digits = boost::algorithm::hex_lower(bytes);
+  return {digits.begin(), digits.end()};
 }
 
 ServiceObject settingsForm(const std::map<std::wstring, std::int64_t>& settings) {
@@ -34,14 +29,9 @@ ServiceObject settingsForm(const std::map<std::wstring, std::int64_t>& settings)
 }
 
 ServiceObject objectsForm(const std::vector<RehearsedDeed::NamedObject>& objects) {
-  ServiceObject list = ServiceObject::array();
-  std::size_t count = 0;
-  for (const RehearsedDeed::NamedObject& object : objects) {
-    ServiceObject& form = list.at(count++);
-    form.member(L"type") = object.type;
-    form.member(L"id") = object.id;
-  }
-  return list;
+  return listOf(objects, [](const RehearsedDeed::NamedObject& object) {
+    return PublishedForm().text(L"type", object.type).text(L"id", object.id).take();
+  });
 }
 
 }  // namespace

@@ -2,20 +2,17 @@
 
 #include <utility>
 
-#include "arrays_listener.h"
-#include "basic_listener.h"
-#include "controllers_listener.h"
-#include "enddevices_listener.h"
 #include "http_method.h"
+#include "list_form.h"
+#include "listener_table.h"
+#include "lookup.h"
 #include "mirn_exception.h"
+#include "plugin_identity.h"
 #include "plugin_setting.h"
-#include "ports_listener.h"
 #include "published_form.h"
-#include "raids_listener.h"
-#include "snapshot_reads.h"
+#include "rehearsed_session.h"
 #include "text.h"
 #include "tick_clock.h"
-#include "volumes_listener.h"
 
 using ovra::data_transfer::ServiceObject;
 
@@ -23,27 +20,17 @@ namespace {
 
 constexpr std::int64_t kTicksPerMillisecond = kTicksPerSecond / 1000;
 
-/// Reads of one picture, without a lock. Changes no setting.
-class PictureReads : public SnapshotReads {
- public:
-  explicit PictureReads(Picture picture) : m_picture(std::move(picture)) {}
-
-  Picture picture() override { return m_picture; }
-  bool setLocateTimeout(std::int64_t) override { return false; }
-  std::int64_t getLocateTimeout() override { return kLocateTimeoutDefault; }
-
- private:
-  const Picture m_picture;
-};
-
-ServiceObject answerOf(IListener&& listener, const std::vector<std::wstring>& segments = {}) {
-  return listener.handleRequest(HttpMethod::kGet, segments, {}, ServiceObject::null());
+/// What a route for reading answers, given by the path key of its branch below the plug-in's own.
+ServiceObject answerOf(RehearsedSession& session, const std::wstring& branch,
+                       const std::vector<std::wstring>& segments = {}) {
+  const auto listener = lookUp(listenerMakers(), kPluginCode + branch)(session, session);
+  return listener->handleRequest(HttpMethod::kGet, segments, {}, ServiceObject::null());
 }
 
 /// Null before the first picture.
-ServiceObject versionOf(IMirnSession& reads, SessionActions& actions) {
+ServiceObject versionOf(RehearsedSession& session) {
   try {
-    return answerOf(BasicListener(&reads, &actions), {L"version"});
+    return answerOf(session, L"", {L"version"});
   } catch (const MirnException&) {
     return ServiceObject::null();
   }
@@ -52,11 +39,7 @@ ServiceObject versionOf(IMirnSession& reads, SessionActions& actions) {
 /// The ids under the id of their controller.
 ServiceObject formOf(const MirnSnapshot::IdLists& lists) {
   ServiceObject object = ServiceObject::object();
-  for (const auto& [controllerId, ids] : lists) {
-    ServiceObject list = ServiceObject::array();
-    for (std::size_t i = 0; i < ids.size(); ++i) list.at(i) = ids[i];
-    object.member(controllerId) = std::move(list);
-  }
+  for (const auto& [controllerId, ids] : lists) object.member(controllerId) = textsOf(ids);
   return object;
 }
 
@@ -84,20 +67,17 @@ void tellTimes(PublishedForm& form, const PictureTimes& times) {
 
 }  // namespace
 
-ServiceObject wholePicture(const DatedPicture& dated, SessionActions& actions) {
-  PictureReads reads(dated.picture);
+ServiceObject wholePicture(const DatedPicture& dated) {
+  RehearsedSession session(dated.picture, kLocateTimeoutDefault);
   PublishedForm form;
   form.part(L"position", formOf(dated.position));
   tellTimes(form, dated.times);
-  form.part(L"state", answerOf(BasicListener(&reads, &actions), {L"state"}))
-      .part(L"version", versionOf(reads, actions))
-      .part(L"raids", answerOf(RaidsListener(&reads)))
-      .part(L"controllers", answerOf(ControllersListener(&actions, &reads)))
-      .part(L"arrays", answerOf(ArraysListener(&reads, &actions)))
-      .part(L"enddevices", answerOf(EndDevicesListener(&reads)))
-      .part(L"ports", answerOf(PortsListener(&reads, &actions)))
-      .part(L"volumes", answerOf(VolumesListener(&reads, &actions)))
-      .part(L"controllerArrays", formOf(dated.picture->controllerArrays))
+  form.part(L"state", answerOf(session, L"", {L"state"})).part(L"version", versionOf(session));
+  for (const wchar_t* const list :
+       {L"raids", L"controllers", L"arrays", L"enddevices", L"ports", L"volumes"}) {
+    form.part(list, answerOf(session, std::wstring(L"/") + list));
+  }
+  form.part(L"controllerArrays", formOf(dated.picture->controllerArrays))
       .part(L"controllerPorts", formOf(dated.picture->controllerPorts))
       .part(L"controllerVolumes", formOf(dated.picture->controllerVolumes));
   return form.take();

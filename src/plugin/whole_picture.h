@@ -3,10 +3,8 @@
 
 #include "dated_picture.h"
 #include "ServiceObject.h"
-#include "session_actions.h"
 
-/// What `watched_plugin_1::picture` gives for a picture. Every list is the answer of its route over this very
-/// picture. `actions` go to the listeners, which ask nothing of them here.
-ovra::data_transfer::ServiceObject wholePicture(const DatedPicture& dated, SessionActions& actions);
+/// What `watched_plugin_1::picture` gives for a picture; every list is the answer of its route.
+ovra::data_transfer::ServiceObject wholePicture(const DatedPicture& dated);
 
 #endif

@@ -1,12 +1,15 @@
 #include "change_watch.h"
 
 #include <algorithm>
+#include <array>
+#include <boost/algorithm/hex.hpp>
 #include <boost/chrono/duration.hpp>
 #include <boost/chrono/system_clocks.hpp>
 #include <boost/thread/condition_variable.hpp>
 #include <boost/thread/lock_types.hpp>
 #include <boost/thread/mutex.hpp>
 #include <boost/thread/thread.hpp>
+#include <iterator>
 #include <utility>
 
 #include "event_journal.h"
@@ -38,14 +41,10 @@ Signal& signal() {
 }
 
 std::wstring randomEpoch() {
-  constexpr wchar_t kDigits[] = L"0123456789abcdef";
-  unsigned char bytes[8] = {};
-  fillWithRandomBytes(bytes, sizeof bytes);
+  std::array<unsigned char, 8> bytes{};
+  fillWithRandomBytes(bytes.data(), bytes.size());
   std::wstring digits;
-  for (const unsigned char byte : bytes) {
-    digits += kDigits[byte >> 4U];
-    digits += kDigits[byte & 15U];
-  }
+  boost::algorithm::hex_lower(bytes.begin(), bytes.end(), std::back_inserter(digits));
   return digits;
 }
 

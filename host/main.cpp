@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "api/api_service.h"
+#include "commands/token_command.h"
 #include "identity/admission.h"
 #include "identity/token_file.h"
 #include "net/server.h"
@@ -58,6 +59,10 @@ int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
 }
 
 int run(const std::vector<std::string>& arguments, std::unique_ptr<LoadedModule>& module) {
+  if (!arguments.empty() && arguments.front() == "token") {
+    runTokenCommand({arguments.begin() + 1, arguments.end()}, std::cout, std::cerr);
+    return kSuccess;
+  }
   const Options options = parseOptions(arguments);
   if (options.help) std::cout << helpText() << std::flush;
   if (options.version && !options.help) announce(versionText());

@@ -72,9 +72,10 @@ LAYERS = [
     ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
     ("host options", ["host/options.*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),
     ("host http", ["host/http/*"], ["host answers", "host options"]),
+    ("host commands", ["host/commands/*"], ["host identity", "host options"]),
     ("host net", ["host/net/*"], ["host system", "host identity", "host api", "host options", "host http"]),
     ("host main", ["host/main.*"],
-     CONTRACT + ["host system", "host identity", "host plugin", "host api", "host options", "host net"]),
+     CONTRACT + ["host system", "host identity", "host plugin", "host api", "host options", "host commands", "host net"]),
 ]
 
 FOLDERS = ["base", "vexl2", "src", "simulator", "host"]

@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 
 #include "host/service/test_host.h"
@@ -124,6 +125,28 @@ TEST_F(HostStartTest, TheTokenIsMadeOnceAndKeptForItsOwner) {
 
   serve();
   EXPECT_EQ(host().token(), token);
+}
+
+TEST_F(HostStartTest, TokensComeAndGoWhileTheHostServes) {
+  serve();
+  HostProcess add({"token", "add", "backup", "observe", "--token-file", file("token")});
+  ASSERT_EQ(add.awaitExit(), 0) << add.errors();
+  const std::string token = add.output().substr(0, add.output().find('\n'));
+  const auto statusWithToken = [&] { return connect().get("/api/v7", token).result_int(); };
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  while (statusWithToken() != 200U && std::chrono::steady_clock::now() < deadline) {
+  }
+  EXPECT_EQ(statusWithToken(), 200U);
+  HostProcess revoke({"token", "revoke", "backup", "--token-file", file("token")});
+  ASSERT_EQ(revoke.awaitExit(), 0) << revoke.errors();
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  while (statusWithToken() == 200U && std::chrono::steady_clock::now() < end) {
+  }
+  EXPECT_EQ(statusWithToken(), 401U);
+  HostProcess again({"token", "revoke", "backup", "--token-file", file("token")});
+  EXPECT_EQ(again.awaitExit(), 1);
+  HostProcess wrong({"token", "show"});
+  EXPECT_EQ(wrong.awaitExit(), 2);
 }
 
 TEST_F(HostStartTest, ATokenThatOthersMayReadIsRefused) {

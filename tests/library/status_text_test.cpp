@@ -106,6 +106,12 @@ TEST(StatusTextLifetimeTest, TextsOfDifferentStatusesDiffer) {
   EXPECT_EQ(statuses.size(), 44U);
 }
 
+TEST(StatusTexts, OfAWrongStateAreTheArraysOwnAndTheSharedOneOfDisksAndVolumes) {
+  EXPECT_EQ(statusOfInvalidState("Mirn_ARRAY_INVALID_STATE"), 16U);
+  EXPECT_EQ(statusOfInvalidState("Mirn_DISK_INVALID_STATE"), 18U);
+  EXPECT_EQ(statusOfInvalidState("Mirn_VOLUME_INVALID_STATE"), 18U);
+}
+
 TEST(VexExceptionTest, IsACopyableRuntimeError) {
   const VexException original(3);
   const VexException copy = original;

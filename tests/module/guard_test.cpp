@@ -95,6 +95,13 @@ TEST_F(Guard, KeepsNobodyFromReading) {
   EXPECT_EQ(outcomeAt(other, get(L"mirn/volumes")), kServed);
 }
 
+TEST_F(Guard, LetsNothingThroughWhileThePluginDoesNotWork) {
+  m_library.events().release();
+  m_served->finish();
+  EXPECT_EQ(outcomeAt(m_known, get(L"mirn/volumes")), "Mirn plugin does not work");
+  EXPECT_EQ(outcomeAt(m_known, rename("Fotos")), "Mirn plugin does not work");
+}
+
 TEST_F(Guard, HoldsForSettings) {
   ServiceObject order;
   order.member(L"locate_timeout") = std::uint64_t{60};

@@ -101,6 +101,11 @@ TEST_F(Rehearsals, AreRefusedWhileThePluginDoesNotWork) {
   m_served->finish();
   EXPECT_EQ(plan(get(L"mirn/volumes")), "ListenerException Mirn_OFFLINE: Mirn plugin does not work");
   EXPECT_EQ(plan(get(L"mirn/nowhere")), "ListenerException Mirn_OFFLINE: Mirn plugin does not work");
+  EXPECT_EQ(outcomeOf([&] {
+              return m_rehearsed->rehearseEach(L"mirn/volumes", 3, {L"{volumeId}", L"init"}, {},
+                                               ServiceObject::null(), L"{volumeId}", {ServiceObject(L"7")});
+            }),
+            "ListenerException Mirn_OFFLINE: Mirn plugin does not work");
 }
 
 TEST_F(Rehearsals, TellOfEachValueInItsPlace) {

@@ -1,0 +1,78 @@
+"""A host on the simulated machine, started as a user starts it, with its files in a folder that outlives it."""
+
+import ctypes
+import http.client
+import json
+import os
+import re
+import signal
+import subprocess
+import time
+
+PATIENCE = 60  # seconds for whatever the host does
+
+
+def end_with_parent():
+    """In the child: whatever ends the test ends its hosts."""
+    ctypes.CDLL(None).prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
+
+
+class LocalHost:
+    """One process. Its state, settings and token are files of `folder`, which the next one finds."""
+
+    SETTINGS = "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"
+
+    def __init__(self, program, module, folder, arguments=(), **environment):
+        self.folder, self.port = folder, None
+        if not (folder / "registry.ini").exists():
+            (folder / "registry.ini").write_text(self.SETTINGS)
+        with open(folder / "output", "wb") as output, open(folder / "errors", "wb") as errors:
+            self.process = subprocess.Popen(
+                [program, "--module", module, "--port", "0", "--token-file", folder / "token", *arguments],
+                env={**os.environ, "MIRN_REGISTRY": str(folder / "registry.ini"),
+                     "VEXL2_STATE": str(folder / "machine.json"), "VEXL2_EVENT_WAIT_CAP": "50", **environment},
+                stdin=subprocess.DEVNULL, stdout=output, stderr=errors, preexec_fn=end_with_parent)
+
+    def serves(self):
+        """Whether it has told that it does."""
+        told = re.search(rb"^Serving .* on https?://127\.0\.0\.1:(\d+)", (self.folder / "output").read_bytes(), re.M)
+        self.port = int(told.group(1)) if told else None
+        return told is not None
+
+    def await_serving(self):
+        deadline = time.monotonic() + PATIENCE
+        while not self.serves():
+            if self.process.poll() is not None or time.monotonic() > deadline:
+                raise AssertionError("the host does not serve: " + self.errors())
+            time.sleep(0.01)
+        return self
+
+    def errors(self):
+        return (self.folder / "errors").read_text(errors="replace")[-2000:]
+
+    def token(self):
+        return (self.folder / "token").read_text().strip()
+
+    def request(self, method, path, body=None, token=None):
+        """Status and value of an answer below the version of the interface."""
+        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=PATIENCE)
+        try:
+            headers = {"Authorization": "Bearer " + (token or self.token())}
+            if body is not None:
+                headers["Content-Type"] = "application/json"
+            connection.request(method, "/api/v1/" + path, body and json.dumps(body), headers)
+            answer = connection.getresponse()
+            text = answer.read()
+            return answer.status, json.loads(text) if text else None
+        finally:
+            connection.close()
+
+    def kill(self):
+        """At once; it may have ended already."""
+        self.process.kill()
+        self.process.wait()
+
+    def stop(self):
+        """The exit status of an orderly end."""
+        self.process.terminate()
+        return self.process.wait(PATIENCE)

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Ends a busy host, in good order and without, and looks at what is left.
 
-usage: ended_host_test.py HOST MODULE [unittest arguments]
+usage: ended_host_test.py HOST MODULE TEST_PLUGIN [unittest arguments]
+
+TEST_PLUGIN is a module whose answers are as large as is asked for.
 
 MIRN_HOST_KILLS says how often it is killed (20), MIRN_SEED from which numbers the moments come; the seed is printed.
 """
@@ -11,6 +13,7 @@ import json
 import os
 import pathlib
 import random
+import re
 import socket
 import sys
 import tempfile
@@ -32,8 +35,8 @@ class Folder(unittest.TestCase):
         self.random = random.Random(SEED)
         self.hosts = []
 
-    def launch(self, *arguments, **environment):
-        host = LocalHost(HOST, MODULE, self.folder, arguments, **environment)
+    def launch(self, *arguments, module=None, **environment):
+        host = LocalHost(HOST, module or MODULE, self.folder, arguments, **environment)
         self.addCleanup(host.kill)
         self.hosts.append(host)
         return host
@@ -171,60 +174,99 @@ class FirstStartTest(Folder):
 class Reader(threading.Thread):
     """Asks on one connection until the host closes it; whatever it began to answer has to come whole."""
 
-    def __init__(self, host):
+    def __init__(self, host, target, at_first_bytes=lambda: None):
         super().__init__()
-        self.request = (f"GET /api/v1/mirn/volumes HTTP/1.1\r\nHost: 127.0.0.1:{host.port}\r\n"
+        self.request = (f"GET {target} HTTP/1.1\r\nHost: 127.0.0.1:{host.port}\r\n"
                         f"Authorization: Bearer {host.token()}\r\n\r\n").encode()
-        self.port, self.whole, self.torn = host.port, 0, None
+        self.port, self.at_first_bytes, self.whole, self.torn = host.port, at_first_bytes, 0, None
 
     def run(self):
-        try:
-            with socket.create_connection(("127.0.0.1", self.port), PATIENCE) as connection:
-                while self.torn is None and self.exchange(connection):
-                    self.whole += 1
-        except OSError as failure:
-            self.torn = self.torn or (None if isinstance(failure, (ConnectionError, BrokenPipeError)) else repr(failure))
+        with socket.socket() as connection:
+            connection.settimeout(PATIENCE)
+            connection.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 1 << 16)
+            connection.connect(("127.0.0.1", self.port))
+            while self.torn is None and self.exchange(connection):
+                pass
 
     def exchange(self, connection):
-        """False when the host has closed instead of beginning an answer."""
-        connection.sendall(self.request)
-        received = b""
-        length = None
-        while length is None or len(received) < length:
+        """False when the connection is at its end."""
+        received = bytearray(self.first_bytes(connection))
+        if not received:
+            return False
+        self.at_first_bytes()
+        head = bytes(received).partition(b"\r\n\r\n")[0]
+        length = int(re.search(rb"(?i)\r\ncontent-length: (\d+)", head).group(1)) + len(head) + 4
+        while len(received) < length:
             try:
-                part = connection.recv(4096)
-            except ConnectionError:
+                part = connection.recv(1 << 18)
+            except OSError:
                 part = b""
             if not part:
-                self.torn = received or None
+                self.torn = f"{len(received)} bytes of {length}"
                 return False
             received += part
-            head, end, _ = received.partition(b"\r\n\r\n")
-            if end and length is None:
-                fields = dict(line.lower().split(b": ", 1) for line in head.split(b"\r\n")[1:])
-                length = len(head) + len(end) + int(fields[b"content-length"])
-        body = received.partition(b"\r\n\r\n")[2]
-        if not received.startswith(b"HTTP/1.1 200 ") or not json.loads(body):
+        json.loads(received[len(head) + 4:])
+        self.whole += 1
+        return b"connection: close" not in head.lower()
+
+    def first_bytes(self, connection):
+        """At least a header; nothing when the host closed instead."""
+        received = b""
+        try:
+            connection.sendall(self.request)
+            while b"\r\n\r\n" not in received:
+                part = connection.recv(1 << 12)
+                if not part:
+                    break
+                received += part
+        except ConnectionError:
+            pass
+        if received and b"\r\n\r\n" not in received:
             self.torn = received
-        return b"connection: close" not in received.partition(b"\r\n\r\n")[0].lower()
+            return b""
+        return received
 
 
 class StoppedHostTest(Folder):
-    def test_every_answer_that_was_begun_is_whole(self):
+    LARGE = 8 << 20  # bytes: more than the system takes off the host's hands before a client has read them
+
+    def join(self, readers):
+        for reader in readers:
+            reader.join(PATIENCE)
+            self.assertFalse(reader.is_alive())
+        self.assertEqual([None] * len(readers), [reader.torn for reader in readers])
+
+    def test_under_load_every_answer_that_was_begun_is_whole(self):
         print("seed", SEED)
         for stop in range(5):
             with self.subTest(stop=stop):
                 host = self.launch().await_serving()
-                readers = [Reader(host) for _ in range(16)]
+                readers = [Reader(host, "/api/v1/mirn/volumes") for _ in range(16)]
                 for reader in readers:
                     reader.start()
                 time.sleep(self.random.uniform(0.2, 0.6))
                 self.assertEqual(0, host.stop(), host.errors())
-                for reader in readers:
-                    reader.join(PATIENCE)
-                    self.assertFalse(reader.is_alive())
-                self.assertEqual([None] * len(readers), [reader.torn for reader in readers])
-                self.assertGreater(sum(reader.whole for reader in readers), len(readers))
+                self.join(readers)
+                self.assertGreater(sum(reader.whole for reader in readers), 0)
+
+    def test_answers_on_their_way_to_slow_clients_come_whole(self):
+        host = self.launch(module=TEST_PLUGIN).await_serving()
+        begun, stopping = threading.Barrier(4), threading.Event()
+
+        def hold():
+            begun.wait(PATIENCE)
+            stopping.wait(PATIENCE)
+
+        readers = [Reader(host, f"/api/v7/test/large?size={self.LARGE}", hold) for _ in range(3)]
+        for reader in readers:
+            reader.start()
+        begun.wait(PATIENCE)
+        host.process.terminate()
+        time.sleep(0.1)  # so that the stop has begun
+        stopping.set()
+        self.assertEqual(0, host.process.wait(PATIENCE), host.errors())
+        self.join(readers)
+        self.assertEqual([1] * 3, [reader.whole for reader in readers])
 
     def test_a_change_under_way_is_answered(self):
         host = self.launch("--simulator-controls").await_serving()
@@ -243,7 +285,7 @@ class StoppedHostTest(Folder):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 3:
+    if len(sys.argv) < 4:
         sys.exit(__doc__.strip())
-    HOST, MODULE = sys.argv[1:3]
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
+    HOST, MODULE, TEST_PLUGIN = sys.argv[1:4]
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])

@@ -2,6 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
 #include "answer_forms.h"
 #include "catalogue.h"
 #include "text.h"
@@ -53,6 +58,35 @@ TEST(Schemas, TellTheKeysOfAnAnswer) {
             std::vector<std::wstring>{L"volumeId"});
   EXPECT_EQ((*schema.member(L"required").begin()).value->toString(), L"volumeId");
   EXPECT_EQ(schema.member(L"properties").member(L"size").member(L"unit").toString(), L"MiB");
+}
+
+/// Every property below a schema, of parts and of the elements of lists, too.
+void visitProperties(const ServiceObject& schema,
+                     const std::function<void(const std::wstring&, const ServiceObject&)>& visit) {
+  if (schema.hasKey(L"items")) visitProperties(schema.member(L"items"), visit);
+  if (!schema.hasKey(L"properties")) return;
+  const ServiceObject& properties = schema.member(L"properties");
+  for (auto property = properties.begin(); property != properties.end(); ++property) {
+    visit((*property).key, *(*property).value);
+    visitProperties(*(*property).value, visit);
+  }
+}
+
+TEST(Schemas, DescribeEveryPropertyInWholeSentences) {
+  const ServiceObject all = allSchemas();
+  std::size_t count = 0;
+  for (auto schema = all.begin(); schema != all.end(); ++schema) {
+    visitProperties(*(*schema).value, [&](const std::wstring& key, const ServiceObject& property) {
+      if (!property.hasKey(L"description")) {
+        EXPECT_TRUE(property.hasKey(L"properties")) << "its parts tell: " << wideToUtf8(key);
+        return;
+      }
+      const std::string told = wideToUtf8(property.member(L"description").toString());
+      EXPECT_THAT(told, testing::MatchesRegex("[A-Z].*\\.")) << wideToUtf8((*schema).key + L"." + key);
+      ++count;
+    });
+  }
+  EXPECT_GT(count, 100U) << "something is looked at";
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "commands/token_command.h"
 #include "identity/admission.h"
 #include "identity/token_file.h"
+#include "net/local_socket.h"
 #include "net/server.h"
 #include "options.h"
 #include "plugin/hosted_plugin.h"
@@ -35,19 +36,27 @@ SimulatorControls controlsOf(const LoadedModule& module, bool areWanted) {
   return controls;
 }
 
+/// With the Unix socket at its usual place unless told otherwise.
+Options settled(Options options, const std::string& tokenFile) {
+  if (options.hasUnixSocket && options.unixSocket.empty()) options.unixSocket = defaultSocketPath(tokenFile);
+  return options;
+}
+
 /// `module` takes the module, which is to stay until a failure has been told: its text may be in there.
 int serve(const Options& options, std::unique_ptr<LoadedModule>& module) {
   const std::string tokenFile = options.tokenFile.empty() ? defaultTokenFile() : options.tokenFile;
-  const Admission admission(tokenFile, {}, !options.noTokenInUrl, report);
+  const Admission admission(tokenFile, {localRoles(), options.certificateRoles}, !options.noTokenInUrl,
+                            report);
   module = std::make_unique<LoadedModule>(options.module);
   HostedPlugin hosted(*module);
   const auto stopSignal = makeStopSignal();
-  Server server(options);
+  Server server(settled(options, tokenFile));
   hosted.initialize();
   const ApiService service(hosted.plugin(), admission.authenticator(), options.limits.bodyDepth,
                            controlsOf(hosted.module(), options.simulatorControls));
   server.start(service);
   announceStart(hosted, server.url(), tokenFile, admission);
+  if (!server.socketPath().empty()) announce("Unix socket: " + server.socketPath());
   stopSignal->wait();
   if (!server.drain()) {
     // The plug-in cannot be taken down under a request that is still inside it.

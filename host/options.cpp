@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "identity/token_file.h"
+#include "platform_options.h"
 #include "plugin_version.h"
 #include "system/stop_signal.h"
 
@@ -64,7 +65,7 @@ po::options_description describe(Options& options) {
   general.add_options()                                                                                     //
       ("module", po::value(&options.module)->value_name("FILE"), "the plug-in module to serve")             //
       ("address", po::value(&options.address)->value_name("IP")->default_value(options.address),            //
-       "where to listen; others than the loopback need --insecure")                                         //
+       "where to listen; others than the loopback need TLS or --insecure")                                  //
       ("port", port(options.port), "where to listen; 0 takes any free port")                                //
       ("server-name", po::value(&options.serverNames)->value_name("NAME")->composing(),                     //
        "a name under which clients may ask for this host, besides the address; may repeat")                 //
@@ -78,6 +79,7 @@ po::options_description describe(Options& options) {
        "let clients break disks and move the clock of a simulated library")                                 //
       ("help", po::bool_switch(&options.help), "show this and exit")                                        //
       ("version", po::bool_switch(&options.version), "show the version and exit");
+  addPlatformOptions(general, options);
   po::options_description bounds("Threads and bounds");
   bounds.add_options()                                                                                   //
       ("threads", number("threads", options.threads, 0), "for input and output; 0 is one a core")        //
@@ -100,16 +102,44 @@ po::options_description describe(Options& options) {
   return general.add(bounds);
 }
 
+/// "ROLE:SUBJECT".
+void takeClient(Options& options, const std::string& text) {
+  const std::size_t colon = text.find(':');
+  const auto role = roleOf(text.substr(0, colon));
+  const std::string subject = colon == std::string::npos ? "" : text.substr(colon + 1);
+  if (!role || subject.empty()) throw UsageError("the option '--tls-client' is not ROLE:SUBJECT");
+  if (!options.certificateRoles.emplace(subject, *role).second) {
+    throw UsageError("the option '--tls-client' names a subject twice");
+  }
+}
+
+void judgeTls(Options& options) {
+  if (options.tlsCertificate.empty() != options.tlsKey.empty()) {
+    throw UsageError("the options '--tls-certificate' and '--tls-key' go together");
+  }
+  for (const std::string& client : options.tlsClients) takeClient(options, client);
+  if (!options.tlsClientAuthorities.empty() && options.tlsCertificate.empty()) {
+    throw UsageError("the option '--tls-client-ca' needs '--tls-certificate'");
+  }
+  if (!options.tlsClients.empty() && options.tlsClientAuthorities.empty()) {
+    throw UsageError("the option '--tls-client' needs '--tls-client-ca'");
+  }
+}
+
 void judge(Options& options) {
   if (options.module.empty()) throw UsageError("the option '--module' is required");
   boost::system::error_code error;
   const auto address = boost::asio::ip::make_address(options.address, error);
   if (error) throw UsageError("the option '--address' is not an IP address");
-  if (!address.is_loopback() && !options.insecure) {
+  judgeTls(options);
+  if (!address.is_loopback() && options.tlsCertificate.empty() && !options.insecure) {
     throw UsageError(
         "the address " + options.address +
         " can be reached from other machines, and there is no encryption: say --insecure to do it");
   }
+  options.hasUnixSocket = options.unixSocket != "off";
+  if (!options.hasUnixSocket) options.unixSocket.clear();
+  options.needsUnixSocket = !options.unixSocket.empty();
   if (options.threads == 0) options.threads = std::max(1U, std::thread::hardware_concurrency());
 }
 
@@ -126,6 +156,8 @@ Options parseOptions(const std::vector<std::string>& arguments) {
         po::command_line_parser(arguments).options(describe(options)).positional({}).style(kStyle).run(),
         values);
     po::notify(values);
+  } catch (const po::unknown_option& error) {
+    throw UsageError(error.what() + whyMissing(error.get_option_name()));
   } catch (const po::error& error) {
     throw UsageError(error.what());
   }

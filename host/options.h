@@ -3,10 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "identity/role.h"
 #include "service_limits.h"
 
 namespace host {
@@ -19,7 +21,15 @@ struct Options {
   std::vector<std::string> serverNames;  ///< Under which clients may ask, besides the address.
   std::string tokenFile;                 ///< Empty: the default one.
   bool insecure = false;
-  bool noTokenInUrl = false;  ///< The parameter `access_token` is not taken.
+  std::string unixSocket;        ///< Empty: none, or the usual one, which `main` knows.
+  bool needsUnixSocket = false;  ///< It was asked for by name.
+  bool hasUnixSocket = true;
+  std::string tlsCertificate;  ///< Empty: no TLS.
+  std::string tlsKey;
+  std::string tlsClientAuthorities;
+  std::vector<std::string> tlsClients;
+  std::map<std::string, Role> certificateRoles;  ///< By the subject of a client's certificate.
+  bool noTokenInUrl = false;                     ///< The parameter `access_token` is not taken.
   bool logRequests = false;
   bool simulatorControls = false;
   std::size_t threads = 0;  ///< Of input and output; 0: one a core.

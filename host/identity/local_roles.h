@@ -18,6 +18,9 @@ struct LocalRoles {
   std::optional<Role> roleOf(const Client::LocalUser& user) const;
 };
 
+/// Those of this process and of the group "mirn"; one source a system.
+LocalRoles localRoles();
+
 }  // namespace host
 
 #endif

@@ -20,23 +20,25 @@ using boost::system::error_code;
 constexpr std::chrono::milliseconds kPauseAfterFailure{100};
 
 /// The endpoint that the acceptor listens on now.
-Endpoint taken(ListeningSocket& acceptor, const Endpoint& endpoint) {
+Endpoint taken(ListeningSocket& acceptor, const Endpoint& endpoint, const std::function<void()>& onTaken) {
   acceptor.open(endpoint.protocol());
   claimPort(acceptor);
   acceptor.bind(endpoint);
+  onTaken();
   acceptor.listen();
   return acceptor.local_endpoint();
 }
 
 }  // namespace
 
-Acceptor::Acceptor(asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream)
+Acceptor::Acceptor(asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream,
+                   const std::function<void()>& onTaken)
     : m_io(io),
       m_strand(asio::make_strand(io)),
       m_acceptor(m_strand),
       m_pause(m_strand),
       m_makeStream(std::move(makeStream)),
-      m_endpoint(taken(m_acceptor, endpoint)) {}
+      m_endpoint(taken(m_acceptor, endpoint, onTaken)) {}
 
 void Acceptor::start(SharedState& state) {
   asio::post(m_strand, [this, &state] { accept(state); });

@@ -25,9 +25,11 @@ class Acceptor {
   /// What a client's bytes are carried by, and who the client is.
   using MakeStream = std::function<std::unique_ptr<ClientStream>(ClientSocket)>;
 
-  /// Takes the endpoint; clients may connect from now on and wait. Raises `boost::system::system_error` when
-  /// the endpoint cannot be had.
-  Acceptor(boost::asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream);
+  /// Takes the endpoint; clients may connect from now on and wait. `onTaken` runs before they may. Raises
+  /// `boost::system::system_error` when the endpoint cannot be had.
+  Acceptor(
+      boost::asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream,
+      const std::function<void()>& onTaken = [] {});
 
   /// `state` outlives the connections.
   void start(SharedState& state);

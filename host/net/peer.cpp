@@ -5,6 +5,8 @@
 #include <cstring>
 #include <optional>
 
+#include "net/local_socket.h"
+
 namespace host {
 
 namespace {
@@ -40,6 +42,7 @@ Client clientOf(const Socket& socket) {
   boost::system::error_code error;
   const auto address = addressOf(socket.remote_endpoint(error));
   Client client;
+  client.localUser = localUserOf(socket);
   if (error || !address) return client;
   client.address = textOf(*address);
   client.isLoopback = address->is_loopback();

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "net/local_socket.h"
 #include "net/peer.h"
 #include "net/plain_stream.h"
 #include "system/report.h"
@@ -28,10 +29,20 @@ std::vector<std::string> hostNames(const Options& options) {
   return names;
 }
 
-Acceptor makeAcceptor(boost::asio::io_context& io, const Options& options) {
+std::unique_ptr<ITls> makeTls(const Options& options) {
+  if (options.tlsCertificate.empty()) return {};
+  return host::makeTls({options.tlsCertificate, options.tlsKey, options.tlsClientAuthorities});
+}
+
+Acceptor::MakeStream streamsBy(ITls* tls) {
+  if (!tls) return makeStream;
+  return [tls](ClientSocket socket) { return tls->makeStream(std::move(socket)); };
+}
+
+Acceptor makeAcceptor(boost::asio::io_context& io, const Options& options, ITls* tls) {
   const tcp::endpoint endpoint(boost::asio::ip::make_address(options.address), options.port);
   try {
-    return Acceptor(io, endpoint, makeStream);
+    return Acceptor(io, endpoint, streamsBy(tls));
   } catch (const boost::system::system_error& error) {
     std::ostringstream text;
     text << "cannot listen on " << endpoint << ": " << error.code().message();
@@ -54,7 +65,25 @@ void runUntilDone(boost::asio::io_context& io) {
 }  // namespace
 
 Server::Server(const Options& options)
-    : m_options(options), m_io(static_cast<int>(options.threads)), m_acceptor(makeAcceptor(m_io, options)) {}
+    : m_options(options),
+      m_tls(makeTls(options)),
+      m_io(static_cast<int>(options.threads)),
+      m_acceptor(makeAcceptor(m_io, options, m_tls.get())) {
+  listenLocally();
+}
+
+/// A socket that was asked for is there or the host does not start. The usual place may be another host's.
+void Server::listenLocally() {
+  const std::string& path = m_options.unixSocket;
+  if (path.empty()) return;
+  try {
+    m_localAcceptor = host::listenLocally(m_io, path, makeStream);
+    m_socketPath = path;
+  } catch (const std::runtime_error& failure) {
+    if (m_options.needsUnixSocket) throw;
+    report(std::string(failure.what()) + "; going on without a Unix socket");
+  }
+}
 
 Server::~Server() {
   requestStop();
@@ -67,6 +96,7 @@ void Server::start(const ApiService& service) {
                                 m_options.logRequests, Connections(m_options.limits.connections),
                                 WorkerPool(m_options.workers, m_options.limits.waitingCalls)});
   m_acceptor.start(*m_state);
+  if (m_localAcceptor) m_localAcceptor->start(*m_state);
   for (std::size_t i = 0; i < m_options.threads; ++i) {
     m_threads.push_back(std::async(std::launch::async, [this] { runUntilDone(m_io); }));
   }
@@ -76,6 +106,15 @@ void Server::requestStop() {
   // In this order: who sees the port closed may rely on no connection being kept after its answer.
   if (m_state) m_state->connections.stop();
   m_acceptor.stop();
+  if (!m_localAcceptor) return;
+  m_localAcceptor->stop();
+  removeLocalSocket(m_socketPath);
+}
+
+void Server::reloadCertificate() try {
+  if (m_tls) m_tls->reload();
+} catch (const std::runtime_error& failure) {
+  report(std::string("the certificate stays as it was: ") + failure.what());
 }
 
 bool Server::drain() {
@@ -89,7 +128,7 @@ bool Server::drain() {
 
 std::string Server::url() const {
   std::ostringstream text;
-  text << "http://" << tcpEndpoint(m_acceptor.endpoint());
+  text << (m_tls ? "https://" : "http://") << tcpEndpoint(m_acceptor.endpoint());
   return text.str();
 }
 

@@ -70,7 +70,7 @@ LAYERS = [
     ("host plugin", ["host/plugin/*"], CONTRACT + ["base", "host system"]),
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
     ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
-    ("host options", ["host/options.*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),
+    ("host options", ["host/options.*", "host/platform_options*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),
     ("host http", ["host/http/*"], ["host answers", "host options"]),
     ("host commands", ["host/commands/*"], ["host identity", "host options"]),
     ("host net", ["host/net/*"], ["host system", "host identity", "host api", "host options", "host http"]),

@@ -1,0 +1,27 @@
+#include <gtest/gtest.h>
+
+#include "options.h"
+
+namespace host {
+
+namespace {
+
+std::string refusalOf(const std::string& option) {
+  try {
+    parseOptions({"--module", "m", option, "x"});
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+  return "no refusal";
+}
+
+TEST(Options, SayWhyTheyAreNotThere) {
+  EXPECT_EQ(refusalOf("--unix-socket"),
+            "unrecognised option '--unix-socket': there is no Unix socket on Windows");
+  EXPECT_EQ(refusalOf("--tls-key"), "unrecognised option '--tls-key': there is no TLS on Windows");
+  EXPECT_EQ(refusalOf("--colour"), "unrecognised option '--colour'");
+}
+
+}  // namespace
+
+}  // namespace host

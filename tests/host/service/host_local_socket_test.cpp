@@ -1,0 +1,113 @@
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/local/stream_protocol.hpp>
+#include <boost/asio/read.hpp>
+#include <boost/asio/write.hpp>
+#include <csignal>
+
+#include "host/service/test_host.h"
+
+namespace host {
+
+namespace {
+
+using boost::asio::local::stream_protocol;
+
+class HostLocalSocketTest : public TestHost {
+ protected:
+  std::string socketFile() const { return file("sockets/host.sock"); }
+  std::vector<std::string> named() const { return {"--unix-socket", socketFile()}; }
+
+  /// What the host answers over the socket, until it closes.
+  static std::string exchange(const std::string& path, const std::string& request) {
+    boost::asio::io_context io;
+    stream_protocol::socket socket(io);
+    socket.connect(stream_protocol::endpoint(path));
+    boost::asio::write(socket, boost::asio::buffer(request));
+    std::string answer;
+    boost::system::error_code error;
+    boost::asio::read(socket, boost::asio::dynamic_buffer(answer), error);
+    return answer;
+  }
+
+  static std::string get(const std::string& path, const std::string& field = "") {
+    return exchange(path,
+                    "GET /api/v7 HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n" + field + "\r\n");
+  }
+};
+
+TEST_F(HostLocalSocketTest, LetsTheHostsOwnUserInWithoutAToken) {
+  serve(named());
+  EXPECT_EQ(get(socketFile()).rfind("HTTP/1.1 200 ", 0), 0U) << get(socketFile());
+}
+
+TEST_F(HostLocalSocketTest, TakesATokenAtItsWord) {
+  serve(named());
+  EXPECT_EQ(get(socketFile(), "Authorization: Bearer wrong\r\n").rfind("HTTP/1.1 401 ", 0), 0U);
+  EXPECT_EQ(get(socketFile(), "Authorization: Bearer " + host().token() + "\r\n").rfind("HTTP/1.1 200 ", 0),
+            0U);
+}
+
+TEST_F(HostLocalSocketTest, IsForUserAndGroupAndGoesWithTheHost) {
+  serve(named());
+  struct stat status {};
+  ASSERT_EQ(stat(socketFile().c_str(), &status), 0);
+  EXPECT_TRUE(S_ISSOCK(status.st_mode));
+  EXPECT_EQ(status.st_mode & 0777U, 0660U);
+  EXPECT_EQ(host().stop(), 0);
+  EXPECT_FALSE(std::filesystem::exists(socketFile()));
+}
+
+TEST_F(HostLocalSocketTest, TakesThePlaceOfOneThatIsLeft) {
+  serve(named());
+  host().signal(SIGKILL);
+  host().awaitExit();
+  ASSERT_TRUE(std::filesystem::exists(socketFile()));
+  serve(named());
+  EXPECT_EQ(get(socketFile()).rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+TEST_F(HostLocalSocketTest, LeavesALivingOneAlone) {
+  serve(named());
+  HostProcess second(
+      {"--module", kModule, "--port", "0", "--token-file", file("token"), "--unix-socket", socketFile()});
+  EXPECT_EQ(second.awaitExit(), 1);
+  EXPECT_EQ(second.errors(),
+            "mirn-host: cannot listen on \"" + socketFile() + "\": somebody listens there already\n");
+  EXPECT_EQ(get(socketFile()).rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+TEST_F(HostLocalSocketTest, LeavesAFileAlone) {
+  std::ofstream(file("file")) << "mine";
+  EXPECT_EQ(exitStatus(kModule, {"--unix-socket", file("file")}), 1);
+  EXPECT_EQ(readFile(file("file")), "mine");
+}
+
+TEST_F(HostLocalSocketTest, IsInTheSessionsFolderUnlessToldOtherwise) {
+  if (std::filesystem::exists("/run/mirn")) GTEST_SKIP() << "this machine runs the service";
+  serve({}, {{"XDG_RUNTIME_DIR", file("session")}});
+  EXPECT_EQ(get(file("session/mirn/host.sock")).rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+TEST_F(HostLocalSocketTest, IsBesideTheTokenWithoutASession) {
+  if (std::filesystem::exists("/run/mirn")) GTEST_SKIP() << "this machine runs the service";
+  serve({}, {{"XDG_RUNTIME_DIR", ""}});
+  EXPECT_EQ(get(file("host.sock")).rfind("HTTP/1.1 200 ", 0), 0U);
+  HostProcess second({"--module", kModule, "--port", "0", "--token-file", file("token")},
+                     {{"XDG_RUNTIME_DIR", ""}});
+  EXPECT_TRUE(second.awaitServing());
+  EXPECT_TRUE(second.awaitError("mirn-host: cannot listen on \"" + file("host.sock") + "\""));
+  EXPECT_EQ(get(file("host.sock")).rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+TEST_F(HostLocalSocketTest, IsOffWhenSwitchedOff) {
+  serve({"--unix-socket", "off"}, {{"XDG_RUNTIME_DIR", ""}});
+  EXPECT_FALSE(std::filesystem::exists(file("host.sock")));
+  EXPECT_FALSE(std::filesystem::exists("off"));
+}
+
+}  // namespace
+
+}  // namespace host

@@ -1,0 +1,175 @@
+#include <boost/asio/connect.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
+#include <boost/asio/write.hpp>
+
+#include "host/service/test_host.h"
+#include "support/test_certificate.h"
+
+namespace host {
+
+namespace {
+
+namespace asio = boost::asio;
+namespace ssl = boost::asio::ssl;
+using asio::ip::tcp;
+
+/// A client that trusts one authority, and may have a certificate of its own.
+class TlsClient {
+ public:
+  explicit TlsClient(const TestCertificate& authority) {
+    m_context.add_certificate_authority(asio::buffer(authority.certificate()));
+    m_context.set_verify_mode(ssl::verify_peer);
+  }
+
+  void show(const TestCertificate& own) {
+    m_context.use_certificate(asio::buffer(own.certificate()), ssl::context::pem);
+    m_context.use_private_key(asio::buffer(own.key()), ssl::context::pem);
+  }
+  void speakOnly(int version) {
+    SSL_CTX_set_min_proto_version(m_context.native_handle(), version);
+    SSL_CTX_set_max_proto_version(m_context.native_handle(), version);
+    SSL_CTX_set_security_level(m_context.native_handle(), 0);  // lets old versions be asked for at all
+  }
+  void speakProtocols(const std::string& list) {
+    SSL_CTX_set_alpn_protos(m_context.native_handle(), reinterpret_cast<const unsigned char*>(list.data()),
+                            static_cast<unsigned>(list.size()));
+  }
+
+  /// False when the two cannot agree.
+  bool connect(std::uint16_t port) {
+    m_stream.emplace(m_io, m_context);
+    m_stream->next_layer().connect(tcp::endpoint(asio::ip::address_v4::loopback(), port));
+    boost::system::error_code error;
+    m_stream->handshake(ssl::stream_base::client, error);
+    return !error;
+  }
+  std::string version() { return SSL_get_version(m_stream->native_handle()); }
+
+  void send(const std::string& request) { asio::write(*m_stream, asio::buffer(request)); }
+
+  /// What comes next, up to `end`.
+  std::string receive(const std::string& end) {
+    std::string text;
+    boost::system::error_code error;
+    char character = 0;
+    while (text.find(end) == std::string::npos &&
+           asio::read(*m_stream, asio::buffer(&character, 1), error) == 1) {
+      text += character;
+    }
+    m_end = error;
+    return text;
+  }
+  boost::system::error_code end() const { return m_end; }
+
+ private:
+  asio::io_context m_io;
+  ssl::context m_context{ssl::context::tls_client};
+  std::optional<ssl::stream<tcp::socket>> m_stream;
+  boost::system::error_code m_end;
+};
+
+class HostTlsTest : public TestHost {
+ protected:
+  HostTlsTest() { place(m_server); }
+
+  void place(const TestCertificate& server) {
+    std::ofstream(file("certificate.pem")) << server.certificate();
+    std::ofstream(file("key.pem")) << server.key();
+    std::ofstream(file("authority.pem")) << m_authority.certificate();
+  }
+  std::vector<std::string> options(std::vector<std::string> more = {}) const {
+    more.insert(more.end(), {"--tls-certificate", file("certificate.pem"), "--tls-key", file("key.pem")});
+    return more;
+  }
+  static std::string request(const std::string& field = "",
+                             const std::string& more = "Connection: close\r\n") {
+    return "GET /api/v7 HTTP/1.1\r\nHost: localhost\r\n" + more + field + "\r\n";
+  }
+  std::string token() { return "Authorization: Bearer " + host().token() + "\r\n"; }
+
+  const TestCertificate m_authority{"authority"};
+  const TestCertificate m_server{"server", m_authority};
+};
+
+TEST_F(HostTlsTest, AnswersAndSaysFarewell) {
+  serve(options());
+  TlsClient client(m_authority);
+  ASSERT_TRUE(client.connect(host().port()));
+  EXPECT_EQ(client.version(), "TLSv1.3");
+  client.send(request(token()));
+  EXPECT_EQ(client.receive("nothing").rfind("HTTP/1.1 200 ", 0), 0U);
+  EXPECT_EQ(client.end(), asio::error::eof);  // not cut off
+}
+
+TEST_F(HostTlsTest, AnswersWhoStillSendsABody) {
+  serve(options());
+  TlsClient client(m_authority);
+  ASSERT_TRUE(client.connect(host().port()));
+  client.send("POST /api/v7/test HTTP/1.1\r\nHost: localhost\r\nContent-Length: 100000\r\n\r\n" +
+              std::string(50000, ' '));
+  EXPECT_EQ(client.receive("nothing").rfind("HTTP/1.1 401 ", 0), 0U);
+}
+
+TEST_F(HostTlsTest, SpeaksVersion2ButNoOlder) {
+  serve(options());
+  TlsClient client(m_authority);
+  client.speakOnly(TLS1_2_VERSION);
+  ASSERT_TRUE(client.connect(host().port()));
+  client.send(request(token()));
+  EXPECT_EQ(client.receive("nothing").rfind("HTTP/1.1 200 ", 0), 0U);
+  TlsClient old(m_authority);
+  old.speakOnly(TLS1_1_VERSION);
+  EXPECT_FALSE(old.connect(host().port()));
+}
+
+TEST_F(HostTlsTest, SpeaksNoOtherProtocol) {
+  serve(options());
+  TlsClient client(m_authority);
+  client.speakProtocols("\x02h2\x08http/1.1");
+  EXPECT_TRUE(client.connect(host().port()));
+  TlsClient other(m_authority);
+  other.speakProtocols("\x02h2");
+  EXPECT_FALSE(other.connect(host().port()));
+}
+
+TEST_F(HostTlsTest, ClosesOnAClientWithoutTls) {
+  serve(options());
+  HttpConnection client = connect();
+  client.sendBytes(request());
+  EXPECT_EQ(client.receiveToEnd().find("HTTP"), std::string::npos);
+}
+
+TEST_F(HostTlsTest, DoesNotStartWithWhatDoesNotServe) {
+  std::ofstream(file("key.pem")) << TestCertificate("another").key();
+  EXPECT_EQ(exitStatus(kModule, options()), 1);
+  std::filesystem::remove(file("certificate.pem"));
+  EXPECT_EQ(exitStatus(kModule, options()), 1);
+  EXPECT_NE(host().errors().find(file("certificate.pem")), std::string::npos);
+}
+
+TEST_F(HostTlsTest, KnowsClientsByTheirCertificate) {
+  serve(options({"--tls-client-ca", file("authority.pem"), "--tls-client", "observe:CN=monitor"}));
+  const auto statusOf = [&](const TestCertificate& own) {
+    TlsClient client(m_authority);
+    client.show(own);
+    if (!client.connect(host().port())) return std::string("refused");
+    client.send(request());
+    const std::string answer = client.receive("nothing");
+    return answer.empty() ? std::string("refused") : answer.substr(9, 3);
+  };
+  EXPECT_EQ(statusOf(TestCertificate("monitor", m_authority)), "200");
+  EXPECT_EQ(statusOf(TestCertificate("somebody", m_authority)), "401");
+  EXPECT_EQ(statusOf(TestCertificate("monitor", TestCertificate("stranger"))), "refused");
+  TlsClient without(m_authority);
+  ASSERT_TRUE(without.connect(host().port()));
+  without.send(request(token()));
+  EXPECT_EQ(without.receive("nothing").rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+}  // namespace
+
+}  // namespace host

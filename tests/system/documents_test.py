@@ -285,6 +285,7 @@ WAYS = [
     (r"curl ", DocumentsTest.ask),
     (r"[A-Za-z_]+=", DocumentsTest.assign),
     (r"mirn-host --module ", DocumentsTest.serve),
+    (r"mirn-host [a-z]", DocumentsTest.ask),
     (r"\./run\b", DocumentsTest.serve_by_script),
     (r"\./test\b|tools/|tests/", DocumentsTest.look_at_script),
     (r"cmake --install ", DocumentsTest.install),

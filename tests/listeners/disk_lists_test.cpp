@@ -178,6 +178,28 @@ TEST_F(DisksForAVolume, HaveOneSectorSizeWhateverThatIs) {
   EXPECT_THAT(m_session.actions, SizeIs(1));
 }
 
+TEST_F(DisksForAVolume, HaveEachTheSectorSizeOfTheFirst) {
+  for (const wchar_t* const odd : {L"51", L"52", L"53"}) {
+    for (DiskMaker& disk : m_session.endDevices) disk.sectorSize(512);
+    m_session.disk(odd).sectorSize(4096);
+    expectRefused(create(list({"51", "52", "53"})), "NOT_SUPPORTED",
+                  "Cannot create a volume from disks with different block sizes");
+  }
+}
+
+TEST_F(DisksForAVolume, WantAJournalOfTheirSectorSizeWhateverThatIs) {
+  for (DiskMaker& disk : m_session.endDevices) disk.sectorSize(4096);
+  ServiceObject request = disksRequest();
+  set(request, {"rwhPolicy", "RWH_JOURNALING_DRIVE"});
+  set(request, {"journalingDriveId", "61"});
+  m_session.disk(L"61").sectorSize(512);
+  expectRefused(post("", request), "NOT_SUPPORTED",
+                "Journaling drive block size has to be equal to source disks block size");
+  m_session.disk(L"61").sectorSize(4096);
+  post("", request);
+  EXPECT_THAT(m_session.actions, SizeIs(1));
+}
+
 class JournalForAnArray : public ListenerTest<VolumesListener> {
  protected:
   JournalForAnArray() { arrangeSystem(m_session); }

@@ -30,10 +30,24 @@ TEST_F(DiskLookUps, GoByIdWhenTheHandlesHaveChangedPlaces) {
 
 TEST_F(DiskLookUps, TakeHandlesOfTheWholeRange) {
   m_session.endDevices = {aDisk(L"40").handle(kFirstHigh), aDisk(L"41").handle(kLast)};
-  put("40/marknormal");
-  put("41/marknormal");
-  EXPECT_THAT(m_session.actions,
-              ElementsAre("markAsNormal(handle 2147483648)", "markAsNormal(handle 4294967295)"));
+  for (const char* const disk : {"40", "41"}) {
+    const std::string path = disk;
+    put(path + "/clear");
+    put(path + "/spare", body({{"action", "MARK"}}));
+    put(path + "/spare", body({{"action", "UNMARK"}}));
+    put(path + "/marknormal");
+    put(path + "/resetsmart");
+  }
+  std::vector<std::string> expected;
+  for (const char* const handle : {"handle 2147483648", "handle 4294967295"}) {
+    const std::string named = handle;
+    for (const std::string& action :
+         {"clearMetadata(" + named + ")", "markAsSpare(" + named + ", handle 0)",
+          "unmarkAsSpare(" + named + ")", "markAsNormal(" + named + ")", "resetSmartEvent(" + named + ")"}) {
+      expected.push_back(action);
+    }
+  }
+  EXPECT_EQ(m_session.actions, expected);
 }
 
 TEST_F(DiskLookUps, LetADeviceThatIsNoDiskBeUnmarked) {
@@ -54,6 +68,15 @@ TEST_F(ArrayLookUps, GoByIdWhenTheHandlesHaveChangedPlaces) {
   EXPECT_EQ(put("22/writecache", body({{"state", "ENABLED"}})),
             "arrayId = \"22\", writeCachePolicy = \"ON\"");
   EXPECT_THAT(m_session.actions, ElementsAre("setWriteCacheState(handle 4294967295, ENABLED)"));
+}
+
+TEST_F(ArrayLookUps, TakeHandlesOfTheWholeRange) {
+  m_session.arrays = {anArray(L"21").handle(kFirstHigh), anArray(L"22").handle(kLast)};
+  m_session.endDevices = {aDisk(L"51")};
+  put("21", body({{"disks", list({"51"})}}));
+  put("22", body({{"disks", list({"51"})}}));
+  EXPECT_THAT(m_session.actions,
+              ElementsAre("addDisks(handle 2147483648, disks 51)", "addDisks(handle 4294967295, disks 51)"));
 }
 
 using ControllerLookUps = ListenerTest<ControllersListener>;

@@ -13,7 +13,8 @@ namespace {
 /// What the request becomes: policy, and the drive with its handle, or the error id and words.
 std::string parsed(const ServiceObject& request, RaidLevel level) {
   FakeSession session;
-  session.endDevices = {aDisk(L"41"), aDisk(L"42").deviceType(DeviceType::NON_STORAGE)};
+  session.endDevices = {aDisk(L"41"), aDisk(L"42").deviceType(DeviceType::NON_STORAGE),
+                        aDisk(L"43").handle(0xFFFFFFFF)};
   try {
     const RwhRequest rwh = parseRwhRequest(request, session, level);
     return wideToUtf8(toText(rwh.policy)) + " on '" + wideToUtf8(rwh.journalingDrive.id) + "' " +
@@ -73,6 +74,9 @@ INSTANTIATE_TEST_SUITE_P(
         RwhRow{"AnyDeviceAsDrive", RaidLevel::RAID_5,
                body({{"rwhPolicy", "RWH_JOURNALING_DRIVE"}, {"journalingDriveId", "42"}}),
                "RWH_JOURNALING_DRIVE on '42' 1042"},
+        RwhRow{"DriveOfTheLastHandle", RaidLevel::RAID_5,
+               body({{"rwhPolicy", "RWH_JOURNALING_DRIVE"}, {"journalingDriveId", "43"}}),
+               "RWH_JOURNALING_DRIVE on '43' 4294967295"},
         RwhRow{"LevelFromTheBody", RaidLevel::RAID_INVALID,
                body({{"raidLevel", "RAID_5"}, {"rwhPolicy", "RWH_DISTRIBUTED"}}), "RWH_DISTRIBUTED on '' 0"},
         RwhRow{"OtherLevelFromTheBody", RaidLevel::RAID_INVALID,

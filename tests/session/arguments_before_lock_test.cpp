@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <string>
+
 #include "session/lock_record.h"
 #include "support/by_name.h"
 #include "support/model_samples.h"
@@ -23,8 +26,8 @@ struct Arguments {
   RwhRequest rwh;
 };
 
-/// Nothing is the same in two of these.
-Arguments argumentsFrom(VEX_HANDLE first) {
+/// Handles from `first` on, and whatever else there is by `other`: nothing is the same where both differ.
+Arguments argumentsFrom(VEX_HANDLE first, bool other) {
   const auto disk = [first](VEX_HANDLE place) {
     return complete<EndDevice>()
         .id(std::to_wstring(place))
@@ -32,15 +35,32 @@ Arguments argumentsFrom(VEX_HANDLE first) {
         .phyHandle(first + place + 10)
         .build();
   };
-  return {
-      disk(0),
-      {disk(1), disk(2)},
-      complete<Array>().handle(first + 3).build(),
-      complete<Volume>().handle(first + 4).build(),
-      complete<Port>().handle(first + 5).build(),
-      L"Name " + std::to_wstring(first),
-      first == 100 ? L"1" : L"2",
-      {{L"drive", first + 6}, first == 100 ? RwhPolicy::RWH_DISTRIBUTED : RwhPolicy::RWH_JOURNALING_DRIVE}};
+  return {disk(0),
+          {disk(1), disk(2)},
+          complete<Array>().handle(first + 3).build(),
+          complete<Volume>().handle(first + 4).build(),
+          complete<Port>().handle(first + 5).build(),
+          other ? L"ANOTHER" : L"NAME",
+          other ? L"2" : L"1",
+          {{L"drive", first + 6}, other ? RwhPolicy::RWH_JOURNALING_DRIVE : RwhPolicy::RWH_DISTRIBUTED}};
+}
+
+constexpr VEX_HANDLE kLow = 100;
+constexpr VEX_HANDLE kHigh = 0x80000000;  // above low ones by this
+
+/// A recorded call, with each handle from `kLow` on so much higher: in decimals, or in a record's bytes, the
+/// lowest first.
+std::string withHighHandles(const std::string& call) {
+  const std::regex handle("\\b(1[01][0-9])\\b|(6[4-9a-f]|7[0-9a-f])000000");
+  std::string result;
+  auto rest = call.begin();
+  for (std::sregex_iterator found(call.begin(), call.end(), handle), end; found != end; ++found) {
+    result.append(rest, call.begin() + found->position());
+    result += (*found)[1].matched ? std::to_string(kHigh + std::stoul((*found)[1]))
+                                  : std::string((*found)[2]) + "000080";
+    rest = call.begin() + found->position() + found->length();
+  }
+  return result.append(rest, call.end());
 }
 
 struct ArgumentCase {
@@ -99,14 +119,21 @@ class ArgumentsOf : public SessionTest, public testing::WithParamInterface<Argum
 };
 
 TEST_P(ArgumentsOf, AnActionAreTakenBeforeItAsksForTheLock) {
-  const Arguments first = argumentsFrom(100);
-  const Arguments second = argumentsFrom(200);
+  const Arguments first = argumentsFrom(kLow, false);
+  const Arguments second = argumentsFrom(2 * kLow, true);
   const std::string expected = callFor(first);
   ASSERT_NE(callFor(second), expected);
   Arguments arguments = first;
   LockRecord::instance().atTheNextRequest([&] { arguments = second; });
   EXPECT_EQ(callFor(arguments), expected);
   EXPECT_EQ(arguments.text, second.text) << "they did change";
+}
+
+TEST_P(ArgumentsOf, AnActionMayHaveHandlesOfTheWholeRange) {
+  const std::string low = callFor(argumentsFrom(kLow, false));
+  const std::string expected = withHighHandles(low);
+  EXPECT_EQ(callFor(argumentsFrom(kHigh + kLow, false)), expected);
+  EXPECT_EQ(expected == low, std::string(GetParam().name) == "Unlock") << "it has no handle from here";
 }
 
 INSTANTIATE_TEST_SUITE_P(Actions, ArgumentsOf, testing::ValuesIn(argumentCases()), ByName());

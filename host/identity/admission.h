@@ -1,7 +1,7 @@
 #ifndef MIRN_HOST_IDENTITY_ADMISSION_H
 #define MIRN_HOST_IDENTITY_ADMISSION_H
 
-#include <optional>
+#include <chrono>
 #include <string>
 
 #include "identity/guess_delay.h"
@@ -16,11 +16,28 @@ class Admission {
  public:
   /// Makes the first token and the table beside `tokenFile` where they are missing. What is wrong with the
   /// table goes to `report`. Raises `std::runtime_error` when they cannot be had.
-  Admission(const std::string& tokenFile, Trusted trusted, bool takesParameter, const ReportLine& report);
+  Admission(const std::string& tokenFile, Trusted trusted, bool takesParameter, const ReportLine& report,
+            const SteadyClock& clock = std::chrono::steady_clock::now);
   Admission(const Admission&) = delete;
   Admission& operator=(const Admission&) = delete;
 
   const IAuthenticator& authenticator() const { return m_clients; }
+
+  /// A sign-in code for `identity`: 128 random bits, good for ten minutes and one session.
+  std::string makeCode(const Identity& identity);
+
+  struct Session {
+    std::string token;
+    Role role;
+    std::chrono::seconds life;
+  };
+
+  /// The session that `code` opens. Raises the `Refusal` of somebody unknown, one and the same for a code that
+  /// was never made, has been used or is too old; it waits by the client's address.
+  Session signIn(const std::string& code, const Client& client);
+
+  /// Ends the session of `identity`. False when it has none.
+  bool signOut(const Identity& identity);
 
   /// Looks at the table of tokens at once.
   void reload() { m_tokens.reload(); }
@@ -31,6 +48,7 @@ class Admission {
  private:
   bool m_hasFirst;
   TokenStore m_tokens;
+  PassingSecrets m_codes;
   PassingSecrets m_sessions;
   GuessDelay m_delay;
   KnownClients m_clients;

@@ -32,7 +32,7 @@ class Admission {
     std::chrono::seconds life;
   };
 
-  /// The session that `code` opens. Raises the `Refusal` of somebody unknown, one and the same for a code that
+  /// The session that `code` opens. Raises the `Refusal` of somebody unknown, the same for a code that
   /// was never made, has been used or is too old; it waits by the client's address.
   Session signIn(const std::string& code, const Client& client);
 

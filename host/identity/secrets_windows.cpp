@@ -12,6 +12,22 @@
 
 namespace host {
 
+namespace {
+
+/// Stays open: a hash is asked for with each request.
+BCRYPT_ALG_HANDLE sha256() {
+  static const BCRYPT_ALG_HANDLE kProvider = [] {
+    BCRYPT_ALG_HANDLE provider = nullptr;
+    if (::BCryptOpenAlgorithmProvider(&provider, BCRYPT_SHA256_ALGORITHM, nullptr, 0) != 0) {
+      throw std::runtime_error("the system cannot make a SHA-256");
+    }
+    return provider;
+  }();
+  return kProvider;
+}
+
+}  // namespace
+
 bool sameBytes(const char* one, const char* other, std::size_t count) {
   // Volatile, so that no compiler leaves the loop at the first difference.
   volatile unsigned char difference = 0;
@@ -24,8 +40,8 @@ bool sameBytes(const char* one, const char* other, std::size_t count) {
 std::string sha256Hex(std::string_view text) {
   std::vector<unsigned char> bytes(text.begin(), text.end());
   std::array<unsigned char, kHashDigits / 2> hash{};
-  if (::BCryptHash(BCRYPT_SHA256_ALG_HANDLE, nullptr, 0, bytes.data(), static_cast<ULONG>(bytes.size()),
-                   hash.data(), static_cast<ULONG>(hash.size())) != 0) {
+  if (::BCryptHash(sha256(), nullptr, 0, bytes.data(), static_cast<ULONG>(bytes.size()), hash.data(),
+                   static_cast<ULONG>(hash.size())) != 0) {
     throw std::runtime_error("the system cannot make a SHA-256");
   }
   std::string digits;

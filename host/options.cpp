@@ -81,12 +81,18 @@ po::options_description describe(Options& options) {
       ("version", po::bool_switch(&options.version), "show the version and exit");
   addPlatformOptions(general, options);
   po::options_description bounds("Threads and bounds");
-  bounds.add_options()                                                                                   //
-      ("threads", number("threads", options.threads, 0), "for input and output; 0 is one a core")        //
-      ("workers", number("workers", options.workers, 1), "threads that call the plug-in")                //
-      ("max-waiting", number("max-waiting", limits.waitingCalls, 0), "requests that wait for a worker")  //
-      ("max-connections", number("max-connections", limits.connections, 1), "further ones are closed")   //
-      ("max-header", number("max-header", limits.headerBytes, 256), "bytes of a request's header")       //
+  bounds.add_options()                                                                             //
+      ("threads", number("threads", options.threads, 0), "for input and output; 0 is one a core")  //
+      ("read-workers", number("read-workers", limits.readWorkers, 1),
+       "threads for calls that change nothing")  //
+      ("change-workers", number("change-workers", limits.changeWorkers, 1),
+       "threads for calls that change something")  //
+      ("max-waiting", number("max-waiting", limits.waitingCalls, 0),
+       "requests that wait for a thread of a kind")  //
+      ("max-waiting-of-one", number("max-waiting-of-one", limits.waitingCallsOfOne, 0),
+       "of those, of one identity")                                                                     //
+      ("max-connections", number("max-connections", limits.connections, 1), "further ones are closed")  //
+      ("max-header", number("max-header", limits.headerBytes, 256), "bytes of a request's header")      //
       ("max-header-line", number("max-header-line", limits.headerLineBytes, 64),
        "bytes of a header's field")                                                                 //
       ("max-fields", number("max-fields", limits.headerFields, 1), "fields of a request's header")  //

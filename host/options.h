@@ -33,7 +33,6 @@ struct Options {
   bool logRequests = false;
   bool simulatorControls = false;
   std::size_t threads = 0;  ///< Of input and output; 0: one a core.
-  std::size_t workers = 16;
   Limits limits;
 
   bool help = false;  ///< Nothing else is judged then, nor with `version`.

@@ -8,8 +8,15 @@ namespace host {
 
 /// What one client, or all of them together, may cost.
 struct Limits {
-  std::size_t connections = 256;       ///< Further ones are closed at once.
-  std::size_t waitingCalls = 256;      ///< Requests that wait for a worker; further ones get a 503.
+  std::size_t connections = 256;  ///< Further ones are closed at once.
+  std::size_t readWorkers = 8;    ///< Threads for calls that change nothing.
+  std::size_t changeWorkers = 4;  ///< Threads for calls that change something.
+
+  // Requests that wait for a thread, for calls of either kind and for the host's own answers each; further
+  // ones get a 503.
+  std::size_t waitingCalls = 64;
+  std::size_t waitingCallsOfOne = 16;  ///< Of one identity.
+
   std::size_t headerBytes = 32768;     ///< Of a request, its request line included.
   std::size_t headerLineBytes = 8192;  ///< Of a header's field, and between the chunks of a body.
   std::size_t headerFields = 100;

@@ -128,7 +128,7 @@ void Connection::run() {
     asio::post(self->m_stream->executor(),
                [self, answer = std::move(answer)]() mutable { self->send(std::move(answer)); });
   };
-  if (m_state.workers.submit(std::move(task))) return;
+  if (m_state.lanes.submit(m_job.lane, m_job.identity, std::move(task))) return;
   refuse(Refusal(503, "Too many requests wait to be served", {{"Retry-After", "1"}}));
 }
 

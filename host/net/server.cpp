@@ -88,13 +88,13 @@ void Server::listenLocally() {
 Server::~Server() {
   requestStop();
   for (auto& thread : m_threads) thread.wait();
-  if (m_state) m_state->workers.join();  // what a task still holds of a connection needs `m_io`
+  if (m_state) m_state->lanes.join();  // what a task still holds of a connection needs `m_io`
 }
 
 void Server::start(const ApiService& service) {
   m_state.reset(new SharedState{service, m_options.limits, HostNames(hostNames(m_options)),
                                 m_options.logRequests, Connections(m_options.limits.connections),
-                                WorkerPool(m_options.workers, m_options.limits.waitingCalls)});
+                                Lanes(m_options.limits)});
   m_acceptor.start(*m_state);
   if (m_localAcceptor) m_localAcceptor->start(*m_state);
   for (std::size_t i = 0; i < m_options.threads; ++i) {

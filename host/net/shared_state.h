@@ -4,7 +4,7 @@
 #include "api/api_service.h"
 #include "http/host_names.h"
 #include "net/connections.h"
-#include "net/worker_pool.h"
+#include "net/lanes.h"
 #include "service_limits.h"
 
 namespace host {
@@ -16,7 +16,7 @@ struct SharedState {
   const HostNames names;
   const bool logRequests;
   Connections connections;
-  WorkerPool workers;
+  Lanes lanes;
 };
 
 }  // namespace host

@@ -1,31 +1,46 @@
 #ifndef MIRN_HOST_NET_WORKER_POOL_H
 #define MIRN_HOST_NET_WORKER_POOL_H
 
-#include <atomic>
 #include <boost/asio/thread_pool.hpp>
 #include <cstddef>
 #include <functional>
+#include <map>
+#include <mutex>
+#include <string>
 
 namespace host {
 
-/// The threads that call the plug-in, whose calls may block for long. Safe from any thread.
+/// Threads for tasks that may block for long, first come, first served. Safe from any thread.
 class WorkerPool {
  public:
-  /// `maxWaiting` tasks may wait while all `threads` are busy.
-  WorkerPool(std::size_t threads, std::size_t maxWaiting);
+  /// What may wait while all threads are busy.
+  struct Waiting {
+    std::size_t tasks;       ///< Of all together.
+    std::size_t tasksOfOne;  ///< Of one identity; those of none share no such bound.
+  };
+
+  WorkerPool(std::size_t threads, const Waiting& most);
   WorkerPool(const WorkerPool&) = delete;
   WorkerPool& operator=(const WorkerPool&) = delete;
   ~WorkerPool();
 
-  /// False when too many tasks wait: `task` is not taken then. A task must not raise.
-  bool submit(std::function<void()> task);
+  /// False when too many tasks wait, or too many of `identity`: `task` is not taken then. No task may
+  /// raise anything.
+  bool submit(const std::string& identity, std::function<void()> task);
 
   /// Waits for all tasks; none may be submitted afterwards. The destructor does it too.
   void join();
 
  private:
-  const std::size_t m_maxPending;
-  std::atomic<std::size_t> m_pending{0};
+  bool hasPlace(const std::string& identity) const;
+  void leaveQueue(const std::string& identity);
+
+  const std::size_t m_threadCount;
+  const Waiting m_most;
+  std::mutex m_mutex;
+  std::size_t m_taken = 0;  // those that run and those that wait
+  std::size_t m_waiting = 0;
+  std::map<std::string, std::size_t> m_waitingOf;  // by identity; no entry for 0
   boost::asio::thread_pool m_threads;
 };
 

@@ -28,8 +28,12 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "--port=0",
                                         "--threads",
                                         "3",
-                                        "--workers",
+                                        "--read-workers",
                                         "5",
+                                        "--change-workers",
+                                        "6",
+                                        "--max-waiting-of-one",
+                                        "2",
                                         "--max-waiting",
                                         "0",
                                         "--max-connections",
@@ -68,7 +72,9 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.address, "::1");
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.threads, 3U);
-  EXPECT_EQ(options.workers, 5U);
+  EXPECT_EQ(options.limits.readWorkers, 5U);
+  EXPECT_EQ(options.limits.changeWorkers, 6U);
+  EXPECT_EQ(options.limits.waitingCallsOfOne, 2U);
   EXPECT_EQ(options.limits.waitingCalls, 0U);
   EXPECT_EQ(options.limits.connections, 9U);
   EXPECT_EQ(options.limits.headerBytes, 256U);
@@ -91,13 +97,34 @@ TEST(Options, AreTakenFromTheCommandLine) {
 
 TEST(Options, HelpTellsOfEveryOption) {
   const std::string help = helpText();
-  for (const char* option : {"module",       "address",         "port",         "insecure",
-                             "token-file",   "no-token-in-url", "log-requests", "simulator-controls",
-                             "help",         "version",         "threads",      "workers",
-                             "max-waiting",  "max-connections", "max-header",   "max-header-line",
-                             "max-fields",   "max-target",      "server-name",  "max-body",
-                             "max-depth",    "header-timeout",  "body-timeout", "write-timeout",
-                             "idle-timeout", "drain-timeout"}) {
+  for (const char* option : {"module",
+                             "address",
+                             "port",
+                             "insecure",
+                             "token-file",
+                             "no-token-in-url",
+                             "log-requests",
+                             "simulator-controls",
+                             "help",
+                             "version",
+                             "threads",
+                             "read-workers",
+                             "change-workers",
+                             "max-waiting-of-one",
+                             "max-waiting",
+                             "max-connections",
+                             "max-header",
+                             "max-header-line",
+                             "max-fields",
+                             "max-target",
+                             "server-name",
+                             "max-body",
+                             "max-depth",
+                             "header-timeout",
+                             "body-timeout",
+                             "write-timeout",
+                             "idle-timeout",
+                             "drain-timeout"}) {
     EXPECT_NE(help.find(std::string("--") + option + ' '), std::string::npos) << option;
   }
 }
@@ -121,7 +148,8 @@ INSTANTIATE_TEST_SUITE_P(
                     UsageRow{"PortTooLarge", {"--module", "m", "--port", "65536"}},
                     UsageRow{"PortNegative", {"--module", "m", "--port", "-1"}},
                     UsageRow{"PortNoNumber", {"--module", "m", "--port", "http"}},
-                    UsageRow{"NoWorkers", {"--module", "m", "--workers", "0"}},
+                    UsageRow{"NoReadWorkers", {"--module", "m", "--read-workers", "0"}},
+                    UsageRow{"NoChangeWorkers", {"--module", "m", "--change-workers", "0"}},
                     UsageRow{"NegativeBody", {"--module", "m", "--max-body", "-1"}},
                     UsageRow{"HugeHeader", {"--module", "m", "--max-header", "5000000000"}},
                     UsageRow{"NoTime", {"--module", "m", "--idle-timeout", "0"}},

@@ -22,8 +22,44 @@ TEST_F(HostConcurrencyTest, OthersAreServedWhileACallIsBlocked) {
   EXPECT_EQ(blocked.receive().result_int(), 204U);
 }
 
+TEST_F(HostConcurrencyTest, ChangesThatHangKeepNeitherReadsNorTheHostsOwnAnswersWaiting) {
+  constexpr int kRunning = 4;
+  constexpr int kBehindThem = 15;
+  serve();
+  std::vector<std::unique_ptr<HttpConnection>> changes;
+  for (int i = 0; i < kRunning + kBehindThem; ++i) {
+    changes.push_back(std::make_unique<HttpConnection>(host().port()));
+    changes.back()->send(HttpConnection::make("POST", "/api/v7/test/block", host().token()));
+  }
+  EXPECT_EQ(get("/api/v7/test/await-blocked?count=" + std::to_string(kRunning)).result_int(), 204U);
+
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+  EXPECT_EQ(get("/healthz").result_int(), 200U);
+  EXPECT_EQ(get("/api/v7").result_int(), 200U);
+
+  EXPECT_EQ(get("/api/v7/test/release").result_int(), 204U);
+  for (const auto& change : changes) EXPECT_EQ(change->receive().result_int(), 204U);
+}
+
+TEST_F(HostConcurrencyTest, ReadsThatHangKeepNeitherChangesNorTheHostsOwnAnswersWaiting) {
+  constexpr int kRunning = 8;
+  serve();
+  std::vector<std::unique_ptr<HttpConnection>> reads;
+  for (int i = 0; i < kRunning + 1; ++i) {
+    reads.push_back(std::make_unique<HttpConnection>(host().port()));
+    reads.back()->send(HttpConnection::make("GET", "/api/v7/test/block", host().token()));
+  }
+  EXPECT_EQ(send("POST", "/api/v7/test/await-blocked?count=" + std::to_string(kRunning)).result_int(), 204U);
+
+  EXPECT_EQ(send("POST", "/api/v7/test").result_int(), 200U);
+  EXPECT_EQ(get("/healthz").result_int(), 200U);
+
+  EXPECT_EQ(send("POST", "/api/v7/test/release").result_int(), 204U);
+  for (const auto& read : reads) EXPECT_EQ(read->receive().result_int(), 204U);
+}
+
 TEST_F(HostConcurrencyTest, SlowClientsTakeNoThread) {
-  serve({"--threads", "1", "--workers", "1"});
+  serve({"--threads", "1", "--read-workers", "1"});
   std::vector<std::unique_ptr<HttpConnection>> slow;
   for (int i = 0; i < 50; ++i) {
     slow.push_back(std::make_unique<HttpConnection>(host().port()));

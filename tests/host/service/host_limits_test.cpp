@@ -132,7 +132,7 @@ TEST_F(HostLimitsTest, ConnectionsBeyondTheBoundAreClosedUntilOthersEnd) {
 }
 
 TEST_F(HostLimitsTest, RequestsBeyondTheWaitingOnesAreTurnedAway) {
-  serve({"--workers", "1", "--max-waiting", "0"});
+  serve({"--read-workers", "1", "--max-waiting", "0"});
   HttpConnection blocked = connect();
   auto blocking = block(blocked);
 

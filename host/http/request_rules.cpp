@@ -70,7 +70,7 @@ Target targetOf(const Header& header) {
   if (text.front() == '/' || (text == "*" && header.method() == http::verb::options))
     return {std::string(text)};
   const std::size_t schemeEnd = text.find("://");
-  if (schemeEnd == std::string_view::npos) refuse("its target is neither a path nor a URI");
+  if (schemeEnd == std::string_view::npos || schemeEnd == 0) refuse("its target is neither a path nor a URI");
   const std::string_view rest = text.substr(schemeEnd + 3);
   const std::size_t authorityEnd = rest.find_first_of("/?");
   Target target{"/", std::string(text.substr(0, schemeEnd)), std::string(rest.substr(0, authorityEnd))};

@@ -90,9 +90,14 @@ po::options_description describe(Options& options) {
       ("max-waiting", number("max-waiting", limits.waitingCalls, 0),
        "requests that wait for a thread of a kind")  //
       ("max-waiting-of-one", number("max-waiting-of-one", limits.waitingCallsOfOne, 0),
-       "of those, of one identity")                                                                     //
-      ("max-connections", number("max-connections", limits.connections, 1), "further ones are closed")  //
-      ("max-header", number("max-header", limits.headerBytes, 256), "bytes of a request's header")      //
+       "of those, of one identity")  //
+      ("max-connections", number("max-connections", limits.connections, 1),
+       "at once; the longest idle one makes place")  //
+      ("max-connections-of-one", number("max-connections-of-one", limits.connectionsOfOne, 1),
+       "of those, of one address other than the loopback")  //
+      ("max-pipelined", number("max-pipelined", limits.pipelinedRequests, 1),
+       "requests that are sent ahead of their answers")                                             //
+      ("max-header", number("max-header", limits.headerBytes, 256), "bytes of a request's header")  //
       ("max-header-line", number("max-header-line", limits.headerLineBytes, 64),
        "bytes of a header's field")                                                                 //
       ("max-fields", number("max-fields", limits.headerFields, 1), "fields of a request's header")  //

@@ -8,9 +8,11 @@ namespace host {
 
 /// What one client, or all of them together, may cost.
 struct Limits {
-  std::size_t connections = 256;  ///< Further ones are closed at once.
-  std::size_t readWorkers = 8;    ///< Threads for calls that change nothing.
-  std::size_t changeWorkers = 4;  ///< Threads for calls that change something.
+  std::size_t connections = 2048;      ///< For a further one, the longest idle one is closed.
+  std::size_t connectionsOfOne = 256;  ///< Of one address, but for the loopback.
+  std::size_t pipelinedRequests = 16;  ///< That a client sends ahead of their answers.
+  std::size_t readWorkers = 8;         ///< Threads for calls that change nothing.
+  std::size_t changeWorkers = 4;       ///< Threads for calls that change something.
 
   // Requests that wait for a thread, for calls of either kind and for the host's own answers each; further
   // ones get a 503.

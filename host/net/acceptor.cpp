@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "net/connection.h"
+#include "net/peer.h"
 #include "net/port_claim.h"
 #include "system/report.h"
 
@@ -18,6 +19,7 @@ namespace asio = boost::asio;
 using boost::system::error_code;
 
 constexpr std::chrono::milliseconds kPauseAfterFailure{100};
+constexpr std::chrono::minutes kEpisode{1};  // failures no further apart are one to whoever reads of them
 
 /// The endpoint that the acceptor listens on now.
 Endpoint taken(ListeningSocket& acceptor, const Endpoint& endpoint, const std::function<void()>& onTaken) {
@@ -60,16 +62,31 @@ void Acceptor::accept(SharedState& state) {
 
 void Acceptor::onAccept(SharedState& state, error_code error, ClientSocket socket) {
   if (!m_acceptor.is_open()) return;
-  if (error) return pause(state);
-  error_code ignored;
-  socket.set_option(asio::ip::tcp::no_delay(true), ignored);  // there is none but for TCP
-  const auto connection = std::make_shared<Connection>(m_makeStream(std::move(socket)), state);
-  if (state.connections.add(connection)) connection->start();
+  if (error) return onFailure(state, error.message());
+  try {
+    admit(state, std::move(socket));
+  } catch (const std::exception& failure) {
+    return onFailure(state, failure.what());
+  }
   accept(state);
 }
 
-/// A failure that is not the connection's own, such as no descriptors left, would come again at once.
-void Acceptor::pause(SharedState& state) {
+void Acceptor::admit(SharedState& state, ClientSocket socket) {
+  error_code ignored;
+  socket.set_option(asio::ip::tcp::no_delay(true), ignored);  // there is none but for TCP
+  const Client client = clientOf(socket);
+  const auto connection = std::make_shared<Connection>(m_makeStream(std::move(socket)), state);
+  if (state.connections.add(connection, client)) return connection->start();
+  connection->turnAway();
+}
+
+/// A failure that is not the client's own, such as no descriptors left, would come again at once; it is told
+/// when none came for a while. Another connection's end may be what helps.
+void Acceptor::onFailure(SharedState& state, const std::string& reason) {
+  const auto now = std::chrono::steady_clock::now();
+  if (!m_lastFailure || now - *m_lastFailure > kEpisode) report("clients cannot be taken in: " + reason);
+  m_lastFailure = now;
+  state.connections.closeLongestResting();
   m_pause.expires_after(kPauseAfterFailure);
   m_pause.async_wait([this, &state](error_code) {
     if (m_acceptor.is_open()) accept(state);

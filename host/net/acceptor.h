@@ -6,8 +6,11 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/strand.hpp>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "net/client_stream.h"
 #include "net/shared_state.h"
@@ -43,12 +46,14 @@ class Acceptor {
  private:
   void accept(SharedState& state);
   void onAccept(SharedState& state, boost::system::error_code error, ClientSocket socket);
-  void pause(SharedState& state);
+  void admit(SharedState& state, ClientSocket socket);
+  void onFailure(SharedState& state, const std::string& reason);
 
   boost::asio::io_context& m_io;
   boost::asio::strand<boost::asio::io_context::executor_type> m_strand;
   ListeningSocket m_acceptor;
   boost::asio::steady_timer m_pause;
+  std::optional<std::chrono::steady_clock::time_point> m_lastFailure;
   const MakeStream m_makeStream;
   const Endpoint m_endpoint;
 };

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "http/request.h"
@@ -45,6 +46,9 @@ class ClientStream {
 
   /// At once.
   virtual void close() = 0;
+
+  /// Instead of all else, on any thread: closes, and gives `answer` along if that needs no waiting.
+  virtual void turnAway(const std::string& answer) = 0;
 
   /// The deadline of all that is started from now on.
   virtual void expireAfter(std::chrono::milliseconds time) = 0;

@@ -22,17 +22,7 @@ constexpr std::size_t kBodyReadBytes = 16384;
 constexpr std::chrono::seconds kCloseTime{2};
 constexpr char kContinue[] = "HTTP/1.1 100 Continue\r\n\r\n";
 constexpr char kHead[] = "HEAD";
-
-/// Nothing may leave a worker's task.
-Answer answerOf(const Job& job, const std::string& body) {
-  try {
-    return job.run(body);
-  } catch (const std::exception& failure) {
-    return failureAnswer(failure);
-  } catch (...) {
-    return failureAnswer(std::runtime_error("The plug-in failed without a reason"));
-  }
-}
+constexpr unsigned kVersion = 11;
 
 /// What may wait to be read: a header, or a line between the chunks of a body, and what one read brings.
 std::size_t inputBytes(const Limits& limits) {
@@ -42,7 +32,10 @@ std::size_t inputBytes(const Limits& limits) {
 }  // namespace
 
 Connection::Connection(std::unique_ptr<ClientStream> stream, SharedState& state)
-    : m_state(state), m_stream(std::move(stream)), m_input(inputBytes(state.limits)) {}
+    : m_state(state),
+      m_stream(std::move(stream)),
+      m_input(inputBytes(state.limits)),
+      m_delay(m_stream->executor()) {}
 
 Connection::~Connection() { m_state.connections.remove(this); }
 
@@ -55,11 +48,35 @@ void Connection::start() {
   });
 }
 
+void Connection::turnAway() {
+  const Answer answer = failureAnswer(Refusal(503, "Too many clients are connected"));
+  m_stream->turnAway(responseHead(answer, kVersion, false) + answer.body);
+}
+
+void Connection::giveUp() {
+  asio::post(m_stream->executor(), [self = shared_from_this()] {
+    self->m_isStopping = true;
+    self->m_delay.cancel();
+    if (self->m_isResting) self->m_stream->close();
+  });
+}
+
 void Connection::stop() {
   asio::post(m_stream->executor(), [self = shared_from_this()] {
     self->m_isStopping = true;
+    self->m_delay.cancel();
     if (self->m_isIdle) self->m_stream->close();
   });
+}
+
+void Connection::rest() {
+  m_isResting = true;
+  m_state.connections.rest(this);
+}
+
+void Connection::wake() {
+  m_isResting = false;
+  m_state.connections.wake(this);
 }
 
 /// A client that leaves, or lets its time pass, is told nothing.
@@ -75,7 +92,10 @@ void Connection::receive(std::size_t count, Step next) {
 
 void Connection::awaitRequest() {
   m_reader.emplace(m_state.limits, m_state.names, m_stream->destination());
+  rest();
+  ++m_pipelined;
   if (m_input.size() != 0) return beginRequest();  // the client did not wait for the answer
+  m_pipelined = 1;
   if (m_input.capacity() > kHeaderReadBytes) m_input.shrink_to_fit();
   m_isIdle = true;
   m_stream->expireAfter(m_state.limits.idleTime);
@@ -90,6 +110,7 @@ void Connection::beginRequest() {
 void Connection::takeHeader() {
   try {
     if (!m_reader->readHeader(m_input)) return receive(kHeaderReadBytes, &Connection::takeHeader);
+    wake();
     m_job = m_state.service.prepare(head());
   } catch (const std::exception& failure) {
     return refuse(failure);
@@ -124,15 +145,42 @@ void Connection::run() {
   // The guard keeps the I/O threads until the answer is handed to them.
   auto task = [self = shared_from_this(), body = m_reader->takeBody(),
                guard = asio::make_work_guard(m_stream->executor())] {
-    Answer answer = answerOf(self->m_job, body);
+    Outcome outcome = outcomeOf(self->m_job, body);
     asio::post(self->m_stream->executor(),
-               [self, answer = std::move(answer)]() mutable { self->send(std::move(answer)); });
+               [self, outcome = std::move(outcome)]() mutable { self->conclude(std::move(outcome)); });
   };
   if (m_state.lanes.submit(m_job.lane, m_job.identity, std::move(task))) return;
   refuse(Refusal(503, "Too many requests wait to be served", {{"Retry-After", "1"}}));
 }
 
-void Connection::refuse(const std::exception& failure) { send(failureAnswer(failure)); }
+Connection::Outcome Connection::outcomeOf(const std::exception& failure) {
+  Outcome outcome{failureAnswer(failure)};
+  if (const auto* const refusal = dynamic_cast<const Refusal*>(&failure)) outcome.wait = refusal->wait;
+  return outcome;
+}
+
+/// Nothing may leave a worker's task.
+Connection::Outcome Connection::outcomeOf(const Job& job, const std::string& body) {
+  try {
+    return {job.run(body)};
+  } catch (const std::exception& failure) {
+    return outcomeOf(failure);
+  } catch (...) {
+    return outcomeOf(std::runtime_error("The plug-in failed without a reason"));
+  }
+}
+
+void Connection::refuse(const std::exception& failure) { conclude(outcomeOf(failure)); }
+
+void Connection::conclude(Outcome outcome) {
+  if (outcome.wait.count() <= 0 || m_isStopping) return send(std::move(outcome.answer));
+  rest();
+  m_delay.expires_after(outcome.wait);
+  m_delay.async_wait([self = shared_from_this(), answer = std::move(outcome.answer)](ErrorCode) mutable {
+    self->wake();
+    self->send(std::move(answer));
+  });
+}
 
 void Connection::send(Answer answer) {
   log(answer.status);
@@ -140,7 +188,8 @@ void Connection::send(Answer answer) {
   m_answer = std::move(answer);
   const Request& request = m_reader->request();
   // A request that was not read to its end leaves the connection at an unknown place.
-  m_keepsConnection = m_reader->isWhole() && request.keepsConnection && !m_isStopping;
+  const bool isTooFarAhead = m_pipelined >= m_state.limits.pipelinedRequests && m_input.size() != 0;
+  m_keepsConnection = m_reader->isWhole() && request.keepsConnection && !isTooFarAhead && !m_isStopping;
   m_answerHead = responseHead(m_answer, request.version, m_keepsConnection);
   std::vector<asio::const_buffer> buffers{asio::buffer(m_answerHead)};
   if (request.method != kHead) buffers.push_back(asio::buffer(m_answer.body));
@@ -160,6 +209,7 @@ void Connection::onSent() {
 /// Says that nothing more comes, and takes in what the client still sends: closing on unread bytes would make
 /// the system drop an answer that the client has not read yet.
 void Connection::close() {
+  rest();
   m_stream->expireAfter(kCloseTime);
   m_stream->finish([self = shared_from_this()](ErrorCode) { self->awaitEnd(); });
 }

@@ -1,7 +1,9 @@
 #ifndef MIRN_HOST_NET_CONNECTION_H
 #define MIRN_HOST_NET_CONNECTION_H
 
+#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,22 +17,35 @@ namespace host {
 /// One connection: reads a request, has it answered by a worker, writes the answer, and so on, one request
 /// after the other in the order of their arrival. Each wait for the client has its deadline. Kept alive by
 /// what it waits for.
-class Connection : public std::enable_shared_from_this<Connection> {
+class Connection : public Occupant, public std::enable_shared_from_this<Connection> {
  public:
   Connection(std::unique_ptr<ClientStream> stream, SharedState& state);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
-  ~Connection();
+  ~Connection() override;
 
   void start();
 
-  /// Ends the connection after the request under way, at once when there is none. Safe from any thread.
-  void stop();
+  /// Instead of `start`: there is no place for the connection.
+  void turnAway();
+
+  void giveUp() override;
+  void stop() override;
 
  private:
   using ErrorCode = ClientStream::ErrorCode;
   using Step = void (Connection::*)();
 
+  /// What a request comes to, and how long that is kept back.
+  struct Outcome {
+    Answer answer;
+    std::chrono::milliseconds wait{0};
+  };
+
+  static Outcome outcomeOf(const std::exception& failure);
+  static Outcome outcomeOf(const Job& job, const std::string& body);
+  void rest();
+  void wake();
   void receive(std::size_t count, Step next);
   void awaitRequest();
   void beginRequest();
@@ -39,6 +54,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void takeBody();
   void run();
   void refuse(const std::exception& failure);
+  void conclude(Outcome outcome);
   void send(Answer answer);
   void onSent();
   void close();
@@ -54,7 +70,10 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Answer m_answer;  // on its way out, behind its head
   std::string m_answerHead;
   bool m_keepsConnection = false;
-  bool m_isIdle = false;
+  boost::asio::steady_timer m_delay;  // of an answer that is kept back
+  std::size_t m_pipelined = 0;        // requests since the client last waited for an answer
+  bool m_isResting = true;            // until it shows a whole header; see `Connections`
+  bool m_isIdle = false;              // nothing of a request has come
   bool m_isStopping = false;
 };
 

@@ -1,5 +1,6 @@
 #include "net/plain_stream.h"
 
+#include <array>
 #include <boost/asio/post.hpp>
 #include <utility>
 
@@ -20,6 +21,18 @@ class PlainStream final : public StreamOver<SocketStream> {
     ErrorCode error;
     m_layer.socket().shutdown(stream_protocol::socket::shutdown_send, error);
     finishWith(error, std::move(onDone));
+  }
+
+  /// What the client has sent is taken in first: closing on unread bytes would take the answer back.
+  void turnAway(const std::string& answer) override {
+    ErrorCode error;
+    std::array<char, 4096> unread{};
+    stream_protocol::socket& socket = m_layer.socket();
+    socket.non_blocking(true, error);
+    if (!error) socket.write_some(boost::asio::buffer(answer), error);
+    socket.shutdown(stream_protocol::socket::shutdown_send, error);
+    socket.read_some(boost::asio::buffer(unread), error);
+    close();
   }
 
  private:

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "net/descriptors.h"
 #include "net/local_socket.h"
 #include "net/peer.h"
 #include "net/plain_stream.h"
@@ -93,8 +94,9 @@ Server::~Server() {
 
 void Server::start(const ApiService& service) {
   m_state.reset(new SharedState{service, m_options.limits, HostNames(hostNames(m_options)),
-                                m_options.logRequests, Connections(m_options.limits.connections),
+                                m_options.logRequests, Connections(m_options.limits),
                                 Lanes(m_options.limits)});
+  allowDescriptors(m_options.limits.connections);
   m_acceptor.start(*m_state);
   if (m_localAcceptor) m_localAcceptor->start(*m_state);
   for (std::size_t i = 0; i < m_options.threads; ++i) {

@@ -34,6 +34,7 @@ class StreamOver : public ClientStream {
   }
 
   void close() override { socket().close(); }
+  void turnAway(const std::string&) override { close(); }
   void expireAfter(std::chrono::milliseconds time) override { socket().expires_after(time); }
   void expireNever() override { socket().expires_never(); }
 

@@ -38,6 +38,10 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "0",
                                         "--max-connections",
                                         "9",
+                                        "--max-connections-of-one",
+                                        "8",
+                                        "--max-pipelined",
+                                        "3",
                                         "--max-header",
                                         "256",
                                         "--max-header-line",
@@ -77,6 +81,8 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.limits.waitingCallsOfOne, 2U);
   EXPECT_EQ(options.limits.waitingCalls, 0U);
   EXPECT_EQ(options.limits.connections, 9U);
+  EXPECT_EQ(options.limits.connectionsOfOne, 8U);
+  EXPECT_EQ(options.limits.pipelinedRequests, 3U);
   EXPECT_EQ(options.limits.headerBytes, 256U);
   EXPECT_EQ(options.limits.headerLineBytes, 64U);
   EXPECT_EQ(options.limits.headerFields, 7U);
@@ -113,6 +119,8 @@ TEST(Options, HelpTellsOfEveryOption) {
                              "max-waiting-of-one",
                              "max-waiting",
                              "max-connections",
+                             "max-connections-of-one",
+                             "max-pipelined",
                              "max-header",
                              "max-header-line",
                              "max-fields",

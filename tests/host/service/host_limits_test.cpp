@@ -1,4 +1,8 @@
+#include <sys/resource.h>
+
 #include <boost/system/system_error.hpp>
+#include <memory>
+#include <vector>
 
 #include "host/service/test_host.h"
 
@@ -13,16 +17,6 @@ class HostLimitsTest : public TestHost {
   std::string start(const std::string& rest) {
     return "PUT /api/v7/test HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer " + host().token() +
            "\r\n" + rest;
-  }
-
-  /// Until the host has a place for one more.
-  void awaitServedConnection() {
-    for (bool served = false; !served;) {
-      try {
-        served = get("/api/v7/test").result_int() == 200U;
-      } catch (const boost::system::system_error&) {
-      }
-    }
   }
 };
 
@@ -92,7 +86,7 @@ TEST_F(HostLimitsTest, AClientThatStopsInTheHeaderIsClosed) {
 }
 
 TEST_F(HostLimitsTest, AClientThatDribblesItsHeaderIsClosed) {
-  serve({"--header-timeout", "0.1", "--max-header", "1000000000"});
+  serve({"--header-timeout", "0.1", "--max-header", "1000000000", "--max-target", "1000000000"});
   HttpConnection client = connect();
   client.sendBytes("GET /");
   EXPECT_THROW(
@@ -116,19 +110,78 @@ TEST_F(HostLimitsTest, AClientThatTakesNoAnswerIsClosed) {
   EXPECT_THROW(client.receive(), boost::system::system_error);
 }
 
-TEST_F(HostLimitsTest, ConnectionsBeyondTheBoundAreClosedUntilOthersEnd) {
+TEST_F(HostLimitsTest, WhereConnectionsAreFullTheLongestIdleOneMakesPlace) {
   serve({"--max-connections", "2"});
   HttpConnection first = connect();
   HttpConnection second = connect();
   EXPECT_EQ(first.get("/api/v7/test", host().token()).result_int(), 200U);
   EXPECT_EQ(second.get("/api/v7/test", host().token()).result_int(), 200U);
-  EXPECT_EQ(connect().receiveToEnd(), "");
+  EXPECT_EQ(first.get("/api/v7/test", host().token()).result_int(), 200U);
 
-  auto last = HttpConnection::make("GET", "/api/v7/test", host().token());
-  last.keep_alive(false);
-  EXPECT_EQ(second.exchange(last).result_int(), 200U);
-  second.close();
-  awaitServedConnection();
+  HttpConnection third = connect();
+  EXPECT_EQ(third.get("/api/v7/test", host().token()).result_int(), 200U);
+  EXPECT_EQ(second.receiveToEnd(), "");
+  EXPECT_EQ(first.get("/api/v7/test", host().token()).result_int(), 200U);
+}
+
+TEST_F(HostLimitsTest, WhoeverSitsOnHalfAHeaderMakesPlace) {
+  serve({"--max-connections", "2"});
+  std::vector<std::unique_ptr<HttpConnection>> slow;
+  for (int i = 0; i < 20; ++i) {
+    slow.push_back(std::make_unique<HttpConnection>(host().port()));
+    slow.back()->sendBytes("GET /api/v7/test HTTP/1.1\r\nAuth");
+  }
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+}
+
+TEST_F(HostLimitsTest, WhereAllConnectionsAreAtWorkTheNextIsTurnedAway) {
+  serve({"--max-connections", "1"});
+  HttpConnection blocked = connect();
+  auto blocking = block(blocked);
+
+  HttpConnection next = connect();
+  EXPECT_EQ(next.receive().result_int(), 503U);
+  EXPECT_EQ(next.receiveToEnd(), "");
+
+  blocking.reset();
+  EXPECT_EQ(blocked.receive().result_int(), 204U);
+  while (connect().get("/healthz", "").result_int() == 503U) {
+  }
+}
+
+TEST_F(HostLimitsTest, RequestsAreSentAheadUpToTheBound) {
+  serve({"--max-pipelined", "3"});
+  const std::string request = "GET /healthz HTTP/1.1\r\nHost: localhost\r\n\r\n";
+  HttpConnection three = connect();
+  three.sendBytes(request + request + request);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(three.receive().keep_alive()) << i;
+  three.sendBytes(request + request + request);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(three.receive().keep_alive()) << i;
+
+  HttpConnection four = connect();
+  four.sendBytes(request + request + request + request);
+  EXPECT_TRUE(four.receive().keep_alive());
+  EXPECT_TRUE(four.receive().keep_alive());
+  EXPECT_FALSE(four.receive().keep_alive());
+  EXPECT_EQ(four.receiveToEnd(), "");
+}
+
+TEST_F(HostLimitsTest, RunningOutOfDescriptorsIsToldOnceAndSurvived) {
+  serve();
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+  constexpr rlim_t kFew = 24;
+  const rlimit few{kFew, kFew};
+  ASSERT_EQ(prlimit(host().processId(), RLIMIT_NOFILE, &few, nullptr), 0);
+
+  std::vector<std::unique_ptr<HttpConnection>> idle;
+  for (rlim_t i = 0; i < kFew; ++i) idle.push_back(std::make_unique<HttpConnection>(host().port()));
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+
+  idle.clear();
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+  EXPECT_EQ(host().stop(), 0);
+  const std::string line = "mirn-host: clients cannot be taken in: ";
+  EXPECT_EQ(host().errors().rfind(line), 0U) << "told, and no second time:\n" << host().errors();
 }
 
 TEST_F(HostLimitsTest, RequestsBeyondTheWaitingOnesAreTurnedAway) {

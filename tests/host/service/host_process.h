@@ -32,6 +32,7 @@ class HostProcess {
 
   /// Waits until the host has told its port and token; false when it ended instead.
   bool awaitServing();
+  pid_t processId() const { return m_pid; }
   std::uint16_t port() const { return m_port; }
   const std::string& token() const { return m_token; }
 

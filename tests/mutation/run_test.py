@@ -195,7 +195,9 @@ add_test(NAME near.is_told COMMAND sh -c "test $(\\"$1\\") = 5" sh $<TARGET_FILE
 """, encoding="utf-8")
         (self.root / "tests/near/teller.cpp").write_text(
             '#include <cstdio>\nint unseen(int);\nint main() { std::printf("%d", unseen(3)); }\n', encoding="utf-8")
-        self.call("--count", "4")
+        self.call("--count", "4", "--tests", "near_test$")
+        self.assertEqual(self.outcomes()["2", " + "], ["survived", ""])
+        self.call("--again")
         self.assertEqual(self.outcomes()["2", " + "], ["killed", "near.is_told"])
 
     def test_lists_without_planting(self):

@@ -159,6 +159,21 @@ TEST(Catalogue, EffectsWorkAndConditionsNameArgumentsOfTheirRoute) {
   }
 }
 
+TEST(Catalogue, EffectsTellTypeAndRelationByTheirWordsAndTheRestInASentence) {
+  const Ids types = {L"volume", L"disk", L"array", L"controller", L"port", L"setting"};
+  const Ids relations = {L"itself", L"volumes", L"disks", L"array", L"journal", L"ports"};
+  for (const RouteRow* row : catalogue()) {
+    for (const EffectRow& effect : row->effects) {
+      const std::string text = wideToUtf8(effect.text);
+      EXPECT_EQ(types.count(effect.type), 1U) << wideToUtf8(row->id) << ": " << text;
+      EXPECT_EQ(effect.argument == nullptr, effect.relation == nullptr) << wideToUtf8(row->id);
+      const std::wstring relation = effect.relation ? effect.relation : L"itself";
+      EXPECT_EQ(relations.count(relation), 1U) << wideToUtf8(row->id) << ": " << text;
+      EXPECT_THAT(text, testing::EndsWith(".")) << wideToUtf8(row->id);
+    }
+  }
+}
+
 TEST(Catalogue, OwnRefusalsOfARouteAreToldOnce) {
   for (const RouteRow* row : catalogue()) {
     std::set<std::pair<std::string, std::wstring>> told;

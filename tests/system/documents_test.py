@@ -103,6 +103,8 @@ class Session:
         self.host, self.port = None, None
         self.home = folder / "home"
         self.home.mkdir()
+        self.runtime = folder / "runtime"
+        self.runtime.mkdir(mode=0o700)
         (folder / "run-tree").mkdir()
         self.lay_out(folder / "run-tree")
         self.assignments = []
@@ -126,7 +128,8 @@ class Session:
         inherited = {name: value for name, value in os.environ.items()
                      if not re.match(r"VEXL2_|MIRN_|XDG_|ASAN_|UBSAN_", name)}
         tree = self.folder / "run-tree"
-        return {**inherited, "HOME": str(self.home), "VEXL2_EVENT_WAIT_CAP": "50",
+        return {**inherited, "HOME": str(self.home), "XDG_RUNTIME_DIR": str(self.runtime),
+                "VEXL2_EVENT_WAIT_CAP": "50",
                 "PATH": f"{tree}:{tree / 'programs'}:{os.environ['PATH']}"}
 
     def start(self, words):

@@ -1,5 +1,5 @@
-// Any bytes on a connection: the host's reader takes a request that can be understood in one way only, told by
-// looking at the text again, or refuses it; and it reads in pieces what it reads at once.
+// Any bytes on a connection: the host's reader takes a request that can be understood in one way only, as a
+// plain look at the text tells, or refuses it; and it reads in pieces what it reads at once.
 #include <algorithm>
 #include <boost/asio/buffer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>

@@ -283,6 +283,26 @@ class DocumentsTest(unittest.TestCase):
         self.assertTrue((BUILD / "bin" / pathlib.Path(command.words()[0]).name).is_file())
 
 
+class RunTest(unittest.TestCase):
+    """`./run` hands on what it is told."""
+
+    def test_a_token_file_of_ones_own_takes_the_place_of_its_own(self):
+        for form in (["--token-file", "{}"], ["--token-file={}"]):
+            with tempfile.TemporaryDirectory(prefix="mirn-") as folder:
+                session = Session(self, pathlib.Path(folder))
+                token = session.home / "my token"
+                try:
+                    session.start(["./run", *(word.format(token) for word in form)])
+                    status, output, errors = session.shell(
+                        f'curl -H "Authorization: Bearer $(cat "{token}")" http://127.0.0.1:8080/api/v1/mirn/state')
+                    self.assertEqual(0, status, output + errors)
+                    session.stop()
+                finally:
+                    if session.host is not None:
+                        session.host.kill()
+                        session.host.wait()
+
+
 # The first row whose beginning a command has tells how it is tried.
 WAYS = [
     (r"curl ", DocumentsTest.ask),

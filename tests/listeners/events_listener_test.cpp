@@ -3,12 +3,15 @@
 #include "event_journal.h"
 #include "listeners/order_of_checks.h"
 #include "support/by_name.h"
-#include "tick_clock.h"
+#include "support/moved_clock.h"
 
 namespace {
 
+/// The journal is the module's own: whatever earlier tests of the process recorded is hours old by now.
 class EventsListenerTest : public ListenerTest<EventsListener> {
  protected:
+  EventsListenerTest() { passSeconds(10 * 3600); }
+
   std::string getSeconds(const std::wstring& time) { return get("", {{L"time", time}}); }
 };
 
@@ -16,9 +19,6 @@ void record(const std::wstring& name) {
   EventJournal::instance().add(std::make_shared<mirn_events::volume_event>(
       EventSeverity::INFO, VolumeEventType::VOLUME_ADDED, aVolume(L"7").name(name).make()));
 }
-
-// The journal is the module's own, and ctest gives each test a process. The first test of a process that
-// runs them all sees it empty, the others ask for an age that takes what they recorded.
 
 TEST_F(EventsListenerTest, AnEmptyJournalIsAnEmptyArray) {
   EXPECT_EQ(getSeconds(L"0"), "[]");
@@ -37,11 +37,18 @@ TEST_F(EventsListenerTest, TellsTheFormsOfEventsNewestFirst) {
 }
 
 TEST_F(EventsListenerTest, LeavesOutWhatIsOlderThanTheTime) {
-  record(L"Past");
-  const std::int64_t stamped = EventJournal::instance().getRecent(3600).at(0)->creationTime();
-  while (currentTicks() <= stamped) continue;
-  EXPECT_EQ(getSeconds(L"0"), "[]");
-  EXPECT_NE(getSeconds(L"3600").find("[0].event_source_name = \"Past\""), std::string::npos);
+  record(L"Older");
+  passSeconds(60);
+  record(L"Newer");
+  passSeconds(120);
+  const std::string newer = R"([0].event_source_name = "Newer")";
+  const std::string older = R"([1].event_source_name = "Older")";
+  for (const wchar_t* const time : {L"0", L"2", L"119"}) EXPECT_EQ(getSeconds(time), "[]");
+  for (const wchar_t* const time : {L"120", L"179"}) {
+    EXPECT_NE(getSeconds(time).find(newer), std::string::npos);
+    EXPECT_EQ(getSeconds(time).find(older), std::string::npos);
+  }
+  EXPECT_NE(getSeconds(L"180").find(older), std::string::npos);
 }
 
 TEST_F(EventsListenerTest, TakesTheWholeRangeOfSeconds) {

@@ -34,6 +34,8 @@ class ServiceObjectBuilder {
   static constexpr std::size_t max_key_size = std::numeric_limits<std::size_t>::max();
   static constexpr std::size_t max_string_size = std::numeric_limits<std::size_t>::max();
 
+  explicit ServiceObjectBuilder(std::size_t maxValues) : m_valuesLeft(maxValues) {}
+
   bool on_document_begin(error_code&) { return open(ServiceObject()); }
   bool on_document_end(error_code&) { return true; }
   bool on_object_begin(error_code&) { return open(ServiceObject::object()); }
@@ -113,6 +115,7 @@ class ServiceObjectBuilder {
   }
 
   bool add(ServiceObject value) {
+    if (m_valuesLeft-- == 0) throw Refusal(kBadRequest, "The body holds too many values");
     Open& parent = m_open.back();
     if (!parent.container.isObject()) {
       parent.elements.push_back(std::move(value));
@@ -136,17 +139,18 @@ class ServiceObjectBuilder {
 
   std::vector<Open> m_open;
   std::string m_text;
+  std::size_t m_valuesLeft;
 };
 
 // NOLINTEND(readability-identifier-naming)
 
 }  // namespace
 
-ServiceObject readJson(std::string_view text, std::size_t maxDepth) {
+ServiceObject readJson(std::string_view text, std::size_t maxDepth, std::size_t maxValues) {
   if (text.empty()) return {};
   boost::json::parse_options options;
   options.max_depth = maxDepth;
-  boost::json::basic_parser<ServiceObjectBuilder> parser(options);
+  boost::json::basic_parser<ServiceObjectBuilder> parser(options, maxValues);
   error_code error;
   const std::size_t end = parser.write_some(false, text.data(), text.size(), error);
   if (!error && end != text.size()) error = boost::json::error::extra_data;

@@ -58,6 +58,9 @@ std::vector<std::wstring> parsePath(std::string_view path) {
     if (segment.find(L'/') != std::wstring::npos) {
       throw Refusal(kBadRequest, "The request target holds an encoded slash");
     }
+    if (segments.size() == kMostSegments) {
+      throw Refusal(kBadRequest, "The request target has too many segments");
+    }
     segments.push_back(std::move(segment));
   }
   return segments;
@@ -70,6 +73,9 @@ std::map<std::wstring, std::wstring> parseQuery(std::string_view query) {
     std::string_view value = takeUntil(query, '&');
     std::wstring name = decode(takeUntil(value, '='));
     if (name.empty()) throw Refusal(kBadRequest, "The request target holds a parameter without a name");
+    if (parameters.size() == kMostParameters) {
+      throw Refusal(kBadRequest, "The request target has too many parameters");
+    }
     if (!parameters.emplace(std::move(name), decode(value)).second) {
       throw Refusal(kBadRequest, "The request target repeats a parameter");
     }

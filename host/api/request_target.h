@@ -1,6 +1,7 @@
 #ifndef MIRN_HOST_API_REQUEST_TARGET_H
 #define MIRN_HOST_API_REQUEST_TARGET_H
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,11 +15,15 @@ struct RequestTarget {
   std::map<std::wstring, std::wstring> parameters;  ///< Of the query.
 };
 
+// What one target may hold.
+constexpr std::size_t kMostSegments = 16;
+constexpr std::size_t kMostParameters = 16;
+
 /// Splits `target` at its slashes, '?', '&' and first '=', and percent-decodes each part once, after
 /// splitting. A parameter without '=' has the empty value; '+' stands for itself.
 ///
 /// Raises a `Refusal` 400 on a target that is no absolute path, an empty segment (so also on a slash at the
-/// end), an encoded slash in the path, an empty or repeated parameter name, an incomplete or wrong
+/// end), an encoded slash in the path, more than 16 segments or parameters, an empty or repeated parameter name, an incomplete or wrong
 /// percent-encoding, and text that is not UTF-8.
 RequestTarget parseTarget(std::string_view target);
 

@@ -99,7 +99,7 @@ TEST(JsonReader, ReadsALongArray) {
   constexpr std::size_t kCount = 100000;
   std::string text = "[0";
   for (std::size_t i = 1; i < kCount; ++i) text += ',' + std::to_string(i);
-  ServiceObject array = readJson(text + ']', kDepth);
+  ServiceObject array = readJson(text + ']', kDepth, kCount + 1);
   EXPECT_EQ(array.at(kCount - 1).toInt64(), static_cast<std::int64_t>(kCount - 1));
 }
 
@@ -155,6 +155,18 @@ INSTANTIATE_TEST_SUITE_P(
         RefusalRow{"RepeatedKey", R"({"a":1,"a":1})", "holds an object that repeats a key"},
         RefusalRow{"RepeatedKeyEscaped", R"({"a":1,"\u0061":1})", "holds an object that repeats a key"}),
     ByName());
+
+TEST(JsonReader, TakesAsManyValuesAsItIsTold) {
+  EXPECT_NO_THROW(readJson("[1,{\"a\":2}]", kDepth, 4));
+  EXPECT_THROW(readJson("[1,{\"a\":2}]", kDepth, 3), Refusal);
+}
+
+TEST(JsonReader, TakesTwentyThousandValuesAtMost) {
+  std::string text = "[0";
+  for (int i = 0; i < 19998; ++i) text += ",[]";
+  EXPECT_NO_THROW(readJson(text + "]", kDepth));
+  EXPECT_THROW(readJson(text + ",[]]", kDepth), Refusal);
+}
 
 }  // namespace
 

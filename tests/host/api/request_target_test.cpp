@@ -97,6 +97,22 @@ INSTANTIATE_TEST_SUITE_P(
                     RefusalRow{"AmpersandAtTheEnd", "/a?b=1&", "holds a parameter without a name"}),
     ByName());
 
+std::string repeated(const std::string& text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text + std::to_string(i);
+  return all;
+}
+
+TEST(RequestTarget, HasSixteenSegmentsAtMost) {
+  EXPECT_EQ(parseTarget(repeated("/a", 16)).segments.size(), 16U);
+  EXPECT_THROW(parseTarget(repeated("/a", 17)), Refusal);
+}
+
+TEST(RequestTarget, HasSixteenParametersAtMost) {
+  EXPECT_EQ(parseTarget("/?x" + repeated("&a", 15)).parameters.size(), 16U);
+  EXPECT_THROW(parseTarget("/?x" + repeated("&a", 16)), Refusal);
+}
+
 }  // namespace
 
 }  // namespace host

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "http/response_head.h"
+#include "system/memory.h"
 #include "system/report.h"
 
 namespace host {
@@ -21,6 +22,7 @@ constexpr std::size_t kHeaderReadBytes = 4096;
 constexpr std::size_t kBodyReadBytes = 16384;
 constexpr std::chrono::seconds kCloseTime{2};
 constexpr char kContinue[] = "HTTP/1.1 100 Continue\r\n\r\n";
+constexpr std::size_t kLargeBytes = 262144;  // of text, whose values took several times as much
 constexpr char kHead[] = "HEAD";
 constexpr unsigned kVersion = 11;
 
@@ -146,6 +148,7 @@ void Connection::run() {
   auto task = [self = shared_from_this(), body = m_reader->takeBody(),
                guard = asio::make_work_guard(m_stream->executor())] {
     Outcome outcome = outcomeOf(self->m_job, body);
+    if (body.size() + outcome.answer.body.size() >= kLargeBytes) giveMemoryBack();
     asio::post(self->m_stream->executor(),
                [self, outcome = std::move(outcome)]() mutable { self->conclude(std::move(outcome)); });
   };

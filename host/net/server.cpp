@@ -10,6 +10,7 @@
 #include "net/local_socket.h"
 #include "net/peer.h"
 #include "net/plain_stream.h"
+#include "system/memory.h"
 #include "system/report.h"
 
 namespace host {
@@ -96,6 +97,7 @@ void Server::start(const ApiService& service) {
   m_state.reset(new SharedState{service, m_options.limits, HostNames(hostNames(m_options)),
                                 m_options.logRequests, Connections(m_options.limits),
                                 Lanes(m_options.limits)});
+  keepLittleMemory();
   allowDescriptors(m_options.limits.connections);
   m_acceptor.start(*m_state);
   if (m_localAcceptor) m_localAcceptor->start(*m_state);

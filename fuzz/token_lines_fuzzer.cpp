@@ -53,7 +53,7 @@ void requireNothingLost(const TokenLines& lines, std::string_view text) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    while (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     expected += std::string(line) + '\n';
     text.remove_prefix(std::min(end + 1, text.size()));
   }

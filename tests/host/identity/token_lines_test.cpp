@@ -128,6 +128,15 @@ TEST(TokenName, Is) {
   EXPECT_FALSE(isTokenName("@a"));
 }
 
+TEST(TokenLines, ALineWithSeveralReturnsCountsTheSameWhenItIsWrittenAgain) {
+  const TokenLines lines(kGood + "\r\r\n\r\r");
+  EXPECT_EQ(lines.entries().size(), 1U);
+  EXPECT_TRUE(lines.faults().empty());
+  const TokenLines again(lines.text());
+  EXPECT_EQ(again.entries().size(), 1U);
+  EXPECT_TRUE(again.faults().empty());
+}
+
 }  // namespace
 
 }  // namespace host

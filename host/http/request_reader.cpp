@@ -53,6 +53,8 @@ bool RequestReader::readHeader(beast::flat_buffer& input) {
 }
 
 bool RequestReader::readBody(beast::flat_buffer& input) {
+  constexpr std::size_t kLastChunk = 5;  // "0", and two line ends: the parser asserts on a part of them
+  if (m_parser.chunked() && input.size() < kLastChunk) return false;
   beast::error_code error;
   if (input.size() != 0) input.consume(m_parser.put(input.data(), error));
   if (error && error != http::error::need_more) refuse(error);

@@ -50,6 +50,18 @@ TEST_F(RequestReaderTest, ReadsByteByByteWhatItReadsAtOnce) {
   EXPECT_EQ(m_input.size(), 4U) << "what stands behind is the next request's";
 }
 
+TEST_F(RequestReaderTest, ReadsAnEmptyChunkedBodyByteByByte) {
+  receive("POST / HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n");
+  ASSERT_FALSE(read());
+  for (const char* const byte : {"0", "\r", "\n", "\r"}) {
+    receive(byte);
+    ASSERT_FALSE(read());
+  }
+  receive("\n");
+  EXPECT_TRUE(read());
+  EXPECT_EQ(m_reader.takeBody(), "");
+}
+
 TEST_F(RequestReaderTest, ALaterMinorVersionIsTheLastOneThatIsKnown) {
   receive("GET / HTTP/1.9\r\nHost: localhost\r\n\r\n");
   ASSERT_TRUE(read());

@@ -45,7 +45,9 @@ class ServiceObjectBuilder {
   bool on_key_part(string_view part, std::size_t, error_code&) { return append(part); }
   bool on_key(string_view part, std::size_t, error_code&) {
     m_open.back().key = takeText(part);
-    return true;
+    if (m_open.back().key.find(L'\0') == std::wstring::npos) return true;
+    throw Refusal(kBadRequest,
+                  "The body holds a key with a NUL character");  // which would end a failure's text
   }
   bool on_string_part(string_view part, std::size_t, error_code&) { return append(part); }
   bool on_string(string_view part, std::size_t, error_code&) { return add(ServiceObject(takeText(part))); }

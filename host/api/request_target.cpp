@@ -72,6 +72,9 @@ std::map<std::wstring, std::wstring> parseQuery(std::string_view query) {
     more = query.find('&') != std::string_view::npos;
     std::string_view value = takeUntil(query, '&');
     std::wstring name = decode(takeUntil(value, '='));
+    if (name.find(L'\0') != std::wstring::npos) {
+      throw Refusal(kBadRequest, "The request target holds a parameter with a NUL character in its name");
+    }
     if (name.empty()) throw Refusal(kBadRequest, "The request target holds a parameter without a name");
     if (parameters.size() == kMostParameters) {
       throw Refusal(kBadRequest, "The request target has too many parameters");

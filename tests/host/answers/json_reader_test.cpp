@@ -153,6 +153,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusalRow{"TooLarge", "1e400", "holds a number that is out of range"},
         RefusalRow{"TooSmall", "1e-400", "holds a number that is out of range"},
         RefusalRow{"RepeatedKey", R"({"a":1,"a":1})", "holds an object that repeats a key"},
+        RefusalRow{"NulInAKey", R"({"a\u0000b":1})", "holds a key with a NUL character"},
         RefusalRow{"RepeatedKeyEscaped", R"({"a":1,"\u0061":1})", "holds an object that repeats a key"}),
     ByName());
 

@@ -91,6 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
                     RefusalRow{"HalfAPairInAName", "/a?%ED%B0%80=b", "is not UTF-8"},
                     RefusalRow{"Utf8InTheQuery", "/a?b=%FF", "is not UTF-8"},
                     RefusalRow{"RepeatedParameter", "/a?b=1&b=1", "repeats a parameter"},
+                    RefusalRow{"NulInAName", "/a?b%00c=1", "with a NUL character in its name"},
                     RefusalRow{"RepeatedWhenDecoded", "/a?b=1&%62=2", "repeats a parameter"},
                     RefusalRow{"NoName", "/a?=1", "holds a parameter without a name"},
                     RefusalRow{"TwoAmpersands", "/a?b=1&&c=2", "holds a parameter without a name"},

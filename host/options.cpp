@@ -64,6 +64,8 @@ po::options_description describe(Options& options) {
   po::options_description general("Options");
   general.add_options()                                                                                     //
       ("module", po::value(&options.module)->value_name("FILE"), "the plug-in module to serve")             //
+      ("library", po::value(&options.library)->value_name("NAME|PATH"),                                     //
+       "the storage library that the module is to call; otherwise the one that the loader finds")           //
       ("address", po::value(&options.address)->value_name("IP")->default_value(options.address),            //
        "where to listen; others than the loopback need TLS or --insecure")                                  //
       ("port", port(options.port), "where to listen; 0 takes any free port")                                //

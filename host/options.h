@@ -16,6 +16,7 @@ namespace host {
 /// What the command line says.
 struct Options {
   std::string module;
+  std::string library;  ///< A name or a path; empty: the one that the loader finds.
   std::string address = "127.0.0.1";
   std::uint16_t port = 8080;             ///< 0: any free one.
   std::vector<std::string> serverNames;  ///< Under which clients may ask, besides the address.

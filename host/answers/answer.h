@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "answers/refusal_kinds.h"
 #include "service_exceptions.h"
 
 namespace host {
@@ -35,8 +36,12 @@ class Refusal : public ovra::common::HttpClientErrorException {
 /// `json` as a 200.
 Answer jsonAnswer(std::string json);
 
-/// The problem document of `failure`, with the header fields of a `Refusal`.
-Answer failureAnswer(const std::exception& failure);
+/// The value as a 200; the null value as a 204.
+Answer valueAnswer(const ovra::data_transfer::ServiceObject& value);
+
+/// The problem document of `failure`, with the header fields of a `Refusal`; one that passes (503) says when
+/// to try again. `kinds` tell what an error id and its words mean.
+Answer failureAnswer(const std::exception& failure, const RefusalKinds& kinds = {});
 
 }  // namespace host
 

@@ -17,9 +17,10 @@ constexpr std::size_t kMostJsonValues = 20000;
 /// An integer becomes unsigned without a sign and signed with one, when it fits 64 bits; every other number
 /// is a double.
 ///
-/// Raises a `Refusal` 400 on text that is no JSON or nested too deep, a number beyond a double, and an object
-/// with a repeated key or one that holds a NUL character.
-ovra::data_transfer::ServiceObject readJson(std::string_view text, std::size_t maxDepth);
+/// Raises a `Refusal` 400 on text that is no JSON, nested too deep or of too many values, a number beyond a
+/// double, and an object with a key that is repeated or holds a NUL character.
+ovra::data_transfer::ServiceObject readJson(std::string_view text, std::size_t maxDepth,
+                                            std::size_t maxValues = kMostJsonValues);
 
 }  // namespace host
 

@@ -4,8 +4,9 @@
 #include <boost/beast/http/status.hpp>
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
-#include <map>
+#include <cstddef>
 #include <stdexcept>
+#include <utility>
 
 #include "service_exceptions.h"
 #include "text.h"
@@ -19,15 +20,25 @@ using ovra::common::IErrorIdException;
 
 constexpr unsigned kInternalServerError = 500;
 
-unsigned statusOf(const std::string& errorId) {
-  static const std::map<std::string, unsigned> kStatuses{
-      {kErrorObjectNotFound, 404},     {kErrorInvalidParameter, 400},     {kErrorInvalidRaidLevel, 400},
-      {kErrorNotSupported, 422},       {kErrorDiskInvalidState, 409},     {kErrorArrayInvalidState, 409},
-      {kErrorVolumeInvalidState, 409}, {kErrorUnsupportedRaidLevel, 400}, {kErrorOffline, 503},
-      {kErrorNotInitialized, 503},
-  };
-  const auto found = kStatuses.find(errorId);
-  return found == kStatuses.end() ? kInternalServerError : found->second;
+constexpr std::size_t kLongestDetail = 4096;
+constexpr char kCut[] = "...";
+
+unsigned statusOf(RefusalKind kind) {
+  switch (kind) {
+    case RefusalKind::kRequest:
+      return 400;
+    case RefusalKind::kAbsent:
+      return 404;
+    case RefusalKind::kState:
+      return 409;
+    case RefusalKind::kUnsupported:
+      return 422;
+    case RefusalKind::kOffline:
+      return 503;
+    case RefusalKind::kFailure:
+      break;
+  }
+  return kInternalServerError;
 }
 
 unsigned failureStatus(std::int32_t status) {
@@ -46,6 +57,16 @@ std::string utf8Detail(std::string text) {
   return text;
 }
 
+/// No longer than `kLongestDetail`, and still UTF-8.
+std::string boundedDetail(std::string text) {
+  text = utf8Detail(std::move(text));
+  if (text.size() <= kLongestDetail) return text;
+  std::size_t end = kLongestDetail - (sizeof(kCut) - 1);
+  const auto isWithinCharacter = [&](std::size_t place) { return (text[place] & '\xC0') == '\x80'; };
+  while (end > 0 && isWithinCharacter(end)) --end;
+  return text.substr(0, end) + kCut;
+}
+
 std::string titleOf(unsigned status) {
   const auto reason = boost::beast::http::obsolete_reason(boost::beast::http::int_to_status(status));
   return std::string(reason);
@@ -53,15 +74,16 @@ std::string titleOf(unsigned status) {
 
 }  // namespace
 
-Problem problemOf(const std::exception& failure) {
+Problem problemOf(const std::exception& failure, const RefusalKinds& kinds) {
+  const std::string words = failure.what();
   if (const auto* const known = dynamic_cast<const HttpClientErrorException*>(&failure)) {
-    return {failureStatus(known->status), utf8Detail(failure.what()), {}};
+    return {failureStatus(known->status), boundedDetail(words), {}};
   }
   if (const auto* const known = dynamic_cast<const IErrorIdException*>(&failure)) {
     const std::string errorId = known->getErrorId();
-    return {statusOf(errorId), utf8Detail(failure.what()), errorId};
+    return {statusOf(kinds.of(errorId, words)), boundedDetail(words), errorId};
   }
-  return {kInternalServerError, utf8Detail(failure.what()), {}};
+  return {kInternalServerError, boundedDetail(words), {}};
 }
 
 std::string problemDocument(const Problem& problem) {

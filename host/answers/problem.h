@@ -4,6 +4,8 @@
 #include <exception>
 #include <string>
 
+#include "answers/refusal_kinds.h"
+
 namespace host {
 
 /// A failed request as its client sees it (RFC 9457).
@@ -13,9 +15,10 @@ struct Problem {
   std::string errorId;  ///< Empty when the failure has none.
 };
 
-/// Reads the status of an `HttpClientErrorException`, else the id of an `IErrorIdException`. A failure with
-/// neither, with an id that is not known here, or with a status that is no failure's (400 to 599), is a 500.
-Problem problemOf(const std::exception& failure);
+/// Reads the status of an `HttpClientErrorException`, else the kind that `kinds` tells for the id and the
+/// words of an `IErrorIdException`. A failure with neither, and one with a status that is no failure's (400
+/// to 599), is a 500. A detail that would go beyond 4 KiB, as where it repeats what a client sent, is cut.
+Problem problemOf(const std::exception& failure, const RefusalKinds& kinds = {});
 
 /// The document as JSON: `type`, `title`, `status`, `detail`, and `errorId` where there is one.
 std::string problemDocument(const Problem& problem);

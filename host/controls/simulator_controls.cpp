@@ -177,7 +177,11 @@ SimulatorControls::SimulatorControls(const Finder& find) : m_lastError(find("Vex
   }
 }
 
-bool SimulatorControls::has(const std::wstring& name) const { return m_functions.count(name) != 0; }
+std::vector<std::wstring> SimulatorControls::names() const {
+  std::vector<std::wstring> names;
+  for (const auto& entry : m_functions) names.push_back(entry.first);
+  return names;
+}
 
 SimulatorControls::Value SimulatorControls::describe() const {
   Value list = Value::array();

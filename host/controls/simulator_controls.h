@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "controls/disk_names.h"
 #include "ServiceObject.h"
@@ -28,14 +29,14 @@ class SimulatorControls {
   explicit SimulatorControls(const Finder& find);
 
   bool isEmpty() const { return m_functions.empty(); }
-  bool has(const std::wstring& name) const;
+  std::vector<std::wstring> names() const;
 
   /// A list of objects with `name` and `arguments`, ordered by name.
   Value describe() const;
 
-  /// What the control tells; null when it tells nothing. `arguments` is an object, or null; `disks` leads
-  /// from a published id to a name that the library knows, null when nothing does. Raises a `Refusal`: 400
-  /// for wrong arguments, otherwise with the status that fits what the library says.
+  /// What the control `name`, one of the names, tells; null when it tells nothing. `arguments` is an object,
+  /// or null; `disks` leads from a published id to a name that the library knows, null when nothing does.
+  /// Raises a `Refusal`: 400 for wrong arguments, otherwise with the status that fits what the library says.
   Value run(const std::wstring& name, const Value& arguments, DiskNames* disks = nullptr) const;
 
  private:

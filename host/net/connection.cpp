@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "http/response_head.h"
+#include "system/log.h"
 #include "system/memory.h"
-#include "system/report.h"
 
 namespace host {
 
@@ -105,6 +105,7 @@ void Connection::awaitRequest() {
 }
 
 void Connection::beginRequest() {
+  m_begun = std::chrono::steady_clock::now();
   m_stream->expireAfter(m_state.limits.headerTime);
   takeHeader();
 }
@@ -186,9 +187,9 @@ void Connection::conclude(Outcome outcome) {
 }
 
 void Connection::send(Answer answer) {
-  log(answer.status);
-  m_job = {};
   m_answer = std::move(answer);
+  log();
+  m_job = {};
   const Request& request = m_reader->request();
   // A request that was not read to its end leaves the connection at an unknown place.
   const bool isTooFarAhead = m_pipelined >= m_state.limits.pipelinedRequests && m_input.size() != 0;
@@ -233,12 +234,20 @@ RequestHead Connection::head() const {
           m_stream->client()};
 }
 
-/// Without the query, which may hold the token.
-void Connection::log(unsigned status) const {
+void Connection::log() const {
   if (!m_state.logRequests) return;
   const Request& request = m_reader->request();
-  report(request.method + ' ' + request.target.substr(0, request.target.find('?')) + ' ' +
-         std::to_string(status));
+  RequestRecord record;
+  record.client = m_stream->client().address;
+  record.identity = m_job.identity;
+  record.operation = m_job.operation;
+  record.method = request.method;
+  record.target = request.target;
+  record.status = m_answer.status;
+  record.bytes = request.method == kHead ? 0 : m_answer.body.size();
+  record.duration =
+      std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - m_begun);
+  logRequest(record);
 }
 
 }  // namespace host

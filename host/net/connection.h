@@ -60,7 +60,7 @@ class Connection : public Occupant, public std::enable_shared_from_this<Connecti
   void close();
   void awaitEnd();
   RequestHead head() const;
-  void log(unsigned status) const;
+  void log() const;
 
   SharedState& m_state;
   const std::unique_ptr<ClientStream> m_stream;
@@ -75,6 +75,7 @@ class Connection : public Occupant, public std::enable_shared_from_this<Connecti
   bool m_isResting = true;            // until it shows a whole header; see `Connections`
   bool m_isIdle = false;              // nothing of a request has come
   bool m_isStopping = false;
+  std::chrono::steady_clock::time_point m_begun;  ///< The request under way.
 };
 
 }  // namespace host

@@ -5,11 +5,12 @@
 
 namespace host {
 
-/// A module of this process. Unloaded by the destructor: no object of it may be left then.
+/// A module of this process, or a library that one is to find loaded. Unloaded by the destructor: no object
+/// of it may be left then.
 class LoadedModule {
  public:
-  /// Raises `std::runtime_error` with the system's reason.
-  explicit LoadedModule(const std::string& path);
+  /// Raises `std::runtime_error` with the system's reason, which says `what` could not be loaded.
+  explicit LoadedModule(const std::string& path, const std::string& what = "module");
   LoadedModule(const LoadedModule&) = delete;
   LoadedModule& operator=(const LoadedModule&) = delete;
   ~LoadedModule();
@@ -29,6 +30,9 @@ class LoadedModule {
   std::string m_path;
   void* m_handle;
 };
+
+/// The file that the function or object came from, as UTF-8; empty when the system does not tell.
+std::string fileOf(const void* symbol);
 
 }  // namespace host
 

@@ -14,9 +14,9 @@ std::string filePath(const std::string& path) { return std::filesystem::absolute
 
 }  // namespace
 
-LoadedModule::LoadedModule(const std::string& path)
+LoadedModule::LoadedModule(const std::string& path, const std::string& what)
     : m_path(path), m_handle(dlopen(filePath(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
-  if (!m_handle) throw std::runtime_error(std::string("cannot load the module: ") + dlerror());
+  if (!m_handle) throw std::runtime_error("cannot load the " + what + ": " + dlerror());
 }
 
 LoadedModule::~LoadedModule() { dlclose(m_handle); }
@@ -28,5 +28,10 @@ void* LoadedModule::findSymbol(const char* name) const {
 }
 
 void* LoadedModule::findAnywhere(const char* name) const { return dlsym(m_handle, name); }
+
+std::string fileOf(const void* symbol) {
+  Dl_info found{};
+  return dladdr(symbol, &found) != 0 && found.dli_fname != nullptr ? found.dli_fname : std::string();
+}
 
 }  // namespace host

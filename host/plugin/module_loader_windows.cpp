@@ -15,13 +15,13 @@ namespace {
 
 /// An absolute path, so that the module is a file like any other, and the libraries beside it
 /// are found first.
-HMODULE load(const std::string& path) {
+HMODULE load(const std::string& path, const std::string& what) {
   const std::filesystem::path file = std::filesystem::absolute(std::filesystem::u8path(path));
   const HMODULE loaded = ::LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   if (loaded) return loaded;
   std::string reason = lastSystemFailure().what();
   boost::algorithm::replace_all(reason, "%1", "it");  // the place of the file's name in some messages
-  throw std::runtime_error("cannot load the module: " + file.u8string() + ": " + reason);
+  throw std::runtime_error("cannot load the " + what + ": " + file.u8string() + ": " + reason);
 }
 
 HMODULE handleOf(void* module) { return static_cast<HMODULE>(module); }
@@ -45,7 +45,8 @@ std::vector<HMODULE> loadedModules() {
 
 }  // namespace
 
-LoadedModule::LoadedModule(const std::string& path) : m_path(path), m_handle(load(path)) {}
+LoadedModule::LoadedModule(const std::string& path, const std::string& what)
+    : m_path(path), m_handle(load(path, what)) {}
 
 LoadedModule::~LoadedModule() { ::FreeLibrary(handleOf(m_handle)); }
 
@@ -61,6 +62,16 @@ void* LoadedModule::findAnywhere(const char* name) const {
     if (void* const symbol = symbolOf(module, name)) return symbol;
   }
   return nullptr;
+}
+
+std::string fileOf(const void* symbol) {
+  constexpr DWORD kFlags =
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+  HMODULE module = nullptr;
+  if (!::GetModuleHandleExW(kFlags, static_cast<const wchar_t*>(symbol), &module)) return {};
+  std::wstring name(32768, L'\0');  // the longest that there is
+  name.resize(::GetModuleFileNameW(module, &name[0], static_cast<DWORD>(name.size())));
+  return std::filesystem::path(name).u8string();
 }
 
 }  // namespace host

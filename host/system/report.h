@@ -13,6 +13,9 @@ void announce(const std::string& line);
 /// To standard error, after the program's name.
 void report(const std::string& line);
 
+/// To standard error as it is.
+void writeToErrors(const std::string& line);
+
 }  // namespace host
 
 #endif

@@ -1,6 +1,7 @@
 #ifndef MIRN_HOST_SYSTEM_STOP_SIGNAL_H
 #define MIRN_HOST_SYSTEM_STOP_SIGNAL_H
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -11,8 +12,9 @@ class IStopSignal {
  public:
   virtual ~IStopSignal() = default;
 
-  /// Returns when one has come.
-  virtual void wait() = 0;
+  /// Returns when one has come. Calls `reload`, which raises nothing, each time somebody asks meanwhile that
+  /// the files of the configuration be read again, where the system has a signal for that.
+  virtual void wait(const std::function<void()>& reload) = 0;
 };
 
 /// Takes the signals of the process in from now on; a second one ends the process at once. One

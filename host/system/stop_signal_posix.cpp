@@ -10,14 +10,27 @@ namespace {
 
 class StopSignal final : public IStopSignal {
  public:
-  void wait() override {
-    m_signals.async_wait([this](const boost::system::error_code&, int) { m_signals.clear(); });
+  void wait(const std::function<void()>& reload) override {
+    m_stops.async_wait([this](const boost::system::error_code&, int) {
+      m_stops.clear();
+      m_io.stop();
+    });
+    awaitReload(reload);
     m_io.run();
   }
 
  private:
+  void awaitReload(const std::function<void()>& reload) {
+    m_reloads.async_wait([this, &reload](const boost::system::error_code& error, int) {
+      if (error) return;
+      reload();
+      awaitReload(reload);
+    });
+  }
+
   boost::asio::io_context m_io;
-  boost::asio::signal_set m_signals{m_io, SIGINT, SIGTERM};
+  boost::asio::signal_set m_stops{m_io, SIGINT, SIGTERM};
+  boost::asio::signal_set m_reloads{m_io, SIGHUP};  // stays caught, so that none ends the host meanwhile
 };
 
 }  // namespace

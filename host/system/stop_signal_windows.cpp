@@ -33,7 +33,7 @@ class StopSignal final : public IStopSignal {
     if (!received() || !::SetConsoleCtrlHandler(onConsoleEvent, TRUE)) throw lastSystemFailure();
   }
 
-  void wait() override { ::WaitForSingleObject(received(), INFINITE); }
+  void wait(const std::function<void()>&) override { ::WaitForSingleObject(received(), INFINITE); }
 };
 
 }  // namespace

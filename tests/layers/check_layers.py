@@ -69,7 +69,7 @@ LAYERS = [
     ("host identity", ["host/identity/*"], CONTRACT + ["base", "host answers"]),
     ("host plugin", ["host/plugin/*"], CONTRACT + ["base", "host system"]),
     ("host controls", ["host/controls/*"], CONTRACT + ["simulator controls", "host answers"]),
-    ("host api", ["host/api/*"], CONTRACT + ["host identity", "host controls", "host answers"]),
+    ("host api", ["host/api/*"], CONTRACT + ["host system", "host answers", "host identity", "host controls"]),
     ("host options", ["host/options.*", "host/platform_options*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),
     ("host http", ["host/http/*"], ["host answers", "host options"]),
     ("host commands", ["host/commands/*"], ["host identity", "host options"]),

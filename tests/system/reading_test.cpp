@@ -139,9 +139,9 @@ TEST_P(RefusedRequests, AreProblemDocuments) {
 INSTANTIATE_TEST_SUITE_P(
     System, RefusedRequests,
     testing::Values(
-        Refusal{"NoRoute", "GET", "mirn/nothing", "", 404, "", "Request is not supported"},
-        Refusal{"RouteOfAnotherMethod", "GET", "mirn/rescan", "", 404, "", "Request is not supported"},
-        Refusal{"NoSingleVolume", "GET", "mirn/volumes/7", "", 404, "", "Request is not supported"},
+        Refusal{"NoRoute", "GET", "mirn/nothing", "", 404, "", "There is nothing under this path"},
+        Refusal{"RouteOfAnotherMethod", "GET", "mirn/rescan", "", 405, "", "This path takes other methods"},
+        Refusal{"NoSingleVolume", "GET", "mirn/volumes/7", "", 405, "", "This path takes other methods"},
         Refusal{"UndeclaredParameter", "GET", "mirn/volumes?force=1", "", 400, "INVALID_PARAMETER",
                 "Argument: force not allowed"},
         Refusal{"UnknownArray", "GET", "mirn/arrays/7/volumes", "", 404, "OBJECT_NOT_FOUND",

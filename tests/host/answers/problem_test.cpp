@@ -81,6 +81,18 @@ TEST(Problem, DocumentHasAnErrorIdOnlyWhereThereIsOne) {
     "type": "about:blank", "title": "Not Found", "status": 404, "detail": "gone"})"));
 }
 
+TEST(Problem, ALongDetailIsCutBetweenCharacters) {
+  const std::string text = std::string(3000, 'y') + [] {
+    std::string umlauts;
+    for (int i = 0; i < 1000; ++i) umlauts += "\xC3\xBC";
+    return umlauts;
+  }();
+  const Problem problem = problemOf(std::runtime_error(text));
+  EXPECT_EQ(problem.detail.size(), 4095U);
+  EXPECT_EQ(problem.detail.substr(4090), "\xC3\xBC...");
+  EXPECT_EQ(problemOf(std::runtime_error(std::string(4096, 'x'))).detail, std::string(4096, 'x'));
+}
+
 TEST(Problem, DetailThatIsNotUtf8IsMadeSo) {
   EXPECT_EQ(problemOf(std::runtime_error("na\xEFve")).detail, "na?ve");
   EXPECT_EQ(problemOf(std::runtime_error("na\xC3\xAFve")).detail, "na\xC3\xAFve");

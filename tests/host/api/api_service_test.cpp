@@ -4,6 +4,9 @@
 
 #include <map>
 
+#include "api/own_endpoints.h"
+#include "api/plugin_endpoints.h"
+#include "host/api/mock_plugin.h"
 #include "host/identity/single_token.h"
 #include "support/by_name.h"
 
@@ -20,29 +23,6 @@ using testing::Return;
 
 const std::string kToken(64, 'a');
 
-class MockPlugin : public ovra::service_plugin_interface {
- public:
-  const std::wstring& getShortName() const override { return m_name; }
-  const std::wstring& getName() const override { return m_name; }
-  const PluginVersion& getVersion() const override { return m_version; }
-  const std::wstring& getCode() const override { return m_name; }
-  const std::wstring& getApiVersion() const override { return m_apiVersion; }
-  std::vector<std::wstring> getHandledPaths() override { return {L"mirn", L"mirn/volumes"}; }
-
-  MOCK_METHOD(bool, initialize, (), (override));
-  MOCK_METHOD(void, finish, (), (override));
-  MOCK_METHOD(std::int32_t, getStatus, (), (override));
-  MOCK_METHOD(ServiceObject, handleRequest,
-              (std::wstring, std::int32_t, std::vector<std::wstring>, (std::map<std::wstring, std::wstring>),
-               ServiceObject),
-              (override));
-
- private:
-  const std::wstring m_name = L"mirn";
-  const std::wstring m_apiVersion = L"v1";
-  const PluginVersion m_version{5, 4, 0, 1465};
-};
-
 class ApiServiceTest : public testing::Test {
  protected:
   Answer answer(const std::string& method, const std::string& target, const std::string& body = "") {
@@ -54,9 +34,18 @@ class ApiServiceTest : public testing::Test {
     return m_service.prepare(head).run(body);
   }
 
+  EndpointTable table() {
+    EndpointTable table;
+    addHealthEndpoints(table, m_monitor);
+    addServiceEndpoint(table, m_plugin, m_plugin.keys);
+    addPluginEndpoints(table, m_plugin, m_plugin.keys, 32);
+    return table;
+  }
+
   testing::StrictMock<MockPlugin> m_plugin;
+  HealthMonitor m_monitor{m_plugin};
   SingleToken m_authenticator{kToken};
-  ApiService m_service{m_plugin, m_authenticator, 32};
+  ApiService m_service{table(), m_authenticator};
 };
 
 TEST_F(ApiServiceTest, HandsThePluginKeySegmentsAndParameters) {
@@ -81,17 +70,67 @@ TEST_F(ApiServiceTest, NeverCallsThePluginWithABrokenBody) {
   EXPECT_THROW(answer("PUT", "/api/v1/mirn", "{"), Refusal);
 }
 
-TEST_F(ApiServiceTest, LeavesAFailureToItsCaller) {
+TEST_F(ApiServiceTest, AnswersAFailureOfThePlugin) {
   EXPECT_CALL(m_plugin, handleRequest(_, _, _, _, _))
-      .WillOnce(testing::Throw(ListenerException("NOT_SUPPORTED", "no")));
-  EXPECT_THROW(answer("GET", "/api/v1/mirn"), ListenerException);
+      .WillOnce(testing::Throw(ListenerException("NOT_SUPPORTED", "no")))
+      .WillOnce(testing::Throw(ListenerException("Mirn_OFFLINE", "not now")));
+  EXPECT_EQ(answer("GET", "/api/v1/mirn").status, 422U);
+  const Answer later = answer("GET", "/api/v1/mirn");
+  EXPECT_EQ(later.status, 503U);
+  EXPECT_THAT(later.headers, ElementsAre(Pair("Retry-After", "2")));
 }
 
-TEST_F(ApiServiceTest, HealthIsTheStatusOfEachMoment) {
-  EXPECT_CALL(m_plugin, getStatus()).WillOnce(Return(0)).WillOnce(Return(1)).WillOnce(Return(2));
+TEST_F(ApiServiceTest, HealthIsWhatTheMonitorKnows) {
+  EXPECT_THROW(answer("GET", "/healthz"), Refusal);
+  EXPECT_CALL(m_plugin, getStatus()).WillOnce(Return(0));
+  m_monitor.ask();
   EXPECT_EQ(answer("GET", "/healthz").body, R"({"status":"working"})");
-  EXPECT_THROW(answer("GET", "/healthz"), Refusal);
-  EXPECT_THROW(answer("GET", "/healthz"), Refusal);
+  EXPECT_EQ(answer("GET", "/readyz").body, R"({"status":"ready"})");
+  m_monitor.announceStop();
+  EXPECT_THROW(answer("GET", "/readyz"), Refusal);
+}
+
+TEST_F(ApiServiceTest, AJobTellsWhatItIs) {
+  const Job job = m_service.prepare({"DELETE", "/api/v1/mirn/volumes/7", "Bearer " + kToken, "", false});
+  EXPECT_EQ(job.identity, "first");
+  EXPECT_EQ(job.operation, "DELETE mirn/volumes");
+  EXPECT_EQ(job.lane, Lane::kChanges);
+  EXPECT_TRUE(job.isChange);
+}
+
+TEST_F(ApiServiceTest, HeadIsAGet) {
+  EXPECT_EQ(answer("HEAD", "/api/v1").body, answer("GET", "/api/v1").body);
+}
+
+TEST_F(ApiServiceTest, AnybodyMayAskForTheMethods) {
+  for (const auto& [target, allowed] : std::map<std::string, std::string>{
+           {"*", "GET, HEAD, POST, PUT, DELETE, OPTIONS"},
+           {"/healthz", "GET, HEAD, OPTIONS"},
+           {"/api/v1", "GET, HEAD, OPTIONS"},
+           {"/api/v1/mirn/volumes", "GET, HEAD, POST, PUT, DELETE, OPTIONS"}}) {
+    const Answer got = m_service.prepare({"OPTIONS", target, "", "", false}).run("");
+    EXPECT_EQ(got.status, 204U) << target;
+    EXPECT_THAT(got.headers, ElementsAre(Pair("Allow", allowed))) << target;
+  }
+}
+
+class ObservingOnly : public IAuthenticator {
+ public:
+  Identity identify(const Credentials&) const override { return {"eve", Role::kObserve}; }
+  bool stillHolds(const Identity&) const override { return true; }
+};
+
+TEST_F(ApiServiceTest, ARoleThatIsTooLowIsRefused) {
+  const ObservingOnly authenticator;
+  const ApiService service(table(), authenticator);
+  EXPECT_NO_THROW(service.prepare({"GET", "/api/v1/mirn", "", "", false}));
+  try {
+    service.prepare({"PUT", "/api/v1/mirn", "", "", false});
+    FAIL() << "was taken";
+  } catch (const Refusal& refusal) {
+    EXPECT_EQ(refusal.status, 403);
+    EXPECT_STREQ(refusal.what(), R"(This takes the role "administer"; yours is "observe")");
+  }
 }
 
 struct HeadRow {
@@ -121,9 +160,12 @@ INSTANTIATE_TEST_SUITE_P(
                     HeadRow{"TokenWithoutScheme", {"GET", "/api/v1/mirn", kToken, "", false}, 401},
                     HeadRow{"NoApi", {"GET", "/apis/v1/mirn", kBearer, "", false}, 404},
                     HeadRow{"OtherVersion", {"GET", "/api/v2/mirn", kBearer, "", false}, 404},
+                    HeadRow{"OptionsOfNothing", {"OPTIONS", "/api/v1/morn", kBearer, "", false}, 404},
+                    HeadRow{"OptionsOfNothingToken", {"OPTIONS", "/api/v1/morn", "", "", false}, 401},
+                    HeadRow{"StarIsForOptions", {"GET", "*", kBearer, "", false}, 400},
                     HeadRow{"OtherKey", {"GET", "/api/v1/morn", kBearer, "", false}, 404},
-                    HeadRow{"RootIsOnlyRead", {"PUT", "/api/v1", kBearer, "", false}, 404},
-                    HeadRow{"Method", {"HEAD", "/api/v1/mirn", kBearer, "", false}, 405},
+                    HeadRow{"RootIsOnlyRead", {"PUT", "/api/v1", kBearer, "", false}, 405},
+                    HeadRow{"Method", {"PATCH", "/api/v1/mirn", kBearer, "", false}, 405},
                     HeadRow{"MethodCaseCounts", {"get", "/api/v1/mirn", kBearer, "", false}, 405},
                     HeadRow{"HealthMethod", {"PUT", "/healthz", "", "", false}, 405},
                     HeadRow{"OtherType", {"PUT", "/api/v1/mirn", kBearer, "text/json", true}, 415}),

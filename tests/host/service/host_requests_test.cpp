@@ -1,4 +1,5 @@
 #include <boost/json/parse.hpp>
+#include <sstream>
 
 #include "host/service/test_host.h"
 #include "support/by_name.h"
@@ -21,6 +22,8 @@ TEST_F(HostRequestsTest, ThePluginIsHandedTheWholeRequest) {
   EXPECT_EQ(answer[http::field::content_type], "application/json");
   EXPECT_EQ(answer[http::field::cache_control], "no-store");
   EXPECT_EQ(answer["X-Content-Type-Options"], "nosniff");
+  EXPECT_EQ(answer["Content-Security-Policy"], "default-src 'none'; frame-ancestors 'none'");
+  EXPECT_EQ(answer["Access-Control-Allow-Origin"], "") << "no page of another origin may read it";
   EXPECT_EQ(bodyOf(answer), boost::json::parse(R"({
     "path": "test/things", "method": 3, "segments": ["Ab", "rest"],
     "parameters": {"flag": "", "name": "a b", "time": "12"},
@@ -50,13 +53,37 @@ TEST_P(HostOtherMethodsTest, OtherMethodsAreNotAllowed) {
   HttpConnection client = connect();
   const auto answer = client.exchange(HttpConnection::make(GetParam(), "/api/v7/test", host().token()));
   EXPECT_EQ(answer.result_int(), 405U);
-  EXPECT_EQ(answer[http::field::allow], "GET, POST, PUT, DELETE");
+  EXPECT_EQ(answer[http::field::allow], "GET, HEAD, POST, PUT, DELETE, OPTIONS");
   EXPECT_EQ(client.get("/api/v7/test", host().token()).result_int(), 200U)
       << "the connection is still in order";
 }
 
-INSTANTIATE_TEST_SUITE_P(Methods, HostOtherMethodsTest, testing::Values("PATCH", "OPTIONS", "BREW"),
+INSTANTIATE_TEST_SUITE_P(Methods, HostOtherMethodsTest, testing::Values("PATCH", "BREW", "get"),
                          [](const auto& row) { return row.param; });
+
+TEST_F(HostRequestsTest, HeadIsAGetWithoutItsBody) {
+  HttpConnection client = connect();
+  const auto whole = client.get("/api/v7", host().token());
+  client.send(HttpConnection::make("HEAD", "/api/v7", host().token()));
+  const auto head = client.receive("HEAD");
+  EXPECT_EQ(head.result_int(), 200U);
+  EXPECT_EQ(head.body(), "");
+  EXPECT_EQ(head[http::field::content_length], std::to_string(whole.body().size()));
+  EXPECT_EQ(client.get("/api/v7", host().token()).body(), whole.body()) << "the connection is still in order";
+}
+
+TEST_F(HostRequestsTest, AnybodyMayAskForTheMethodsOfAResource) {
+  HttpConnection client = connect();
+  const auto answer = client.exchange(HttpConnection::make("OPTIONS", "/api/v7/test", ""));
+  EXPECT_EQ(answer.result_int(), 204U);
+  EXPECT_EQ(answer[http::field::allow], "GET, HEAD, POST, PUT, DELETE, OPTIONS");
+  EXPECT_EQ(client.exchange(HttpConnection::make("OPTIONS", "*", "")).result_int(), 204U);
+}
+
+TEST_F(HostRequestsTest, ARepeatedTextIsBounded) {
+  const auto answer = get("/api/v7/test/throw?kind=listener&message=" + std::string(6000, 'x'));
+  EXPECT_EQ(detailOf(answer), std::string(4093, 'x') + "...");
+}
 
 TEST_F(HostRequestsTest, NoBodyIsTheNullValue) {
   EXPECT_EQ(bodyOf(send("POST", "/api/v7/test")).at("bodyAlternative").as_int64(), 0);
@@ -250,17 +277,54 @@ TEST_F(HostHealthTest, HealthIsOnlyRead) {
   serve();
   const auto answer = send("POST", "/healthz");
   EXPECT_EQ(answer.result_int(), 405U);
-  EXPECT_EQ(answer[http::field::allow], "GET");
+  EXPECT_EQ(answer[http::field::allow], "GET, HEAD, OPTIONS");
 }
 
 using HostLogTest = TestHost;
 
-TEST_F(HostLogTest, EachRequestIsALineWithoutItsQuery) {
+/// The lines that the host left on standard error, as objects.
+std::vector<boost::json::object> linesOf(const std::string& errors) {
+  std::vector<boost::json::object> lines;
+  std::istringstream text(errors);
+  for (std::string line; std::getline(text, line);) lines.push_back(boost::json::parse(line).as_object());
+  return lines;
+}
+
+TEST_F(HostLogTest, EachRequestIsALineWithoutItsToken) {
   serve({"--log-requests"});
-  connect().get("/api/v7/test?access_token=" + host().token(), "");
+  const std::string token = host().token();
+  const auto answer = connect().get("/api/v7/test?access_token=" + token, "");
   get("/nothing");
   EXPECT_EQ(host().stop(), 0);
-  EXPECT_EQ(host().errors(), "mirn-host: GET /api/v7/test 200\nmirn-host: GET /nothing 404\n");
+  EXPECT_EQ(host().errors().find(token), std::string::npos);
+  const auto lines = linesOf(host().errors());
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].at("log"), "request");
+  EXPECT_EQ(lines[0].at("client"), "127.0.0.1");
+  EXPECT_EQ(lines[0].at("identity"), "first");
+  EXPECT_EQ(lines[0].at("operation"), "GET test");
+  EXPECT_EQ(lines[0].at("method"), "GET");
+  EXPECT_EQ(lines[0].at("target"), "/api/v7/test?access_token=***");
+  EXPECT_EQ(lines[0].at("status"), 200);
+  EXPECT_EQ(lines[0].at("bytes"), answer.body().size());
+  EXPECT_EQ(lines[1].at("target"), "/nothing");
+  EXPECT_EQ(lines[1].at("status"), 404);
+  EXPECT_EQ(lines[1].count("identity"), 0U);
+}
+
+TEST_F(HostLogTest, EachChangeIsALineInTheAudit) {
+  serve();
+  send("PUT", "/api/v7/test/a/b", "{}");
+  send("POST", "/api/v7/test", "{");
+  EXPECT_EQ(host().stop(), 0);
+  const auto lines = linesOf(host().errors());
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].at("log"), "audit");
+  EXPECT_EQ(lines[0].at("identity"), "first");
+  EXPECT_EQ(lines[0].at("operation"), "PUT test");
+  EXPECT_EQ(lines[0].at("outcome"), "done");
+  EXPECT_EQ(lines[1].at("outcome"), "refused");
+  EXPECT_EQ(lines[1].at("status"), 400);
 }
 
 TEST_F(HostLogTest, NothingIsLoggedUnlessAskedFor) {

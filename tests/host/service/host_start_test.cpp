@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <fstream>
 
 #include "host/service/test_host.h"
@@ -161,6 +162,22 @@ TEST_F(HostStartTest, AFileWithoutATokenIsRefused) {
   ASSERT_EQ(chmod(file("token").c_str(), 0600), 0);
   EXPECT_EQ(exitStatus(kModule), 1);
   expectOneLine("holds no token");
+}
+
+TEST_F(HostStartTest, ARequestToReadTheTokensAgainEndsNothing) {
+  serve();
+  host().signal(SIGHUP);
+  ASSERT_TRUE(host().awaitError("mirn-host: the tokens were read again"));
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+  host().signal(SIGHUP);
+  EXPECT_EQ(host().stop(), 0);
+  EXPECT_NE(trace().find("finish\n"), std::string::npos);
+}
+
+TEST_F(HostStartTest, HealthAndReadinessAreToldToAnybody) {
+  serve();
+  EXPECT_EQ(connect().get("/healthz", "").body(), R"({"status":"working"})");
+  EXPECT_EQ(connect().get("/readyz", "").body(), R"({"status":"ready"})");
 }
 
 struct DefaultFileRow {

@@ -17,7 +17,7 @@ constexpr auto kEndedByCtrlC = static_cast<int>(STATUS_CONTROL_C_EXIT);
 
 /// An orderly stop that takes a while.
 [[noreturn]] void stopSlowly(IStopSignal& signal) {
-  signal.wait();
+  signal.wait([] {});
   ::Sleep(300);
   std::exit(0);
 }

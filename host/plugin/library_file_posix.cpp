@@ -1,0 +1,7 @@
+#include "plugin/library_choice.h"
+
+namespace host {
+
+std::string libraryFileName() { return "libVEXL2.so"; }
+
+}  // namespace host

@@ -71,8 +71,8 @@ const std::vector<const char*>& strangeValues() {
   return kValues;
 }
 
-/// Two of the library's own failures, which the plug-in describes as such: some volumes it lets nobody delete,
-/// and some turn out to be past marking.
+/// Two of the library's own failures, which the plug-in describes as such: some volumes it lets nobody
+/// delete, and some turn out to be past marking.
 bool isFailureOfTheLibrary(const boost::json::value& document) {
   const auto& detail = document.at("detail");
   return detail == "User is not permitted to execute the function" || detail == "Mark as normal failed";

@@ -8,6 +8,8 @@
 #include "api/api_service.h"
 #include "api/own_endpoints.h"
 #include "api/plugin_endpoints.h"
+#include "api/session_endpoints.h"
+#include "commands/sign_in_command.h"
 #include "commands/token_command.h"
 #include "identity/admission.h"
 #include "identity/token_file.h"
@@ -20,6 +22,7 @@
 #include "system/process.h"
 #include "system/report.h"
 #include "system/stop_signal.h"
+#include "system/terminal.h"
 #include "text.h"
 
 namespace host {
@@ -111,11 +114,16 @@ int serve(const Options& options, Loaded& loaded) {
   Server server(settled(options, tokenFile));
   hosted.initialize();
   HealthMonitor monitor(hosted.plugin());
-  const ApiService service(endpointsOf(hosted, monitor, library, options), admission.authenticator());
+  EndpointTable table = endpointsOf(hosted, monitor, library, options);
+  addSessionEndpoints(table, hosted.plugin(), admission, [&server] { return server.url(); });
+  const ApiService service(std::move(table), admission.authenticator());
   monitor.start();
   server.start(service);
   announceStart(hosted, server.url(), tokenFile, admission);
   if (!server.socketPath().empty()) announce("Unix socket: " + server.socketPath());
+  if (isOutputTerminal()) {
+    announce("Sign in: " + signInAddress(server.url(), admission.makeCode({"terminal", Role::kAdminister})));
+  }
   stopSignal->wait([&] { reload(admission, server); });
   monitor.announceStop();
   if (!server.drain() || !monitor.stop(kPatience)) {
@@ -130,6 +138,10 @@ int serve(const Options& options, Loaded& loaded) {
 int run(const std::vector<std::string>& arguments, Loaded& loaded) {
   if (!arguments.empty() && arguments.front() == "token") {
     runTokenCommand({arguments.begin() + 1, arguments.end()}, std::cout, std::cerr);
+    return kSuccess;
+  }
+  if (!arguments.empty() && arguments.front() == "sign-in") {
+    runSignInCommand({arguments.begin() + 1, arguments.end()}, std::cout);
     return kSuccess;
   }
   const Options options = parseOptions(arguments);

@@ -183,6 +183,7 @@ std::string helpText() {
   std::ostringstream text;
   text << "Usage: mirn-host --module FILE [options]\n"
           "       mirn-host token add|list|revoke ... (mirn-host token --help tells more)\n"
+          "       mirn-host sign-in ...               (mirn-host sign-in --help tells more)\n"
           "Serves a plug-in module over HTTP until it gets "
        << stopSignalNames() << ".\n\n"
        << describe(defaults)

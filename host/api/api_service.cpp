@@ -60,6 +60,7 @@ Job ApiService::prepare(const RequestHead& head) const {
     return methodsJob("GET, HEAD, POST, PUT, DELETE, OPTIONS");
   auto call = std::make_shared<Call>();
   call->target = parseTarget(head.target);
+  call->client = head.client;
   const EndpointTable::Resource* const resource = m_table.find(call->target.segments);
   if (resource != nullptr && head.method == kOptions) return methodsJob(resource->allowed());
   const ApiEndpoint* const found = resource == nullptr ? nullptr : resource->find(head.method);
@@ -87,6 +88,9 @@ Identity ApiService::identify(const RequestHead& head, RequestTarget& target,
   if (parameter != target.parameters.end()) {
     credentials.parameter = wideToUtf8(parameter->second);
     target.parameters.erase(parameter);  // a secret between the client and the host
+  }
+  if (credentials.parameter && !takesParameter) {
+    throw Refusal(400, "The token belongs into the Authorization field alone");
   }
   const bool isOpen = endpoint == nullptr ? !isUnderApi(target) : !endpoint->role;
   return isOpen ? Identity() : m_authenticator.identify(credentials);

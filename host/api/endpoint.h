@@ -9,6 +9,7 @@
 #include "answers/answer.h"
 #include "api/job.h"
 #include "api/request_target.h"
+#include "identity/client.h"
 #include "identity/identity.h"
 
 namespace host {
@@ -17,6 +18,7 @@ namespace host {
 struct Call {
   RequestTarget target;  ///< Without the token.
   Identity identity;     ///< Without a name where nobody needs to be known.
+  Client client{};       ///< Where it comes from.
 };
 
 /// One operation of the service. Plain value.

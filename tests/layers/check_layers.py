@@ -72,8 +72,8 @@ LAYERS = [
     ("host api", ["host/api/*"], CONTRACT + ["host system", "host answers", "host identity", "host controls"]),
     ("host options", ["host/options.*", "host/platform_options*", "host/service_limits.h"], CONTRACT + ["host system", "host identity"]),
     ("host http", ["host/http/*"], ["host answers", "host options"]),
-    ("host commands", ["host/commands/*"], ["host identity", "host options"]),
     ("host net", ["host/net/*"], ["host system", "host identity", "host api", "host options", "host http"]),
+    ("host commands", ["host/commands/*"], ["host identity", "host options", "host net"]),
     ("host main", ["host/main.*"],
      CONTRACT + ["host system", "host identity", "host plugin", "host api", "host options", "host commands", "host net"]),
 ]

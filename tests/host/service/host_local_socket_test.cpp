@@ -1,40 +1,23 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/local/stream_protocol.hpp>
-#include <boost/asio/read.hpp>
-#include <boost/asio/write.hpp>
 #include <csignal>
 
+#include "host/service/local_exchange.h"
 #include "host/service/test_host.h"
 
 namespace host {
 
 namespace {
 
-using boost::asio::local::stream_protocol;
-
 class HostLocalSocketTest : public TestHost {
  protected:
   std::string socketFile() const { return file("sockets/host.sock"); }
   std::vector<std::string> named() const { return {"--unix-socket", socketFile()}; }
 
-  /// What the host answers over the socket, until it closes.
-  static std::string exchange(const std::string& path, const std::string& request) {
-    boost::asio::io_context io;
-    stream_protocol::socket socket(io);
-    socket.connect(stream_protocol::endpoint(path));
-    boost::asio::write(socket, boost::asio::buffer(request));
-    std::string answer;
-    boost::system::error_code error;
-    boost::asio::read(socket, boost::asio::dynamic_buffer(answer), error);
-    return answer;
-  }
-
   static std::string get(const std::string& path, const std::string& field = "") {
-    return exchange(path,
-                    "GET /api/v7 HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n" + field + "\r\n");
+    return localExchange(path,
+                         "GET /api/v7 HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n" + field + "\r\n");
   }
 };
 

@@ -5,6 +5,7 @@
 #include <boost/asio/ssl/context.hpp>
 #include <boost/asio/ssl/stream.hpp>
 #include <boost/asio/write.hpp>
+#include <csignal>
 
 #include "host/service/test_host.h"
 #include "support/test_certificate.h"
@@ -141,6 +142,28 @@ TEST_F(HostTlsTest, ClosesOnAClientWithoutTls) {
   HttpConnection client = connect();
   client.sendBytes(request());
   EXPECT_EQ(client.receiveToEnd().find("HTTP"), std::string::npos);
+}
+
+TEST_F(HostTlsTest, TakesANewCertificateAndDropsNobody) {
+  serve(options());
+  TlsClient before(m_authority);
+  ASSERT_TRUE(before.connect(host().port()));
+  const TestCertificate otherAuthority("another authority");
+  place(TestCertificate("server", otherAuthority));
+  host().signal(SIGHUP);
+  bool isNew = false;
+  for (int i = 0; i < 200 && !isNew; ++i) isNew = TlsClient(otherAuthority).connect(host().port());
+  EXPECT_TRUE(isNew);
+  before.send(request(token()));
+  EXPECT_EQ(before.receive("nothing").rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+TEST_F(HostTlsTest, KeepsItsCertificateWhenTheNewOneIsBroken) {
+  serve(options());
+  std::ofstream(file("certificate.pem")) << "broken";
+  host().signal(SIGHUP);
+  EXPECT_TRUE(host().awaitError("mirn-host: the certificate stays as it was: "));
+  EXPECT_TRUE(TlsClient(m_authority).connect(host().port()));
 }
 
 TEST_F(HostTlsTest, DoesNotStartWithWhatDoesNotServe) {

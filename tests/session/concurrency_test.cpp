@@ -260,8 +260,8 @@ TEST_F(SessionConcurrency, AnActionWaitsForTheOneBeforeIt) {
 
 // The event thread
 
-// Ten rounds take far less than half a millisecond, unless the thread pauses, and the shortest of pauses takes
-// a twentieth of one. The quickest ten count, for the machine may be busy with others.
+// Ten rounds take far less than half a millisecond, unless the thread pauses, and the shortest of pauses
+// takes a twentieth of one. The quickest ten count, for the machine may be busy with others.
 TEST_F(SessionConcurrency, TheEventThreadGoesBackToItsWaitAtOnceAfterAStatusThatBringsNoRefresh) {
   constexpr std::size_t kRounds = 2000;
   constexpr std::size_t kStretch = 10;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <boost/algorithm/string/predicate.hpp>
-#include <boost/date_time/posix_time/posix_time_types.hpp>
-#include <boost/date_time/posix_time/time_formatters.hpp>
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
 #include <cstdio>
@@ -11,28 +9,16 @@
 
 #include "system/report.h"
 #include "text.h"
+#include "tick_clock.h"
+#include "utc_time.h"
 
 namespace host {
 
 namespace {
 
-using SystemTime = std::chrono::system_clock::time_point;
-
 constexpr std::size_t kLongestText = 1024;
 constexpr std::string_view kTokenParameter = "access_token";
 constexpr char kMask[] = "***";
-
-/// RFC 3339, in UTC.
-std::string textOf(SystemTime time) {
-  const auto sinceEpoch = std::chrono::duration_cast<std::chrono::milliseconds>(time.time_since_epoch());
-  const boost::posix_time::ptime epoch(boost::gregorian::date(1970, 1, 1));
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch);
-  const std::string whole =
-      boost::posix_time::to_iso_extended_string(epoch + boost::posix_time::seconds(seconds.count()));
-  std::string milliseconds = std::to_string((sinceEpoch - seconds).count());
-  milliseconds.insert(0, 3 - milliseconds.size(), '0');
-  return whole + '.' + milliseconds + 'Z';
-}
 
 bool isUtf8(const std::string& text) {
   try {
@@ -82,8 +68,8 @@ void put(boost::json::object& line, const char* key, const std::string& text) {
   if (!text.empty()) line[key] = readable(text);
 }
 
-boost::json::object started(const char* kind, SystemTime time) {
-  return {{"log", kind}, {"time", textOf(time)}};
+boost::json::object started(const char* kind, std::int64_t ticks) {
+  return {{"log", kind}, {"time", utcText(ticks)}};
 }
 
 std::string finished(const boost::json::object& line) {
@@ -126,8 +112,8 @@ std::string withoutToken(std::string_view target) {
   return result;
 }
 
-std::string lineOf(const RequestRecord& record, SystemTime time) {
-  boost::json::object line = started("request", time);
+std::string lineOf(const RequestRecord& record, std::int64_t ticks) {
+  boost::json::object line = started("request", ticks);
   put(line, "client", record.client);
   put(line, "identity", record.identity);
   put(line, "operation", record.operation);
@@ -135,12 +121,12 @@ std::string lineOf(const RequestRecord& record, SystemTime time) {
   put(line, "target", withoutToken(record.target));
   line["status"] = record.status;
   line["bytes"] = record.bytes;
-  line["milliseconds"] = static_cast<double>(record.duration.count()) / 1000;
+  line["microseconds"] = record.duration.count();
   return finished(line);
 }
 
-std::string lineOf(const AuditRecord& record, SystemTime time) {
-  boost::json::object line = started("audit", time);
+std::string lineOf(const AuditRecord& record, std::int64_t ticks) {
+  boost::json::object line = started("audit", ticks);
   put(line, "client", record.client);
   put(line, "identity", record.identity);
   put(line, "operation", record.operation);
@@ -153,10 +139,8 @@ std::string lineOf(const AuditRecord& record, SystemTime time) {
   return finished(line);
 }
 
-void logRequest(const RequestRecord& record) {
-  writeToErrors(lineOf(record, std::chrono::system_clock::now()));
-}
+void logRequest(const RequestRecord& record) { writeToErrors(lineOf(record, currentTicks())); }
 
-void logAudit(const AuditRecord& record) { writeToErrors(lineOf(record, std::chrono::system_clock::now())); }
+void logAudit(const AuditRecord& record) { writeToErrors(lineOf(record, currentTicks())); }
 
 }  // namespace host

@@ -38,9 +38,9 @@ struct AuditRecord {
 void logRequest(const RequestRecord& record);
 void logAudit(const AuditRecord& record);
 
-/// The lines, without their end.
-std::string lineOf(const RequestRecord& record, std::chrono::system_clock::time_point time);
-std::string lineOf(const AuditRecord& record, std::chrono::system_clock::time_point time);
+/// The lines, without their end; `ticks` as tick_clock.h counts them.
+std::string lineOf(const RequestRecord& record, std::int64_t ticks);
+std::string lineOf(const AuditRecord& record, std::int64_t ticks);
 
 /// The target with the value of each `access_token` masked, however its name is written.
 std::string withoutToken(std::string_view target);

@@ -38,10 +38,9 @@ struct Outcome {
   std::size_t taken = 0;  ///< Bytes up to the next request.
 };
 
-/// `b` is of a reader that got the text in pieces: it may still wait for more where `a` is refused already.
+/// What one reader refuses none takes; by the pieces that it gets, it may still wait for more.
 bool same(const Outcome& a, const Outcome& b) {
-  if (a.refused != 0) return !b.isWhole;
-  if (b.refused != 0) return false;
+  if (a.refused != 0 || b.refused != 0) return !a.isWhole && !b.isWhole;
   if (!a.isWhole || !b.isWhole) return a.isWhole == b.isWhole;
   return a.body == b.body && a.taken == b.taken && a.request.method == b.request.method &&
          a.request.target == b.request.target && a.request.authorization == b.request.authorization &&

@@ -31,11 +31,11 @@ bool isNameCharacter(char character) {
          character == '_';
 }
 
-/// Addresses have many ways to be written.
+/// Addresses have many ways to be written; of IPv4 the short ones, which some systems take, are names here.
 std::string comparable(std::string_view host) {
   boost::system::error_code error;
   const ip::address address = ip::make_address(std::string(host), error);
-  if (!error) return address.to_string();
+  if (!error && (address.is_v6() || address.to_string() == host)) return address.to_string();
   if (host.size() > 1 && host.back() == '.') host.remove_suffix(1);
   return boost::algorithm::to_lower_copy(std::string(host), std::locale::classic());
 }

@@ -1,8 +1,9 @@
 #include "schemas.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <functional>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -74,6 +75,7 @@ void visitProperties(const ServiceObject& schema,
 
 TEST(Schemas, DescribeEveryPropertyInWholeSentences) {
   const ServiceObject all = allSchemas();
+  const std::regex sentence("[A-Z].*\\.");
   std::size_t count = 0;
   for (auto schema = all.begin(); schema != all.end(); ++schema) {
     visitProperties(*(*schema).value, [&](const std::wstring& key, const ServiceObject& property) {
@@ -82,7 +84,7 @@ TEST(Schemas, DescribeEveryPropertyInWholeSentences) {
         return;
       }
       const std::string told = wideToUtf8(property.member(L"description").toString());
-      EXPECT_THAT(told, testing::MatchesRegex("[A-Z].*\\.")) << wideToUtf8((*schema).key + L"." + key);
+      EXPECT_TRUE(std::regex_match(told, sentence)) << wideToUtf8((*schema).key + L"." + key) << ": " << told;
       ++count;
     });
   }

@@ -165,7 +165,7 @@ class ServingTest(WindowsHostTest):
         self.assertEqual(401, host.request("GET", "/api/v1/mirn/volumes", token="x" * 64)[0])
         self.assertEqual(404, host.request("GET", "/api/v1/mirn/nothing")[0])
         self.assertEqual(404, host.request("GET", "/api/v2/mirn/volumes")[0])
-        self.assertEqual(404, host.request("GET", "/api/v1/mirn/volumes/1/rebuild")[0])
+        self.assertEqual(405, host.request("GET", "/api/v1/mirn/volumes/1/rebuild")[0])
         self.assert_stops(host)
 
     def test_a_module_in_a_folder_of_any_name_is_served_with_its_library(self):

@@ -4,6 +4,7 @@
 #include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 #include <map>
+#include <set>
 
 #include "identity/secrets.h"
 
@@ -128,11 +129,22 @@ void TokenLines::add(const TokenEntry& entry) { m_lines.push_back(lineOf(textOf(
 
 bool TokenLines::remove(std::string_view name) {
   const auto found = find(name);
-  // A line that repeats the name or the token would count once the first one is gone.
+  std::set<std::string> goneNames{std::string(name)};
+  std::set<std::string> goneHashes;
+  if (found) goneHashes.insert(found->hash);
   const auto isGone = [&](const Line& line) {
-    return line.entry && (line.entry->name == name || (found && line.entry->hash == found->hash));
+    if (!line.entry) return false;
+    const bool isRevoked = line.entry->name == name || (found && line.entry->hash == found->hash);
+    const bool repeatsGone = goneNames.count(line.entry->name) + goneHashes.count(line.entry->hash) != 0;
+    return isRevoked || (!line.fault.empty() && repeatsGone);
   };
-  m_lines.erase(std::remove_if(m_lines.begin(), m_lines.end(), isGone), m_lines.end());
+  // A line that is refused for what it repeats would count once that has gone; it may repeat another such one.
+  for (auto line = std::find_if(m_lines.begin(), m_lines.end(), isGone); line != m_lines.end();
+       line = std::find_if(m_lines.begin(), m_lines.end(), isGone)) {
+    goneNames.insert(line->entry->name);
+    goneHashes.insert(line->entry->hash);
+    m_lines.erase(line);
+  }
   return found.has_value();
 }
 

@@ -75,6 +75,20 @@ TEST(TokenLines, WhatRepeatsARevokedTokenGoesWithIt) {
   EXPECT_EQ(lines.text(), "");
 }
 
+TEST(TokenLines, WhatWasRefusedForARefusedLineNeverComesToCount) {
+  TokenLines lines(kGood + "\nother operate " + kHashA + " " + kTime + "\nother administer " + kHashB + " " +
+                   kTime + "\n");
+  EXPECT_TRUE(lines.remove("backup"));
+  EXPECT_EQ(lines.text(), "");
+}
+
+TEST(TokenLines, ALineThatCountsStaysWhereOneGoesThatRepeatsItsName) {
+  const std::string other = "other operate " + kHashB + " " + kTime + "\n";
+  TokenLines lines(other + kGood + "\nother administer " + kHashA + " " + kTime + "\n");
+  EXPECT_TRUE(lines.remove("backup"));
+  EXPECT_EQ(lines.text(), other);
+}
+
 struct FaultRow {
   std::string name;
   std::string line;

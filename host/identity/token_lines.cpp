@@ -138,7 +138,7 @@ bool TokenLines::remove(std::string_view name) {
     const bool repeatsGone = goneNames.count(line.entry->name) + goneHashes.count(line.entry->hash) != 0;
     return isRevoked || (!line.fault.empty() && repeatsGone);
   };
-  // A line that is refused for what it repeats would count once that has gone; it may repeat another such one.
+  // A line that is refused for what it repeats would count once that has gone; others may repeat it in turn.
   for (auto line = std::find_if(m_lines.begin(), m_lines.end(), isGone); line != m_lines.end();
        line = std::find_if(m_lines.begin(), m_lines.end(), isGone)) {
     goneNames.insert(line->entry->name);

@@ -4,6 +4,7 @@
 #include <aclapi.h>
 #include <sddl.h>
 
+#include <array>
 #include <vector>
 
 #include "handle_windows.h"
@@ -39,17 +40,33 @@ class ProcessUser {
   std::vector<unsigned char> m_record;
 };
 
-/// Owner, and a protected list of one entry: all access for the owner; a directory hands it on
-/// to what is in it.
+bool isAdministrator() {
+  std::array<unsigned char, SECURITY_MAX_SID_SIZE> sid{};
+  auto size = static_cast<DWORD>(sid.size());
+  BOOL isMember = FALSE;
+  return ::CreateWellKnownSid(WinBuiltinAdministratorsSid, nullptr, sid.data(), &size) &&
+         ::CheckTokenMembership(nullptr, sid.data(), &isMember) && isMember;
+}
+
+/// Owner, and a protected list: all access for the owner and those like him; a directory hands it on to what
+/// is in it.
 std::wstring describe(OwnerOnly::Kind kind) {
   const std::wstring user = ProcessUser().text();
   const std::wstring inheritance = kind == OwnerOnly::Kind::kDirectory ? L"OICI" : L"";
-  return L"O:" + user + L"D:P(A;" + inheritance + L";FA;;;" + user + L")";
+  std::vector<std::wstring> allowed{user};
+  if (isAdministrator()) allowed.insert(allowed.end(), {L"SY", L"BA"});
+  std::wstring text = L"O:" + user + L"D:P";
+  for (const std::wstring& sid : allowed) text += L"(A;" + inheritance + L";FA;;;" + sid + L")";
+  return text;
+}
+
+bool isOfAdministration(PSID sid, PSID user) {
+  return ::EqualSid(sid, user) || ::IsWellKnownSid(sid, WinLocalSystemSid) ||
+         ::IsWellKnownSid(sid, WinBuiltinAdministratorsSid);
 }
 
 bool isTrusted(PSID sid, PSID owner, PSID user) {
-  return (owner && ::EqualSid(sid, owner)) || ::EqualSid(sid, user) ||
-         ::IsWellKnownSid(sid, WinLocalSystemSid) || ::IsWellKnownSid(sid, WinBuiltinAdministratorsSid) ||
+  return (owner && ::EqualSid(sid, owner)) || isOfAdministration(sid, user) ||
          ::IsWellKnownSid(sid, WinCreatorOwnerRightsSid);
 }
 
@@ -60,6 +77,15 @@ bool letsOthersIn(const ACE_HEADER& entry, PSID owner, PSID user) {
   if (entry.AceType != ACCESS_ALLOWED_ACE_TYPE) return true;
   auto& allowed = const_cast<ACCESS_ALLOWED_ACE&>(reinterpret_cast<const ACCESS_ALLOWED_ACE&>(entry));
   return allowed.Mask != 0 && !isTrusted(&allowed.SidStart, owner, user);
+}
+
+std::unique_ptr<void, LocalMemory> securityOf(const std::wstring& path, SECURITY_INFORMATION wanted) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  const DWORD error = ::GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, wanted, nullptr, nullptr, nullptr,
+                                              nullptr, &descriptor);
+  ::SetLastError(error);
+  if (error != ERROR_SUCCESS) throw lastSystemFailure();
+  return std::unique_ptr<void, LocalMemory>(descriptor);
 }
 
 }  // namespace
@@ -94,12 +120,13 @@ bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor) {
 }
 
 bool letsOthersIn(const std::wstring& path) {
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  const DWORD error = ::GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT,
-                                              OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION, nullptr,
-                                              nullptr, nullptr, nullptr, &descriptor);
-  ::SetLastError(error);
-  if (error != ERROR_SUCCESS) throw lastSystemFailure();
-  const std::unique_ptr<void, LocalMemory> owned(descriptor);
-  return letsOthersIn(descriptor);
+  return letsOthersIn(securityOf(path, OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION).get());
+}
+
+bool isOwnedByAdministration(const std::wstring& path) {
+  const auto descriptor = securityOf(path, OWNER_SECURITY_INFORMATION);
+  PSID owner = nullptr;
+  BOOL isDefault = FALSE;
+  if (!::GetSecurityDescriptorOwner(descriptor.get(), &owner, &isDefault)) throw lastSystemFailure();
+  return owner && isOfAdministration(owner, ProcessUser().sid());
 }

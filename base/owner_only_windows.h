@@ -12,7 +12,8 @@ struct LocalMemory {
 };
 
 /// What a new file or folder is made with so that it belongs to the user of this process, who alone has
-/// access: nothing is inherited from the folder above.
+/// access: nothing is inherited from the folder above. A user who administers the machine makes it for the
+/// system and the other administrators, too: what a service keeps is made by either.
 class OwnerOnly {
  public:
   enum class Kind { kFile, kDirectory };
@@ -34,5 +35,9 @@ bool letsOthersIn(PSECURITY_DESCRIPTOR descriptor);
 
 /// The same of the file `path`, as it is now.
 bool letsOthersIn(const std::wstring& path);
+
+/// Whether the file or folder belongs to the system, the administrators or the user of this process. Raises
+/// `std::runtime_error` with the system's reason.
+bool isOwnedByAdministration(const std::wstring& path);
 
 #endif

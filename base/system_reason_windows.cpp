@@ -5,6 +5,8 @@
 #include <array>
 #include <string>
 
+#include "utf8_windows.h"
+
 namespace {
 
 /// The system's message as one line; some have several, and all end in a line's end.
@@ -14,14 +16,6 @@ std::wstring asLine(std::wstring text) {
   }
   text.erase(text.find_last_not_of(L" .") + 1);
   return text;
-}
-
-std::string asUtf8(const std::wstring& text) {
-  const int units = static_cast<int>(text.size());
-  const int size = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-  std::string result(static_cast<std::size_t>(size), '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, result.data(), size, nullptr, nullptr);
-  return result;
 }
 
 }  // namespace

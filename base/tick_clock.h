@@ -6,6 +6,7 @@
 
 /// A tick is 100 nanoseconds; times are ticks since the Unix epoch.
 constexpr std::int64_t kTicksPerSecond = 10'000'000;
+constexpr std::int64_t kTicksPerMillisecond = kTicksPerSecond / 1000;
 
 /// The wall clock, now.
 std::int64_t currentTicks();

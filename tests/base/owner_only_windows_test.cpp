@@ -4,6 +4,7 @@
 #include <sddl.h>
 
 #include "support/by_name.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -60,10 +61,12 @@ ACL* listOf(OwnerOnly& access) {
   return list;
 }
 
-const ACCESS_ALLOWED_ACE* entryOf(OwnerOnly& access) {
+ACCESS_ALLOWED_ACE* entryOf(OwnerOnly& access, DWORD place) {
   void* entry = nullptr;
-  return ::GetAce(listOf(access), 0, &entry) ? static_cast<ACCESS_ALLOWED_ACE*>(entry) : nullptr;
+  return ::GetAce(listOf(access), place, &entry) ? static_cast<ACCESS_ALLOWED_ACE*>(entry) : nullptr;
 }
+
+PSID sidOf(OwnerOnly& access, DWORD place) { return &entryOf(access, place)->SidStart; }
 
 TEST(OwnerOnly, LetsNobodyElseInAndInheritsNothing) {
   for (const auto kind : {OwnerOnly::Kind::kFile, OwnerOnly::Kind::kDirectory}) {
@@ -77,17 +80,33 @@ TEST(OwnerOnly, LetsNobodyElseInAndInheritsNothing) {
   }
 }
 
-TEST(OwnerOnly, IsOneEntryWithAllAccess) {
+/// Wine's user administers the machine: an entry for that user, the system, and the administrators.
+TEST(OwnerOnly, OfAnAdministratorIsForTheSystemToo) {
   OwnerOnly file(OwnerOnly::Kind::kFile);
-  ASSERT_EQ(listOf(file)->AceCount, 1);
-  EXPECT_EQ(entryOf(file)->Mask, static_cast<DWORD>(FILE_ALL_ACCESS));
-  EXPECT_EQ(entryOf(file)->Header.AceFlags, 0);
+  ASSERT_EQ(listOf(file)->AceCount, 3);
+  EXPECT_TRUE(::IsWellKnownSid(sidOf(file, 1), WinLocalSystemSid));
+  EXPECT_TRUE(::IsWellKnownSid(sidOf(file, 2), WinBuiltinAdministratorsSid));
+}
+
+TEST(OwnerOnly, GivesAllAccess) {
+  OwnerOnly file(OwnerOnly::Kind::kFile);
+  for (DWORD i = 0; i < listOf(file)->AceCount; ++i) {
+    EXPECT_EQ(entryOf(file, i)->Mask, static_cast<DWORD>(FILE_ALL_ACCESS));
+    EXPECT_EQ(entryOf(file, i)->Header.AceFlags, 0);
+  }
+}
+
+TEST(Ownership, OfWhatThisUserMadeIsTheAdministrations) {
+  const TemporaryFolder folder;
+  EXPECT_TRUE(isOwnedByAdministration(folder.path().wstring()));
+  EXPECT_THROW(isOwnedByAdministration((folder.path() / "none").wstring()), std::runtime_error);
 }
 
 TEST(OwnerOnly, OfADirectoryIsHandedOn) {
   OwnerOnly directory(OwnerOnly::Kind::kDirectory);
-  ASSERT_EQ(listOf(directory)->AceCount, 1);
-  EXPECT_EQ(entryOf(directory)->Header.AceFlags, OBJECT_INHERIT_ACE | CONTAINER_INHERIT_ACE);
+  for (DWORD i = 0; i < listOf(directory)->AceCount; ++i) {
+    EXPECT_EQ(entryOf(directory, i)->Header.AceFlags, OBJECT_INHERIT_ACE | CONTAINER_INHERIT_ACE);
+  }
 }
 
 }  // namespace

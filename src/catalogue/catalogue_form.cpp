@@ -6,6 +6,7 @@
 #include "http_method.h"
 #include "list_form.h"
 #include "plugin_identity.h"
+#include "schemas.h"
 #include "text.h"
 
 using ovra::data_transfer::ServiceObject;
@@ -62,6 +63,17 @@ ServiceObject fieldForm(const FieldRow& row) {
   return form;
 }
 
+/// Nothing for a shape of which nothing is told.
+void putShape(ServiceObject& form, const Shape& shape) {
+  ServiceObject told = ServiceObject::object();
+  putText(told, L"level", shape.level);
+  putText(told, L"size", shape.size);
+  putText(told, L"disks", shape.disks);
+  putText(told, L"array", shape.array);
+  if (shape.fillsArray) told.member(L"fillsArray") = true;
+  if (!told.asObject().empty()) form.member(L"becomes") = told;
+}
+
 ServiceObject effectForm(const EffectRow& row) {
   ServiceObject form = ServiceObject::object();
   put(form, L"fate", toText(row.fate));
@@ -70,6 +82,9 @@ ServiceObject effectForm(const EffectRow& row) {
   putText(form, L"relation", row.relation);
   put(form, L"text", row.text);
   putCondition(form, row.when);
+  putText(form, L"where", row.where);
+  putText(form, L"except", row.except);
+  putShape(form, row.becomes);
   return form;
 }
 
@@ -123,6 +138,8 @@ void putAnswer(ServiceObject& form, const AnswerRow& answer) {
   if (!answer.schema) return;
   put(form.member(L"answer"), L"schema", answer.schema);
   form.member(L"answer").member(L"list") = answer.isList;
+  if (answer.isList) form.member(L"answer").member(L"columns") = textsOf(columnsOf(answer.schema));
+  if (answer.isMomentary) form.member(L"answer").member(L"momentary") = true;
 }
 
 }  // namespace
@@ -138,6 +155,8 @@ ServiceObject formOf(const RefusalRow& row) {
 ServiceObject formOf(const RouteRow& row) {
   ServiceObject form = ServiceObject::object();
   put(form, L"id", row.id);
+  put(form, L"noun", row.command.noun);
+  put(form, L"verb", row.command.verb);
   put(form, L"method", methodOf(row));
   put(form, L"key", keyOf(row));
   put(form, L"path", templateOf(row));

@@ -7,6 +7,7 @@ RouteRows deviceRows() {
   return {
       {RouteId::kListDevices,
        L"listDevices",
+       {L"disks", L"list"},
        HttpMethod::kGet,
        L"enddevices",
        L"",

@@ -20,6 +20,7 @@ RouteRows eventRows() {
   return {
       {RouteId::kListEvents,
        L"listEvents",
+       {L"events", L"list"},
        HttpMethod::kGet,
        L"events",
        L"",
@@ -27,7 +28,7 @@ RouteRows eventRows() {
        L"The last 1000 events of disks and volumes at most. Their times are local.",
        Effect::kRead,
        Role::kObserve,
-       {schemas::kEvent, true},
+       {schemas::kEvent, true, true},
        {requestRefusal(kMsgInvalidTime)},
        Judgement::kQuery,
        {ageField()}},

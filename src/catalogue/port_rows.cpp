@@ -22,6 +22,7 @@ RouteRows portRows() {
   return {
       {RouteId::kListPorts,
        L"listPorts",
+       {L"ports", L"list"},
        HttpMethod::kGet,
        kBranch,
        L"",
@@ -33,6 +34,7 @@ RouteRows portRows() {
        withPicture()},
       {RouteId::kLocatePort,
        L"locatePort",
+       {L"ports", L"locate"},
        HttpMethod::kPut,
        kBranch,
        L"{portId}/locate",

@@ -32,6 +32,7 @@ RouteRows raidRows() {
   return {
       {RouteId::kListRaids,
        L"listRaids",
+       {L"raids", L"list"},
        HttpMethod::kGet,
        kBranch,
        L"",
@@ -47,6 +48,7 @@ RouteRows raidRows() {
        rangeAndType()},
       {RouteId::kGetRaid,
        L"getRaid",
+       {L"raids", L"show"},
        HttpMethod::kGet,
        kBranch,
        L"{raidId}",
@@ -60,6 +62,7 @@ RouteRows raidRows() {
        rangeAndType()},
       {RouteId::kListRaidControllers,
        L"listRaidControllers",
+       {L"raids", L"controllers"},
        HttpMethod::kGet,
        kBranch,
        L"{raidId}/controllers",

@@ -80,16 +80,33 @@ struct LibraryCall {
 
 enum class Fate { kComes, kChanges, kGoes, kOverwritten };
 
+/// What an object is from then on, by the arguments that tell it; null: none does.
+struct Shape {
+  const wchar_t* level = nullptr;
+  const wchar_t* size = nullptr;
+  const wchar_t* disks = nullptr;  ///< The members of what comes, or further ones of what is there.
+  const wchar_t* array = nullptr;  ///< The one that it comes in.
+  bool fillsArray = false;         ///< It takes all that its array has.
+};
+
 /// What becomes of objects. Texts hold names of arguments in braces, which stand for the objects they name.
 struct EffectRow {
   Fate fate;
   const wchar_t* type;      ///< Of the objects: "volume", "disk", "array", "controller", "port", "setting".
   const wchar_t* argument;  ///< Names them, or the object that they belong to; null: none does.
-  /// To the argument's object: "itself", "volumes", "disks", "array", "journal" (the drive) or "ports" (its
-  /// own and those that they are plugged into).
+  /// To the argument's object: "itself", "volumes", "disks", "array", "journal" (the drive), "ports" (its
+  /// own and those that they are plugged into) or "neighbours" (behind the same controller).
   const wchar_t* relation;
   const wchar_t* text;  ///< One sentence.
   Condition when = {};
+  /// Of these objects, as the machine stands before: "emptied" (arrays, and disks of arrays, in which no
+  /// other volume stands) or "kept" (where one does), "member" or "single" (disks of an array, or of none),
+  /// "lost" (disks of an array that no longer serve) or "missing" (the one that is lost where it is not even
+  /// there), "degraded" (volumes), "unshared" (drives with no other volume's journal), "forgotten" (disks
+  /// that would be emptied or unshared, but are not there), "own" or "plugged" (ports). Null: all.
+  const wchar_t* where = nullptr;
+  const wchar_t* except = nullptr;  ///< Not what this argument names.
+  Shape becomes = {};
 };
 using EffectRows = std::vector<EffectRow>;
 
@@ -106,11 +123,20 @@ struct WorkRow {
 struct AnswerRow {
   const wchar_t* schema = nullptr;
   bool isList = false;
+  bool isMomentary =
+      false;  ///< It depends on when it is asked for, so that it differs while nothing changes.
+};
+
+/// How a route is asked for by words: "volumes rename". No two routes have both words alike.
+struct CommandRow {
+  const wchar_t* noun;  ///< What is looked at or changed, as a group of commands; "": the verb stands alone.
+  const wchar_t* verb;
 };
 
 struct RouteRow {
   RouteId route;
   const wchar_t* id;
+  CommandRow command;
   std::int32_t method;    ///< A code of http_method.h.
   const wchar_t* branch;  ///< Below the plug-in's key: "volumes"; "" is the key itself.
   const wchar_t* path;    ///< Below the branch: "{volumeId}/rebuild".

@@ -1,5 +1,7 @@
 #include "schemas.h"
 
+#include <map>
+
 #include "answer_fields.h"
 #include "array.h"
 #include "controller.h"
@@ -51,4 +53,19 @@ ServiceObject allSchemas() {
   all.member(schemas::kVolumeName) = field::schemaOf<VolumeNameAnswer>();
   all.member(schemas::kVolumeStateChange) = field::schemaOf<VolumeStateAnswer>();
   return all;
+}
+
+std::vector<std::wstring> columnsOf(const std::wstring& schema) {
+  static const std::map<std::wstring, std::vector<std::wstring>> kColumns = {
+      {schemas::kArray, {L"id", L"name", L"state", L"numDisks", L"numVolumes", L"totalSize", L"freeSize"}},
+      {schemas::kController, {L"id", L"name", L"type", L"mode", L"version", L"availableDisks"}},
+      {schemas::kDevice,
+       {L"id", L"serialNumber", L"model", L"type", L"state", L"usage", L"totalSize", L"address"}},
+      {schemas::kEvent, {L"creation_time", L"severity", L"event_source_name", L"description"}},
+      {schemas::kPort, {L"id", L"address", L"localDeviceType", L"localDeviceId", L"connectedPortId"}},
+      {schemas::kRaid, {L"raidId", L"raidEnabled", L"maxDisksPerArray", L"maxVolumesPerArray"}},
+      {schemas::kVolume, {L"id", L"name", L"state", L"raidLevel", L"totalSize", L"migrProgress"}},
+  };
+  const auto found = kColumns.find(schema);
+  return found == kColumns.end() ? std::vector<std::wstring>() : found->second;
 }

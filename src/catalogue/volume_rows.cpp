@@ -61,19 +61,33 @@ FieldRow levelOfVolumeField() {
   return field;
 }
 
-constexpr EffectRow volumeEffect(Fate fate, const wchar_t* text, Condition when = {}) {
-  return {fate, L"volume", keys::kVolumeId, L"itself", text, when};
+constexpr EffectRow volumeEffect(Fate fate, const wchar_t* text, Condition when = {},
+                                 const Shape& becomes = {}) {
+  return {fate, L"volume", keys::kVolumeId, L"itself", text, when, nullptr, nullptr, becomes};
+}
+
+/// On those objects around the volume that stand so, see `EffectRow`.
+constexpr EffectRow aroundVolume(Fate fate, const wchar_t* type, const wchar_t* relation, const wchar_t* text,
+                                 const wchar_t* where = nullptr) {
+  return {fate, type, keys::kVolumeId, relation, text, {}, where};
+}
+
+/// A missing disk is known for as long only as something stands on it.
+constexpr EffectRow journalForgotten() {
+  return aroundVolume(Fate::kGoes, L"disk", L"journal",
+                      L"The missing disk that held its journal is forgotten.", L"forgotten");
 }
 
 constexpr EffectRow journalFreed() {
-  return {Fate::kChanges, L"disk", keys::kVolumeId, L"journal",
-          L"The disk that held its journal becomes free."};
+  return aroundVolume(Fate::kChanges, L"disk", L"journal", L"The disk that held its journal becomes free.",
+                      L"unshared");
 }
 
 RouteRow markNormalRow() {
   return {
       RouteId::kMarkVolumeNormal,
       L"markVolumeNormal",
+      {L"volumes", L"mark-normal"},
       HttpMethod::kPut,
       kBranch,
       L"{volumeId}/marknormal",
@@ -88,12 +102,13 @@ RouteRow markNormalRow() {
       {},
       {{L"VexVolumeMarkAsNormal"}, kErrorVolumeInvalidState},
       {volumeEffect(Fate::kChanges, L"The volume {volumeId} counts as sound, whatever its data are."),
-       {Fate::kChanges, L"disk", keys::kVolumeId, L"disks", L"So do the failed disks of its array."}}};
+       aroundVolume(Fate::kChanges, L"disk", L"disks", L"So do the failed disks of its array.", L"lost")}};
 }
 
 RouteRow rebuildRow() {
   return {RouteId::kRebuildVolume,
           L"rebuildVolume",
+          {L"volumes", L"rebuild"},
           HttpMethod::kPut,
           kBranch,
           L"{volumeId}/rebuild",
@@ -109,7 +124,16 @@ RouteRow rebuildRow() {
           {diskField(keys::kDiskId, L"The disk that takes the place of the lost one.", keys::kVolumeId)},
           {{L"VexVolumeRebuild"}, kErrorVolumeInvalidState},
           {volumeEffect(Fate::kChanges, L"The volume {volumeId} is rebuilt onto the disk {diskId}."),
-           {Fate::kChanges, L"disk", keys::kVolumeId, L"disks", L"The lost disk leaves the array."},
+           {Fate::kChanges,
+            L"volume",
+            keys::kVolumeId,
+            L"volumes",
+            L"The other volume of its array lies on the disk from then on, too.",
+            {},
+            nullptr,
+            keys::kVolumeId},
+           aroundVolume(Fate::kChanges, L"disk", L"disks", L"The lost disk leaves the array.", L"lost"),
+           aroundVolume(Fate::kGoes, L"disk", L"disks", L"The missing disk is forgotten.", L"missing"),
            {Fate::kOverwritten, L"disk", keys::kDiskId, L"itself",
             L"Everything on the disk {diskId} is overwritten."}},
           {{WorkKind::kRebuild, keys::kVolumeId}}};
@@ -118,6 +142,7 @@ RouteRow rebuildRow() {
 RouteRow levelRow() {
   return {RouteId::kChangeVolumeLevel,
           L"changeVolumeLevel",
+          {L"volumes", L"change-level"},
           HttpMethod::kPut,
           kBranch,
           L"{volumeId}/level",
@@ -132,9 +157,18 @@ RouteRow levelRow() {
           {stripField(), levelOfVolumeField(),
            diskListField(FieldPresence::kOptional, L"The ids of further disks.", keys::kVolumeId)},
           {{L"VexRaidLevelModify"}},
-          {volumeEffect(Fate::kChanges, L"The volume {volumeId} migrates to {raidLevel}."),
-           {Fate::kChanges, L"array", keys::kVolumeId, L"array",
-            L"Its array gives the room, and grows by {disks} where they are named."},
+          {volumeEffect(Fate::kChanges, L"The volume {volumeId} migrates to {raidLevel}.", {},
+                        {keys::kRaidLevel, nullptr, keys::kDisks, nullptr, true}),
+           aroundVolume(Fate::kChanges, L"array", L"array", L"Its array gives the room."),
+           {Fate::kChanges,
+            L"array",
+            keys::kVolumeId,
+            L"array",
+            L"Its array grows by {disks}.",
+            {keys::kDisks},
+            nullptr,
+            nullptr,
+            {nullptr, nullptr, keys::kDisks}},
            {Fate::kOverwritten,
             L"disk",
             keys::kDisks,
@@ -147,6 +181,7 @@ RouteRow levelRow() {
 RouteRow initializeRow() {
   return {RouteId::kInitializeVolume,
           L"initializeVolume",
+          {L"volumes", L"initialize"},
           HttpMethod::kPut,
           kBranch,
           L"{volumeId}/init",
@@ -168,6 +203,7 @@ RouteRow verifyRow() {
   return {
       RouteId::kVerifyVolume,
       L"verifyVolume",
+      {L"volumes", L"verify"},
       HttpMethod::kPut,
       kBranch,
       L"{volumeId}/verify",
@@ -189,30 +225,33 @@ RouteRow verifyRow() {
 }
 
 RouteRow resizeRow() {
-  return {RouteId::kResizeVolume,
-          L"resizeVolume",
-          HttpMethod::kPut,
-          kBranch,
-          L"{volumeId}/size",
-          L"Lets a volume grow.",
-          L"Into the free room of its array. The volume serves meanwhile.",
-          Effect::kChanges,
-          Role::kAdminister,
-          {schemas::kVolumeChange},
-          withPicture({unknownVolume(), {requestRefusal(kMsgInvalidSize)}}),
-          Judgement::kBodyThenQuery,
-          {},
-          {sizeField(L"Its new size; \"0\" for all that is free.", keys::kVolumeId)},
-          {{L"VexExpandVolume"}},
-          {volumeEffect(Fate::kChanges, L"The volume {volumeId} grows to {size} MiB."),
-           {Fate::kChanges, L"array", keys::kVolumeId, L"array", L"Its array gives the room."}},
-          {{WorkKind::kMigrate, keys::kVolumeId}}};
+  return {
+      RouteId::kResizeVolume,
+      L"resizeVolume",
+      {L"volumes", L"resize"},
+      HttpMethod::kPut,
+      kBranch,
+      L"{volumeId}/size",
+      L"Lets a volume grow.",
+      L"Into the free room of its array. The volume serves meanwhile.",
+      Effect::kChanges,
+      Role::kAdminister,
+      {schemas::kVolumeChange},
+      withPicture({unknownVolume(), {requestRefusal(kMsgInvalidSize)}}),
+      Judgement::kBodyThenQuery,
+      {},
+      {sizeField(L"Its new size; \"0\" for all that is free.", keys::kVolumeId)},
+      {{L"VexExpandVolume"}},
+      {volumeEffect(Fate::kChanges, L"The volume {volumeId} grows to {size}.", {}, {nullptr, keys::kSize}),
+       aroundVolume(Fate::kChanges, L"array", L"array", L"Its array gives the room.")},
+      {{WorkKind::kMigrate, keys::kVolumeId}}};
 }
 
 RouteRow cachePolicyRow() {
   return {
       RouteId::kSetVolumeCachePolicy,
       L"setVolumeCachePolicy",
+      {L"volumes", L"set-cache-policy"},
       HttpMethod::kPut,
       kBranch,
       L"{volumeId}/cachepolicy",
@@ -234,6 +273,7 @@ RouteRow cachePolicyRow() {
 RouteRow renameRow() {
   return {RouteId::kRenameVolume,
           L"renameVolume",
+          {L"volumes", L"rename"},
           HttpMethod::kPut,
           kBranch,
           L"{volumeId}/name",
@@ -251,35 +291,39 @@ RouteRow renameRow() {
 }
 
 RouteRow deleteRow() {
-  return {
-      RouteId::kDeleteVolume,
-      L"deleteVolume",
-      HttpMethod::kDelete,
-      kBranch,
-      L"{volumeId}",
-      L"Deletes a volume.",
-      L"All its data are lost. With the last volume of an array the array goes, too.",
-      Effect::kDestroys,
-      Role::kAdminister,
-      {},
-      withPicture({unknownVolume()}),
-      Judgement::kQuery,
-      {},
-      {},
-      {{L"VexVolumeDelete"}, kErrorVolumeInvalidState},
-      {volumeEffect(Fate::kGoes, L"The volume {volumeId} goes, with all its data."),
-       {Fate::kGoes, L"array", keys::kVolumeId, L"array", L"Its array goes, where it holds no other volume."},
-       {Fate::kChanges, L"array", keys::kVolumeId, L"array",
-        L"Its array wins the room, where it holds another volume."},
-       {Fate::kChanges, L"disk", keys::kVolumeId, L"disks",
-        L"The disks become free, where their array goes."},
-       journalFreed()}};
+  return {RouteId::kDeleteVolume,
+          L"deleteVolume",
+          {L"volumes", L"delete"},
+          HttpMethod::kDelete,
+          kBranch,
+          L"{volumeId}",
+          L"Deletes a volume.",
+          L"All its data are lost. With the last volume of an array the array goes, too.",
+          Effect::kDestroys,
+          Role::kAdminister,
+          {},
+          withPicture({unknownVolume()}),
+          Judgement::kQuery,
+          {},
+          {},
+          {{L"VexVolumeDelete"}, kErrorVolumeInvalidState},
+          {volumeEffect(Fate::kGoes, L"The volume {volumeId} goes, with all its data."),
+           aroundVolume(Fate::kGoes, L"array", L"array", L"Its array goes, since it holds no other volume.",
+                        L"emptied"),
+           aroundVolume(Fate::kChanges, L"array", L"array",
+                        L"Its array wins the room, since it holds another volume.", L"kept"),
+           aroundVolume(Fate::kChanges, L"disk", L"disks", L"The disks become free, since their array goes.",
+                        L"emptied"),
+           aroundVolume(Fate::kGoes, L"disk", L"disks", L"Its missing disks are forgotten with the array.",
+                        L"forgotten"),
+           journalFreed(), journalForgotten()}};
 }
 
 RouteRow writeHoleRow() {
   return {
       RouteId::kSetVolumeWriteHolePolicy,
       L"setVolumeWriteHolePolicy",
+      {L"volumes", L"set-write-hole-policy"},
       HttpMethod::kPut,
       kBranch,
       L"{volumeId}/rwh",
@@ -299,6 +343,7 @@ RouteRow writeHoleRow() {
       {{L"VexVolumeSetRwhPolicy"}},
       {volumeEffect(Fate::kChanges, L"The write-hole policy of the volume {volumeId} becomes {rwhPolicy}."),
        journalFreed(),
+       journalForgotten(),
        {Fate::kOverwritten,
         L"disk",
         keys::kJournalingDriveId,
@@ -313,6 +358,7 @@ RouteRows volumeRows() {
   return {
       {RouteId::kListVolumes,
        L"listVolumes",
+       {L"volumes", L"list"},
        HttpMethod::kGet,
        kBranch,
        L"",

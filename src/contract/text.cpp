@@ -1,6 +1,8 @@
 #include "text.h"
 
+#include <algorithm>
 #include <codecvt>
+#include <cstdint>
 #include <cwchar>
 #include <stdexcept>
 
@@ -25,10 +27,17 @@ bool holdsSurrogate(const std::string& utf8) {
   return false;
 }
 
+/// Nearly all texts are, and each of their units is itself in either form.
+template <class Text>
+bool isAscii(const Text& text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](auto unit) { return static_cast<std::uint32_t>(unit) < 0x80U; });
+}
+
 }  // namespace
 
 std::string wideToUtf8(const std::wstring& text) {
-  if (text.empty()) return {};
+  if (isAscii(text)) return {text.begin(), text.end()};
   const Facet facet;
   std::mbstate_t state{};
   std::string result(text.size() * 4, '\0');  // no unit takes more bytes
@@ -42,7 +51,7 @@ std::string wideToUtf8(const std::wstring& text) {
 }
 
 std::wstring utf8ToWide(const std::string& text) {
-  if (text.empty()) return {};
+  if (isAscii(text)) return {text.begin(), text.end()};
   if (holdsSurrogate(text)) throw badConversion();
   const Facet facet;
   std::mbstate_t state{};

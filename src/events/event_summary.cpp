@@ -8,8 +8,6 @@ using ovra::data_transfer::ServiceObject;
 
 namespace {
 
-constexpr std::int64_t kTicksPerMillisecond = kTicksPerSecond / 1000;
-
 constexpr wchar_t kNumber[] = L"number";
 constexpr wchar_t kMoment[] = L"moment";
 constexpr wchar_t kKind[] = L"kind";

@@ -18,8 +18,6 @@ using ovra::data_transfer::ServiceObject;
 
 namespace {
 
-constexpr std::int64_t kTicksPerMillisecond = kTicksPerSecond / 1000;
-
 /// What a route for reading answers, given by the path key of its branch below the plug-in's own.
 ServiceObject answerOf(RehearsedSession& session, const std::wstring& branch,
                        const std::vector<std::wstring>& segments = {}) {

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <map>
+#include <regex>
 #include <set>
+#include <utility>
 
 #include "http_method.h"
 #include "text.h"
@@ -54,6 +56,21 @@ TEST(Catalogue, HasARowForEachRouteUnderItsNumber) {
   EXPECT_EQ(kRouteCount, 41u);
   EXPECT_EQ(ids.size(), kRouteCount);
   EXPECT_EQ(places.size(), kRouteCount);
+}
+
+/// A command line leads from the two words to one route.
+TEST(Catalogue, AsksForEachRouteByTwoWordsOfItsOwn) {
+  static const std::wregex kWord(L"[a-z]+(-[a-z]+)*");
+  std::set<std::pair<std::wstring, std::wstring>> commands;
+  for (const RouteRow* row : catalogue()) {
+    const std::wstring noun = row->command.noun;
+    EXPECT_TRUE(noun.empty() || std::regex_match(noun, kWord)) << wideToUtf8(row->id);
+    EXPECT_TRUE(std::regex_match(row->command.verb, kWord)) << wideToUtf8(row->id);
+    EXPECT_TRUE(commands.emplace(noun, row->command.verb).second) << wideToUtf8(row->id);
+    if (noun.empty()) {
+      EXPECT_STREQ(row->id, row->command.verb);
+    }
+  }
 }
 
 TEST(Catalogue, TellsWhatEachRouteDoesAtWorst) {
@@ -144,6 +161,10 @@ TEST(Catalogue, EffectsWorkAndConditionsNameArgumentsOfTheirRoute) {
       named.merge(namesIn(effect.text));
       name(effect.argument);
       name(effect.when.key);
+      name(effect.except);
+      const Shape& becomes = effect.becomes;
+      for (const wchar_t* const told : {becomes.level, becomes.size, becomes.disks, becomes.array})
+        name(told);
     }
     for (const WorkRow& work : row->works) {
       name(work.on);
@@ -161,7 +182,9 @@ TEST(Catalogue, EffectsWorkAndConditionsNameArgumentsOfTheirRoute) {
 
 TEST(Catalogue, EffectsTellTypeAndRelationByTheirWordsAndTheRestInASentence) {
   const Ids types = {L"volume", L"disk", L"array", L"controller", L"port", L"setting"};
-  const Ids relations = {L"itself", L"volumes", L"disks", L"array", L"journal", L"ports"};
+  const Ids relations = {L"itself", L"volumes", L"disks", L"array", L"journal", L"ports", L"neighbours"};
+  const Ids situations = {L"emptied",  L"kept",    L"member",    L"single", L"lost",   L"degraded",
+                          L"unshared", L"missing", L"forgotten", L"own",    L"plugged"};
   for (const RouteRow* row : catalogue()) {
     for (const EffectRow& effect : row->effects) {
       const std::string text = wideToUtf8(effect.text);
@@ -169,6 +192,8 @@ TEST(Catalogue, EffectsTellTypeAndRelationByTheirWordsAndTheRestInASentence) {
       EXPECT_EQ(effect.argument == nullptr, effect.relation == nullptr) << wideToUtf8(row->id);
       const std::wstring relation = effect.relation ? effect.relation : L"itself";
       EXPECT_EQ(relations.count(relation), 1U) << wideToUtf8(row->id) << ": " << text;
+      const std::wstring situation = effect.where ? effect.where : L"kept";
+      EXPECT_EQ(situations.count(situation), 1U) << wideToUtf8(row->id) << ": " << text;
       EXPECT_THAT(text, testing::EndsWith(".")) << wideToUtf8(row->id);
     }
   }

@@ -91,4 +91,24 @@ TEST(Schemas, DescribeEveryPropertyInWholeSentences) {
   EXPECT_GT(count, 100U) << "something is looked at";
 }
 
+/// A list without columns could be shown as no table, and a column must be something that fits a cell.
+TEST(Schemas, TellColumnsOfWhatIsListedAndOnlyProperties) {
+  const ServiceObject all = allSchemas();
+  const std::set<std::wstring> cells{L"string", L"integer", L"boolean"};
+  for (const RouteRow* row : catalogue()) {
+    if (!row->answer.isList) continue;
+    const std::vector<std::wstring> columns = columnsOf(row->answer.schema);
+    EXPECT_FALSE(columns.empty()) << wideToUtf8(row->answer.schema);
+    const ServiceObject& properties = all.member(row->answer.schema).member(L"properties");
+    for (const std::wstring& column : columns) {
+      ASSERT_TRUE(properties.hasKey(column)) << wideToUtf8(column);
+      const ServiceObject& type = properties.member(column).member(L"type");
+      EXPECT_EQ(cells.count(type.isArray() ? (*type.begin()).value->toString() : type.toString()), 1u)
+          << wideToUtf8(column);
+    }
+  }
+}
+
+TEST(Schemas, TellNoColumnsOfWhatNoRouteLists) { EXPECT_TRUE(columnsOf(L"Config").empty()); }
+
 }  // namespace

@@ -200,6 +200,27 @@ TEST_F(DisksForAVolume, WantAJournalOfTheirSectorSizeWhateverThatIs) {
   EXPECT_THAT(m_session.actions, SizeIs(1));
 }
 
+TEST_F(DisksForAVolume, AreComparedByAllOfTheirSectorSizes) {
+  const std::string words = "Cannot create a volume from disks with different block sizes";
+  const std::string journalWords = "Journaling drive block size has to be equal to source disks block size";
+  ServiceObject request = disksRequest();
+  set(request, {"rwhPolicy", "RWH_JOURNALING_DRIVE"});
+  set(request, {"journalingDriveId", "61"});
+  for (const unsigned bit : {15U, 16U, 31U, 32U, 63U}) {
+    const std::uint64_t size = 512 + (std::uint64_t{1} << bit);
+    m_session.disk(L"52").sectorSize(size);
+    expectRefused(post("", request), "NOT_SUPPORTED", words);
+    m_session.disk(L"52").sectorSize(512);
+    m_session.disk(L"61").sectorSize(size);
+    expectRefused(post("", request), "NOT_SUPPORTED", journalWords);
+    for (const wchar_t* const id : {L"51", L"52", L"53"}) m_session.disk(id).sectorSize(size);
+    m_session.disk(L"61").sectorSize(512);
+    expectRefused(post("", request), "NOT_SUPPORTED", journalWords);
+    for (const wchar_t* const id : {L"51", L"52", L"53"}) m_session.disk(id).sectorSize(512);
+  }
+  EXPECT_THAT(m_session.actions, SizeIs(0));
+}
+
 class JournalForAnArray : public ListenerTest<VolumesListener> {
  protected:
   JournalForAnArray() { arrangeSystem(m_session); }

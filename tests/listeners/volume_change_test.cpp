@@ -167,6 +167,16 @@ TEST_F(RwhChange, ComparesTheDriveWithTheVolumesSectorSize) {
   EXPECT_EQ(changeRwh({{"rwhPolicy", "RWH_OFF"}, {"journalingDriveId", "61"}}), "volumeId = \"7\"");
 }
 
+TEST_F(RwhChange, ComparesAllOfTheDrivesSectorSize) {
+  const std::uint64_t size = 512;
+  for (const unsigned bit : {15U, 16U, 31U, 32U, 63U}) {
+    m_session.disk(L"61").sectorSize(size + (std::uint64_t{1} << bit));
+    expectRefused(changeRwh({{"rwhPolicy", "RWH_OFF"}, {"journalingDriveId", "61"}}), "NOT_SUPPORTED",
+                  "Journaling drive block size has to be equal to source disks block size");
+  }
+  EXPECT_THAT(m_session.actions, ElementsAre());
+}
+
 std::vector<Fault> levelFaults() {
   const std::string x8Words = "X8 disks are supported for RAID 0 only";
   return {

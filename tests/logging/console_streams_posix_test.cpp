@@ -6,30 +6,40 @@
 
 namespace {
 
-constexpr char kAscii[] = "Mirn is ready\ncaf\\u00E9\n5 \\u20AC\na\\u010Ab\ndisk \\uD83D\\uDCBE\nend\n";
+constexpr char kAscii[] =
+    "Mirn is ready\ncaf\\u00E9\n5 \\u20AC\n5 \\u00A5\na\\u010Ab\ndisk \\uD83D\\uDCBE\nend\n";
 constexpr char kUtf8[] =
-    "Mirn is ready\ncaf\xC3\xA9\n5 \xE2\x82\xAC\na\xC4\x8A"
+    "Mirn is ready\ncaf\xC3\xA9\n5 \xE2\x82\xAC\n5 \xC2\xA5\na\xC4\x8A"
     "b\ndisk \\uD83D\\uDCBE\nend\n";
-constexpr char kLatin1[] = "Mirn is ready\ncaf\xE9\n5 \\u20AC\na\\u010Ab\ndisk \\uD83D\\uDCBE\nend\n";
+constexpr char kLatin1[] = "Mirn is ready\ncaf\xE9\n5 \\u20AC\n5 \xA5\na\\u010Ab\ndisk \\uD83D\\uDCBE\nend\n";
+/// A yen is written as a backslash there, which is read as a backslash.
+constexpr char kEucJp[] =
+    "Mirn is ready\ncaf\x8F\xAB\xB1\n5 \\u20AC\n5 \\u00A5\na\x8F\xAA\xAF"
+    "b\ndisk \\uD83D\\uDCBE\nend\n";
 
-/// A locale of Latin-1 for programs started from here on, made of the system's sources where it has them.
-class Latin1Locale {
+/// Locales of other tables for programs started from here on, made of the system's sources where it has them.
+class OtherLocales {
  public:
-  Latin1Locale() {
-    runProgram("localedef", {"--quiet", "-f", "ISO-8859-1", "-i", "POSIX", (m_folder / "latin1").string()});
+  OtherLocales() {
+    make("ISO-8859-1", "latin1");
+    make("EUC-JP", "eucjp");
     setVariable("LOCPATH", m_folder.path().string());
   }
-  Latin1Locale(const Latin1Locale&) = delete;
-  Latin1Locale& operator=(const Latin1Locale&) = delete;
-  ~Latin1Locale() { unsetVariable("LOCPATH"); }
+  OtherLocales(const OtherLocales&) = delete;
+  OtherLocales& operator=(const OtherLocales&) = delete;
+  ~OtherLocales() { unsetVariable("LOCPATH"); }
 
  private:
+  void make(const std::string& table, const std::string& name) const {
+    runProgram("localedef", {"--quiet", "-f", table, "-i", "POSIX", (m_folder / name).string()});
+  }
+
   TemporaryFolder m_folder;
 };
 
 class ConsoleStreams : public testing::TestWithParam<ConsoleRow> {
  protected:
-  const Latin1Locale m_latin1;
+  const OtherLocales m_others;
 };
 
 TEST_P(ConsoleStreams, WriteEscapedWhatTheirLocaleCannotExpress) {
@@ -45,7 +55,9 @@ INSTANTIATE_TEST_SUITE_P(Locales, ConsoleStreams,
                                          ConsoleRow{"UnsynchronisedUtf8", "C.UTF-8", kUnsynchronised, kUtf8},
                                          ConsoleRow{"Latin1", "latin1", kSynchronised, kLatin1},
                                          ConsoleRow{"UnsynchronisedLatin1", "latin1", kUnsynchronised,
-                                                    kLatin1}),
+                                                    kLatin1},
+                                         ConsoleRow{"EucJp", "eucjp", kSynchronised, kEucJp},
+                                         ConsoleRow{"UnsynchronisedEucJp", "eucjp", kUnsynchronised, kEucJp}),
                          ByName());
 
 }  // namespace

@@ -6,8 +6,10 @@
 namespace {
 
 // The locale "C" has the first 256 codes there.
-constexpr char kC[] = "Mirn is ready\r\ncaf\xE9\r\n5 \\u20AC\r\na\\u010Ab\r\ndisk \\uD83D\\uDCBE\r\nend\r\n";
-constexpr char k1252[] = "Mirn is ready\r\ncaf\xE9\r\n5 \x80\r\na\\u010Ab\r\ndisk \\uD83D\\uDCBE\r\nend\r\n";
+constexpr char kC[] =
+    "Mirn is ready\r\ncaf\xE9\r\n5 \\u20AC\r\n5 \xA5\r\na\\u010Ab\r\ndisk \\uD83D\\uDCBE\r\nend\r\n";
+constexpr char k1252[] =
+    "Mirn is ready\r\ncaf\xE9\r\n5 \x80\r\n5 \xA5\r\na\\u010Ab\r\ndisk \\uD83D\\uDCBE\r\nend\r\n";
 
 class ConsoleStreams : public testing::TestWithParam<ConsoleRow> {};
 

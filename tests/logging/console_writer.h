@@ -5,11 +5,12 @@
 
 // What the program that writes to its console and the tests that read it know in common.
 
-/// One a line; the half-way house of Latin-1, what only few tables hold, what ends in the byte of a line end
-/// when it is cut, a code of two units, and a plain end.
+/// One a line; the half-way house of Latin-1, what only few tables hold, what some write as a backslash, what
+/// ends in the byte of a line end when it is cut, a code of two units, and a plain end.
 constexpr const wchar_t* kConsoleTexts[] = {L"Mirn is ready",
                                             L"caf\x00E9",
                                             L"5 \x20AC",
+                                            L"5 \x00A5",
                                             (L"a\x010A"
                                              L"b"),
                                             L"disk \xD83D\xDCBE",

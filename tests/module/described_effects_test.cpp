@@ -61,6 +61,7 @@ class ServedMachine {
   MachinePicture picture() { return MachinePicture(wholePicture()); }
 
   void fail(const char* disk) { done(VexSimFailDisk(disk)); }
+  void pull(const char* disk) { done(VexSimPullDisk(disk)); }
 
   std::wstring disk(const char* serialNumber) { return idOf(L"disk", L"serialNumber", serialNumber); }
   std::wstring volume(const char* name) { return idOf(L"volume", L"name", name); }
@@ -263,6 +264,11 @@ std::vector<Deed> deedsOnVolumes() {
        [](ServedMachine& m) {
          return m.ofVolume("Database", L"rwh", body({{"rwhPolicy", "RWH_DISTRIBUTED"}}));
        }},
+      {"writeHoleOfAMissingJournal",
+       [](ServedMachine& m) {
+         m.pull(kJournal);
+         return m.ofVolume("Database", L"rwh", body({{"rwhPolicy", "RWH_OFF"}}));
+       }},
       {"writeHoleJournal",
        [](ServedMachine& m) {
          ServiceObject order = body({{"rwhPolicy", "RWH_JOURNALING_DRIVE"}});
@@ -270,9 +276,24 @@ std::vector<Deed> deedsOnVolumes() {
          return m.ofVolume("Database", L"rwh", order);
        }},
       {"rebuild", [](ServedMachine& m) { return m.rebuild(); }},
+      {"rebuildOfAMissingDisk",
+       [](ServedMachine& m) {
+         m.pull(kFailedMember);
+         return m.rebuild();
+       }},
       {"delete", [](ServedMachine& m) { return remove(L"mirn/volumes", {m.volume("Scratch")}); }},
       {"deleteJournaled", [](ServedMachine& m) { return remove(L"mirn/volumes", {m.volume("Database")}); }},
       {"deleteLast", [](ServedMachine& m) { return remove(L"mirn/volumes", {m.volume("Archive")}); }},
+      {"deleteLastOnAMissingDisk",
+       [](ServedMachine& m) {
+         m.pull(kFailedMember);
+         return remove(L"mirn/volumes", {m.volume("Archive")});
+       }},
+      {"deleteOfAMissingJournal",
+       [](ServedMachine& m) {
+         m.pull(kJournal);
+         return remove(L"mirn/volumes", {m.volume("Database")});
+       }},
   };
 }
 

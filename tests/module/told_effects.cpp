@@ -134,7 +134,13 @@ ObjectIds ToldEffects::objectsOf(const ServiceObject& effect) const {
 /// Takes out of the changes what the effect tells of.
 void ToldEffects::strike(const ServiceObject& effect, ObjectChanges& changes) const {
   ObjectIds& left = under(effect.member(L"fate").toString(), changes);
-  for (const std::wstring& id : objectsOf(effect)) left.erase(id);
+  ObjectIds kept;
+  if (effect.hasKey(L"except")) {
+    for (const std::wstring& id : valuesOf(effect.member(L"except").toString())) kept.insert(id);
+  }
+  for (const std::wstring& id : objectsOf(effect)) {
+    if (kept.count(id) == 0) left.erase(id);
+  }
 }
 
 std::vector<std::string> ToldEffects::untold() const {

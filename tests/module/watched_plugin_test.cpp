@@ -310,7 +310,7 @@ TEST_F(WholePicture, TellsWhereItStandsAndWhenItWasTaken) {
   EXPECT_EQ(told.member(L"structure").toInt64(), static_cast<std::int64_t>(position().structure));
   EXPECT_EQ(told.member(L"sequence").toInt64(), static_cast<std::int64_t>(position().sequence));
   EXPECT_EQ(picture.member(L"takenAt").which(), 3) << "unsigned";
-  const std::int64_t now = currentTicks() / (kTicksPerSecond / 1000);
+  const std::int64_t now = currentTicks() / kTicksPerMillisecond;
   EXPECT_LE(picture.member(L"takenAt").toInt64(), now);
   EXPECT_GT(picture.member(L"takenAt").toInt64(), now - 600'000);
   EXPECT_TRUE(picture.member(L"failedAt").isNull());

@@ -1,0 +1,2 @@
+// The library of URLs itself, which comes as headers here.
+#include <boost/url/src.hpp>

@@ -39,7 +39,7 @@ bool startsWith(std::string_view text, std::string_view start) {
 /// Nothing when it is refused.
 std::optional<ServiceObject> read(std::string_view text) {
   try {
-    return host::readJson(text, kDepth);
+    return host::readJson(text, {kDepth, 20000});
   } catch (const host::Refusal& refusal) {
     fuzz::require(refusal.status == 400, "a body is refused with a 400");
     const std::string_view reason = refusal.what();

@@ -83,7 +83,7 @@ std::set<std::string> parametersOf(std::string_view query) {
 
 std::optional<host::RequestTarget> parsed(std::string_view text) {
   try {
-    return host::parseTarget(text);
+    return host::parseTarget(text, {16, 16});
   } catch (const host::Refusal& refusal) {
     fuzz::require(refusal.status == 400, "a target is refused with a 400");
     fuzz::require(refusal.headers.empty(), "the refusal of a target brings no header fields");

@@ -2,7 +2,8 @@
 """Runs a fuzzer from its corpus, and leaves the corpus as it is: what the fuzzer finds goes to a folder that is gone
 afterwards.
 
-usage: run_fuzzer.py PROGRAM CORPUS [--seconds N | --runs N] [--seed N] [--keep FOLDER]
+usage: run_fuzzer.py PROGRAM CORPUS [--seconds N | --runs N] [--seed N] [--longest BYTES]
+                     [--keep FOLDER]
 
 The seed is printed; the same one takes the same way. An input that breaks a property is kept in FOLDER (by default the
 present one) and named.
@@ -24,6 +25,7 @@ def main():
     parser.add_argument("--seconds", type=int)
     parser.add_argument("--runs", type=int)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--longest", type=int, default=4096)
     parser.add_argument("--keep", default=".")
     arguments = parser.parse_args()
 
@@ -42,9 +44,10 @@ def main():
         found = os.path.join(folder, "found")
         os.mkdir(found)
         process = subprocess.Popen(
-            [arguments.program, *bounds, f"-seed={arguments.seed}", "-max_len=4096", "-timeout=10",
-             "-print_final_stats=1", f"-artifact_prefix={arguments.keep}/", found, str(arguments.corpus)],
-            env={**os.environ, "TMPDIR": folder}, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
+            [arguments.program, *bounds, f"-seed={arguments.seed}", f"-max_len={arguments.longest}",
+             "-timeout=10", "-print_final_stats=1", f"-artifact_prefix={arguments.keep}/", found, str(arguments.corpus)],
+            env={**os.environ, "TMPDIR": folder}, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT, text=True, errors="replace")
         told = process.communicate()[0]
     if process.returncode != 0:
         print(told[-20000:])

@@ -23,8 +23,15 @@ struct Limits {
   std::size_t headerLineBytes = 8192;  ///< Of a header's field, and between the chunks of a body.
   std::size_t headerFields = 100;
   std::size_t targetBytes = 8192;
-  std::size_t bodyBytes = 1048576;  ///< Of a request.
-  std::size_t bodyDepth = 32;       ///< Nesting of the arrays and objects in a body.
+  std::size_t targetSegments = 16;    ///< Of a target's path.
+  std::size_t targetParameters = 16;  ///< Of its query, the token among them.
+  std::size_t bodyBytes = 1048576;    ///< Of a request.
+  std::size_t bodyDepth = 32;         ///< Nesting of the arrays and objects in a body.
+  std::size_t bodyValues = 20000;     ///< In a body, arrays and objects among them.
+
+  std::size_t keptBytes = 67108864;     ///< Of answers that are kept for as long as nothing changes.
+  std::size_t waitingForChange = 1000;  ///< Requests that wait for an answer to change.
+  std::size_t listeners = 1000;         ///< Clients that listen to what happens.
 
   // A connection that lets one of these pass is closed.
   std::chrono::milliseconds headerTime{10000};  ///< From a header's first byte to its last.

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "answers/body.h"
 #include "answers/refusal_kinds.h"
 #include "service_exceptions.h"
 
@@ -19,8 +20,10 @@ using Headers = std::vector<std::pair<std::string, std::string>>;
 struct Answer {
   unsigned status = 200;
   std::string contentType;
-  std::string body;
+  Body body{};
   Headers headers;
+  std::string rendered{};  ///< What `answerFields` tells of it, for one that goes out often; else empty.
+  bool isInParts = false;  ///< Its body comes behind it, as long as it may be; `body` is empty.
 };
 
 /// The host's own refusal of a request, with the header fields that its status asks for.

@@ -148,11 +148,11 @@ class ServiceObjectBuilder {
 
 }  // namespace
 
-ServiceObject readJson(std::string_view text, std::size_t maxDepth, std::size_t maxValues) {
+ServiceObject readJson(std::string_view text, const JsonBounds& bounds) {
   if (text.empty()) return {};
   boost::json::parse_options options;
-  options.max_depth = maxDepth;
-  boost::json::basic_parser<ServiceObjectBuilder> parser(options, maxValues);
+  options.max_depth = bounds.depth;
+  boost::json::basic_parser<ServiceObjectBuilder> parser(options, bounds.values);
   error_code error;
   const std::size_t end = parser.write_some(false, text.data(), text.size(), error);
   if (!error && end != text.size()) error = boost::json::error::extra_data;

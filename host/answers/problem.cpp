@@ -23,24 +23,6 @@ constexpr unsigned kInternalServerError = 500;
 constexpr std::size_t kLongestDetail = 4096;
 constexpr char kCut[] = "...";
 
-unsigned statusOf(RefusalKind kind) {
-  switch (kind) {
-    case RefusalKind::kRequest:
-      return 400;
-    case RefusalKind::kAbsent:
-      return 404;
-    case RefusalKind::kState:
-      return 409;
-    case RefusalKind::kUnsupported:
-      return 422;
-    case RefusalKind::kOffline:
-      return 503;
-    case RefusalKind::kFailure:
-      break;
-  }
-  return kInternalServerError;
-}
-
 unsigned failureStatus(std::int32_t status) {
   return status >= 400 && status <= 599 ? static_cast<unsigned>(status) : kInternalServerError;
 }
@@ -73,6 +55,24 @@ std::string titleOf(unsigned status) {
 }
 
 }  // namespace
+
+unsigned statusOf(RefusalKind kind) {
+  switch (kind) {
+    case RefusalKind::kRequest:
+      return 400;
+    case RefusalKind::kAbsent:
+      return 404;
+    case RefusalKind::kState:
+      return 409;
+    case RefusalKind::kUnsupported:
+      return 422;
+    case RefusalKind::kOffline:
+      return 503;
+    case RefusalKind::kFailure:
+      break;
+  }
+  return kInternalServerError;
+}
 
 Problem problemOf(const std::exception& failure, const RefusalKinds& kinds) {
   const std::string words = failure.what();

@@ -20,6 +20,9 @@ struct Problem {
 /// to 599), is a 500. A detail that would go beyond 4 KiB, as where it repeats what a client sent, is cut.
 Problem problemOf(const std::exception& failure, const RefusalKinds& kinds = {});
 
+/// The status by which clients see a refusal of this kind.
+unsigned statusOf(RefusalKind kind);
+
 /// The document as JSON: `type`, `title`, `status`, `detail`, and `errorId` where there is one.
 std::string problemDocument(const Problem& problem);
 

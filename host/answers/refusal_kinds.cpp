@@ -1,7 +1,5 @@
 #include "answers/refusal_kinds.h"
 
-#include <optional>
-
 #include "text.h"
 
 namespace host {
@@ -10,15 +8,15 @@ namespace {
 
 using Value = RefusalKinds::Value;
 
-std::optional<RefusalKind> kindOf(const std::wstring& word) {
+}  // namespace
+
+std::optional<RefusalKind> refusalKindOf(const std::wstring& word) {
   for (const RefusalKind kind : {RefusalKind::kRequest, RefusalKind::kAbsent, RefusalKind::kState,
                                  RefusalKind::kUnsupported, RefusalKind::kOffline, RefusalKind::kFailure}) {
     if (word == toText(kind)) return kind;
   }
   return {};
 }
-
-}  // namespace
 
 /// The first that tells of a pair counts: what an operation says of itself goes ahead of what holds for all.
 RefusalKinds::RefusalKinds(const Value& description, const Value& route) {
@@ -34,7 +32,7 @@ void RefusalKinds::add(const Value& owner, const wchar_t* list) {
 }
 
 void RefusalKinds::addOne(const Value& refusal) {
-  const auto kind = kindOf(refusal.member(L"kind").toString());
+  const auto kind = refusalKindOf(refusal.member(L"kind").toString());
   if (!kind) return;
   const std::string errorId = wideToUtf8(refusal.member(L"errorId").toString());
   m_kinds.emplace(std::make_pair(errorId, wideToUtf8(refusal.member(L"words").toString())), *kind);

@@ -2,6 +2,7 @@
 #define MIRN_HOST_ANSWERS_REFUSAL_KINDS_H
 
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -9,6 +10,9 @@
 #include "ServiceObject.h"
 
 namespace host {
+
+/// The kind that a description calls by this word; nothing when the host knows none.
+std::optional<RefusalKind> refusalKindOf(const std::wstring& word);
 
 /// What kind of refusal an operation's failure is, by its error id and words as the plug-in describes them.
 /// Constant after construction.

@@ -27,7 +27,7 @@ std::string textOf(const boost::json::value& value) {
 std::string reasonIn(const Answer& answer) {
   if (answer.status < 400) return {};
   boost::system::error_code error;
-  const auto document = boost::json::parse(answer.body, error);
+  const auto document = boost::json::parse(answer.body.text(), error);
   const auto* const detail =
       error || !document.is_object() ? nullptr : document.get_object().if_contains("detail");
   return detail == nullptr ? std::string() : textOf(*detail);
@@ -62,25 +62,28 @@ std::map<std::string, std::string> referencesIn(const std::string& body,
 }
 
 std::function<Answer(const std::string&)> audited(std::function<Answer(const std::string&)> run,
-                                                  AuditRecord record, const ApiEndpoint& endpoint) {
-  return [run = std::move(run), record = std::move(record), &endpoint](const std::string& body) {
+                                                  AuditRecord record, const ApiEndpoint& endpoint,
+                                                  ChangeWitness* witness) {
+  return [run = std::move(run), record = std::move(record), &endpoint, witness](const std::string& body) {
     AuditRecord done = record;
     for (auto& [name, id] : referencesIn(body, endpoint.references)) done.objects.emplace(name, id);
+    const std::uint64_t number = witness == nullptr ? 0 : witness->begin(done, body);
+    const auto conclude = [&](unsigned status, std::string reason) {
+      done.status = status;
+      done.reason = std::move(reason);
+      logAudit(done);
+      if (witness != nullptr) witness->end(number, done);
+    };
     try {
       Answer answer = run(body);
-      done.status = answer.status;
-      done.reason = reasonIn(answer);
-      logAudit(done);
+      conclude(answer.status, reasonIn(answer));
       return answer;
     } catch (const std::exception& failure) {
       const Problem problem = problemOf(failure);
-      done.status = problem.status;
-      done.reason = problem.detail;
-      logAudit(done);
+      conclude(problem.status, problem.detail);
       throw;
     } catch (...) {
-      done.status = 500;
-      logAudit(done);
+      conclude(500, {});
       throw;
     }
   };

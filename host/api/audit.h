@@ -1,6 +1,7 @@
 #ifndef MIRN_HOST_API_AUDIT_H
 #define MIRN_HOST_API_AUDIT_H
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -20,9 +21,21 @@ AuditRecord auditRecordOf(const RequestHead& head, const Call& call, const Endpo
 std::map<std::string, std::string> referencesIn(const std::string& body,
                                                 const std::vector<std::wstring>& references);
 
-/// `run`, with a line in the audit about how it went.
+/// Hears of each change before it is tried, and after. Safe from any thread; raises nothing.
+class ChangeWitness {
+ public:
+  virtual ~ChangeWitness() = default;
+
+  /// Gives a number to end the change by. `body` is what the client has sent.
+  virtual std::uint64_t begin(const AuditRecord& record, const std::string& body) = 0;
+  /// The record tells how it went.
+  virtual void end(std::uint64_t number, const AuditRecord& record) = 0;
+};
+
+/// `run`, with a line in the audit about how it went; `witness`, where there is one, hears of it.
 std::function<Answer(const std::string&)> audited(std::function<Answer(const std::string&)> run,
-                                                  AuditRecord record, const ApiEndpoint& endpoint);
+                                                  AuditRecord record, const ApiEndpoint& endpoint,
+                                                  ChangeWitness* witness = nullptr);
 
 }  // namespace host
 

@@ -32,6 +32,9 @@ class EndpointTable {
   /// The resource whose path fits best; null when none does.
   const Resource* find(const std::vector<std::wstring>& segments) const;
 
+  /// In the order of their paths.
+  const std::vector<Resource>& resources() const { return m_resources; }
+
  private:
   std::vector<Resource> m_resources;  ///< In the order of their paths.
 };

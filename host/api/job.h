@@ -2,18 +2,14 @@
 #define MIRN_HOST_API_JOB_H
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "answers/answer.h"
+#include "api/exchange.h"
+#include "api/lane.h"
 
 namespace host {
-
-/// Which threads a request takes, so that none of these keeps the others from being answered.
-enum class Lane {
-  kOwn,      ///< The host's own answers, which wait for nobody.
-  kReads,    ///< Calls of the plug-in that change nothing.
-  kChanges,  ///< Calls of the plug-in that change something; they may take long.
-};
 
 /// The rest of a request whose header was taken.
 struct Job {
@@ -23,7 +19,10 @@ struct Job {
   bool isChange = false;  ///< It belongs into the audit.
 
   /// Answers the request with its body, on a thread of the lane. A failure leaves as an exception.
-  std::function<Answer(const std::string& body)> run;
+  std::function<Answer(const std::string& body)> run{};
+
+  /// Instead, where it is there: begins to answer by the exchange, on its strand, and comes back at once.
+  std::function<void(const std::shared_ptr<Exchange>& exchange, std::string body)> begin{};
 };
 
 }  // namespace host

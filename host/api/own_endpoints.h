@@ -1,12 +1,12 @@
 #ifndef MIRN_HOST_API_OWN_ENDPOINTS_H
 #define MIRN_HOST_API_OWN_ENDPOINTS_H
 
-#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "answers/json_reader.h"
 #include "api/endpoint_table.h"
 #include "controls/simulator_controls.h"
 #include "plugin_interface.h"
@@ -31,10 +31,10 @@ void addServiceEndpoint(EndpointTable& table, const ovra::plugin_interface& plug
                         const std::optional<LibraryDescription>& library = {});
 
 /// The controls of a simulated machine under "simulator", if there are any. `plugin`, which handles `keys`,
-/// outlives the table. A body is nested no deeper than `maxBodyDepth`.
+/// outlives the table. `bodies` bounds what a body holds.
 void addControlEndpoints(EndpointTable& table, ovra::service_plugin_interface& plugin,
                          const std::vector<std::wstring>& keys, SimulatorControls controls,
-                         std::size_t maxBodyDepth);
+                         const JsonBounds& bodies);
 
 }  // namespace host
 

@@ -41,8 +41,10 @@ PathTemplate::PathTemplate(std::wstring_view text) {
 bool PathTemplate::matches(const Segments& segments) const {
   const std::size_t count = hasRest() ? m_parts.size() - 1 : m_parts.size();
   if (hasRest() ? segments.size() < count : segments.size() != count) return false;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (m_parts[i].kind == Kind::kText && m_parts[i].text != segments[i]) return false;
+  for (std::size_t i = count; i-- > 0;) {  // paths differ at their ends
+    const Part& part = m_parts[i];
+    if (part.kind != Kind::kText) continue;
+    if (part.text.size() != segments[i].size() || part.text != segments[i]) return false;
   }
   return true;
 }

@@ -3,15 +3,16 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <utility>
 
-#include "answers/json_reader.h"
 #include "answers/refusal_kinds.h"
 #include "api/api_path.h"
+#include "api/plugin_call.h"
+#include "api/plugin_read.h"
 #include "http_method.h"
-#include "plugin_extensions.h"
 #include "text.h"
 
 namespace host {
@@ -28,50 +29,52 @@ const std::map<std::string, std::int32_t>& methodCodes() {
   return kCodes;
 }
 
-/// A call of one of the plug-in's operations.
-struct PluginCall {
-  ovra::service_plugin_interface& plugin;
-  std::wstring key;
-  std::int32_t method;
-  RefusalKinds kinds;
-  std::size_t maxBodyDepth;
-
-  Answer operator()(const Call& call, const std::string& body) const {
-    const ServiceObject value = readJson(body, maxBodyDepth);
-    try {
-      return valueAnswer(plugin.handleRequest(key, method, segmentsBehindKey(call),
-                                              call.target.parameters,  //
-                                              value));
-    } catch (const std::exception& failure) {
-      return failureAnswer(failure, kinds);
-    }
-  }
-
-  std::vector<std::wstring> segmentsBehindKey(const Call& call) const {
-    const auto count = kApiSegmentCount + 1 + std::count(key.begin(), key.end(), L'/');
-    return {call.target.segments.begin() + count, call.target.segments.end()};
-  }
-};
-
 /// Fills in what every operation of a plug-in has alike.
 class PluginEndpoints {
  public:
-  PluginEndpoints(EndpointTable& table, ovra::service_plugin_interface& plugin, std::size_t maxBodyDepth)
-      : m_table(table), m_plugin(plugin), m_maxBodyDepth(maxBodyDepth) {}
+  PluginEndpoints(EndpointTable& table, const PluginFaces& faces, const JsonBounds& bodies,
+                  const ChangePlans& plans)
+      : m_table(table), m_faces(faces), m_bodies(bodies), m_plans(plans) {}
 
   /// `path` is the template below "api" and the version.
-  void add(ApiEndpoint endpoint, const std::wstring& key, const std::wstring& path, RefusalKinds kinds) {
-    endpoint.path = apiPath(m_plugin, path);
+  void add(ApiEndpoint endpoint, const std::wstring& key, const std::wstring& path, RefusalKinds kinds,
+           const ReadRules& rules = {}) {
+    const PluginCall call{m_faces,
+                          key,
+                          methodCodes().at(endpoint.method),
+                          endpoint.isChange,
+                          std::move(kinds),
+                          m_bodies,
+                          endpoint.operation,
+                          m_plans};
+    endpoint.path = apiPath(m_faces.plugin, path);
     endpoint.lane = endpoint.isChange ? Lane::kChanges : Lane::kReads;
-    endpoint.handle =
-        PluginCall{m_plugin, key, methodCodes().at(endpoint.method), std::move(kinds), m_maxBodyDepth};
+    endpoint.handle = call;
+    endpoint.takesDryRun = true;
+    if (endpoint.isChange) endpoint.planSchema = m_plans.schema;
+    if (m_faces.rehearsed) {
+      endpoint.rehearse = [call](const Call& request, const std::string& body) {
+        return call.rehearse(request, body);
+      };
+    }
+    if (!endpoint.isChange) endpoint.begin = readingBy(call, rules);
     m_table.add(std::move(endpoint));
   }
 
  private:
+  static decltype(ApiEndpoint::begin) readingBy(const PluginCall& call, ReadRules rules) {
+    rules.ask = call;
+    return [rules = std::make_shared<const ReadRules>(std::move(rules))](
+               std::shared_ptr<const Call> request, const std::shared_ptr<Exchange>& exchange,
+               std::string body) {
+      std::make_shared<PluginRead>(*rules, std::move(request), std::move(body))->begin(exchange);
+    };
+  }
+
   EndpointTable& m_table;
-  ovra::service_plugin_interface& m_plugin;
-  const std::size_t m_maxBodyDepth;
+  const PluginFaces m_faces;
+  const JsonBounds m_bodies;
+  const ChangePlans m_plans;
 };
 
 /// The least that may do anything when the plug-in's word is none that the host knows.
@@ -87,7 +90,13 @@ std::vector<std::wstring> referencesIn(const ServiceObject& route) {
   return names;
 }
 
-void addDescribed(PluginEndpoints& endpoints, const ServiceObject& description) {
+/// The answer is of its moment, whatever the revision: so the plug-in tells it.
+bool isMomentary(const ServiceObject& route) {
+  return route.hasKey(L"answer") && route.member(L"answer").hasKey(L"momentary") &&
+         route.member(L"answer").member(L"momentary").toBool();
+}
+
+void addDescribed(PluginEndpoints& endpoints, const ServiceObject& description, Revisions* revisions) {
   for (const auto element : description.member(L"routes")) {
     const ServiceObject& route = *element.value;
     ApiEndpoint endpoint;
@@ -97,7 +106,7 @@ void addDescribed(PluginEndpoints& endpoints, const ServiceObject& description) 
     endpoint.isChange = route.member(L"effect").toString() != L"read";
     endpoint.references = referencesIn(route);
     endpoints.add(std::move(endpoint), route.member(L"key").toString(), route.member(L"path").toString(),
-                  RefusalKinds(description, route));
+                  RefusalKinds(description, route), {{}, isMomentary(route), revisions});
   }
 }
 
@@ -116,8 +125,9 @@ void addUndescribed(PluginEndpoints& endpoints, const std::vector<std::wstring>&
 
 /// The addresses below "api" and the version that are the host's own, now or in time to come.
 void requireFree(const std::wstring& key) {
-  for (const wchar_t* const own : {L"session", L"health", L"actions", L"jobs", L"alarms", L"history",
-                                   L"events/stream", L"bundle", L"tokens", L"about", L"simulator"}) {
+  for (const wchar_t* const own :
+       {L"session", L"health", L"actions", L"jobs", L"alarms", L"history", L"events/stream", L"readiness",
+        L"bundle", L"tokens", L"about", L"simulator"}) {
     if ((key + L'/').rfind(std::wstring(own) + L'/', 0) != 0) continue;
     throw std::runtime_error("the plug-in handles the path \"" + wideToUtf8(key) +
                              "\", which is one of the host's own");
@@ -127,11 +137,13 @@ void requireFree(const std::wstring& key) {
 }  // namespace
 
 void addPluginEndpoints(EndpointTable& table, ovra::service_plugin_interface& plugin,
-                        const std::vector<std::wstring>& keys, std::size_t maxBodyDepth) {
+                        const std::vector<std::wstring>& keys, const JsonBounds& bodies, Revisions* revisions,
+                        const ChangePlans& plans) {
   std::for_each(keys.begin(), keys.end(), requireFree);
-  PluginEndpoints endpoints(table, plugin, maxBodyDepth);
-  auto* const described = dynamic_cast<ovra::described_plugin_1*>(&plugin);
-  described != nullptr ? addDescribed(endpoints, described->describe()) : addUndescribed(endpoints, keys);
+  const PluginFaces faces(plugin);
+  PluginEndpoints endpoints(table, faces, bodies, plans);
+  if (!faces.described) return addUndescribed(endpoints, keys);
+  addDescribed(endpoints, faces.described->describe(), revisions);
 }
 
 }  // namespace host

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "answers/answer_wishes.h"
+#include "identity/authenticator.h"
 #include "identity/client.h"
 
 namespace host {
@@ -15,6 +17,8 @@ struct RequestHead {
   std::string contentType;    ///< Empty when the field is missing.
   bool hasBody = false;
   Client client{};
+  AnswerWishes wishes{};
+  ProvenSecret* proven = nullptr;  ///< Of the connection; null where there is none.
 };
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "api/request_target.h"
 
+#include <algorithm>
 #include <boost/algorithm/hex.hpp>
 #include <cstddef>
 #include <stdexcept>
@@ -49,8 +50,10 @@ std::wstring decode(std::string_view text) {
   }
 }
 
-std::vector<std::wstring> parsePath(std::string_view path) {
+std::vector<std::wstring> parsePath(std::string_view path, std::size_t most) {
+  constexpr std::size_t kUsual = 8;
   std::vector<std::wstring> segments;
+  segments.reserve(std::min(most, kUsual));
   for (bool more = !path.empty(); more;) {
     more = path.find('/') != std::string_view::npos;
     std::wstring segment = decode(takeUntil(path, '/'));
@@ -58,7 +61,7 @@ std::vector<std::wstring> parsePath(std::string_view path) {
     if (segment.find(L'/') != std::wstring::npos) {
       throw Refusal(kBadRequest, "The request target holds an encoded slash");
     }
-    if (segments.size() == kMostSegments) {
+    if (segments.size() == most) {
       throw Refusal(kBadRequest, "The request target has too many segments");
     }
     segments.push_back(std::move(segment));
@@ -66,7 +69,7 @@ std::vector<std::wstring> parsePath(std::string_view path) {
   return segments;
 }
 
-std::map<std::wstring, std::wstring> parseQuery(std::string_view query) {
+std::map<std::wstring, std::wstring> parseQuery(std::string_view query, std::size_t most) {
   std::map<std::wstring, std::wstring> parameters;
   for (bool more = !query.empty(); more;) {
     more = query.find('&') != std::string_view::npos;
@@ -76,7 +79,7 @@ std::map<std::wstring, std::wstring> parseQuery(std::string_view query) {
       throw Refusal(kBadRequest, "The request target holds a parameter with a NUL character in its name");
     }
     if (name.empty()) throw Refusal(kBadRequest, "The request target holds a parameter without a name");
-    if (parameters.size() == kMostParameters) {
+    if (parameters.size() == most) {
       throw Refusal(kBadRequest, "The request target has too many parameters");
     }
     if (!parameters.emplace(std::move(name), decode(value)).second) {
@@ -88,11 +91,11 @@ std::map<std::wstring, std::wstring> parseQuery(std::string_view query) {
 
 }  // namespace
 
-RequestTarget parseTarget(std::string_view target) {
+RequestTarget parseTarget(std::string_view target, const TargetBounds& bounds) {
   if (target.empty() || target.front() != '/') throw Refusal(kBadRequest, "The request target is not a path");
   target.remove_prefix(1);
   const std::string_view path = takeUntil(target, '?');
-  return {parsePath(path), parseQuery(target)};
+  return {parsePath(path, bounds.segments), parseQuery(target, bounds.parameters)};
 }
 
 }  // namespace host

@@ -15,17 +15,20 @@ struct RequestTarget {
   std::map<std::wstring, std::wstring> parameters;  ///< Of the query.
 };
 
-// What one target may hold.
-constexpr std::size_t kMostSegments = 16;
-constexpr std::size_t kMostParameters = 16;
+/// What one target may hold.
+struct TargetBounds {
+  std::size_t segments;
+  std::size_t parameters;
+};
 
 /// Splits `target` at its slashes, '?', '&' and first '=', and percent-decodes each part once, after
 /// splitting. A parameter without '=' has the empty value; '+' stands for itself.
 ///
-/// Raises a `Refusal` 400 on a target that is no absolute path, more than 16 segments or parameters, an empty
-/// segment (so also on a slash at the end), an encoded slash in the path, a parameter name that is empty,
-/// repeated or holds a NUL character, an incomplete or wrong percent-encoding, and text that is not UTF-8.
-RequestTarget parseTarget(std::string_view target);
+/// Raises a `Refusal` 400 on a target that is no absolute path, more segments or parameters than
+/// `bounds` has, an empty segment (so also on a slash at the end), an encoded slash in the path, a parameter
+/// name that is empty, repeated or holds a NUL character, an incomplete or wrong percent-encoding, and text
+/// that is not UTF-8.
+RequestTarget parseTarget(std::string_view target, const TargetBounds& bounds);
 
 }  // namespace host
 

@@ -15,13 +15,13 @@ using ovra::data_transfer::ServiceObject;
 
 constexpr wchar_t kSession[] = L"session";
 constexpr wchar_t kCodes[] = L"session/codes";
-constexpr std::size_t kBodyDepth = 1;
+constexpr JsonBounds kBodies{1, 100};
 constexpr int kText = 5;  // as `ServiceObject::which` tells
 constexpr unsigned kCreated = 201;
 
 /// The text under `key` of a body; nothing without one.
 std::optional<std::string> textIn(const std::string& body, const wchar_t* key) {
-  const ServiceObject value = readJson(body, kBodyDepth);
+  const ServiceObject value = readJson(body, kBodies);
   if (!value.isObject() || !value.hasKey(key)) return {};
   const ServiceObject& member = value.member(key);
   if (member.which() != kText) throw Refusal(400, "The member \"" + wideToUtf8(key) + "\" is no text");
@@ -63,6 +63,13 @@ Answer makeCode(Admission& admission, const std::string& url, const Call& call, 
   return created(value);
 }
 
+Answer showSession(const Call& call) {
+  ServiceObject value;
+  value.member(L"name") = utf8ToWide(call.identity.name);
+  value.member(L"role") = utf8ToWide(toText(call.identity.role));
+  return jsonAnswer(writeJson(value));
+}
+
 Answer endSession(Admission& admission, const Call& call) {
   if (!admission.signOut(call.identity)) throw Refusal(409, "Who asks has no session to end");
   return {204, {}, {}, {}};
@@ -79,6 +86,94 @@ ApiEndpoint ownEndpoint(const char* operation, const char* method, std::wstring 
   return endpoint;
 }
 
+constexpr char kSessionSchema[] = R"({
+  "type": "object",
+  "properties": {
+    "token": {"type": "string", "description": "For the Authorization field."},
+    "role": {"type": "string", "enum": ["observe", "operate", "administer"]},
+    "lifeSeconds": {"type": "integer", "minimum": 0}
+  },
+  "required": ["token", "role", "lifeSeconds"],
+  "additionalProperties": false
+})";
+
+constexpr char kCallerSchema[] = R"({
+  "type": "object",
+  "properties": {
+    "name": {"type": "string", "description": "As the audit has it."},
+    "role": {"type": "string", "enum": ["observe", "operate", "administer"]}
+  },
+  "required": ["name", "role"],
+  "additionalProperties": false
+})";
+
+constexpr char kSignInSchema[] = R"({
+  "type": "object",
+  "properties": {
+    "code": {"type": "string", "description": "Good for one sign-in within ten minutes."},
+    "role": {"type": "string", "enum": ["observe", "operate", "administer"]},
+    "url": {"type": "string", "description": "Signs a browser in."}
+  },
+  "required": ["code", "role", "url"],
+  "additionalProperties": false
+})";
+
+EndpointDocument beginDocument() {
+  EndpointDocument document{
+      "session",
+      "begin",
+      "Makes a session of a sign-in code.",
+      "A code is good once. The session's token has the code's role, and ends with the host.",
+      {{kCreated, "The session.", kSessionSchema}, {401, {}}}};
+  document.effect = "changes";
+  document.body = R"({
+    "type": "object",
+    "properties": {"code": {"type": "string", "description": "As the host told it."}},
+    "required": ["code"]
+  })";
+  return document;
+}
+
+EndpointDocument showDocument() {
+  return {"session",
+          "show",
+          "Tells who asks, and in which role.",
+          "Of any token, and over the Unix socket of its user.",
+          {{200, "Who asks.", kCallerSchema}}};
+}
+
+EndpointDocument endDocument() {
+  EndpointDocument document{"session",
+                            "end",
+                            "Ends the session whose token asks.",
+                            "Another kind of token has none to end.",
+                            {{204, "It has ended."}, {409, {}}}};
+  document.effect = "changes";
+  return document;
+}
+
+EndpointDocument codeDocument() {
+  EndpointDocument document{
+      "session",
+      "code",
+      "Makes a sign-in code.",
+      "Over the Unix socket only, for users of the machine, and for no greater role than theirs.",
+      {{kCreated, "The code.", kSignInSchema}}};
+  document.effect = "changes";
+  document.body = R"({
+    "type": "object",
+    "properties": {
+      "role": {
+        "type": "string",
+        "enum": ["observe", "operate", "administer"],
+        "description": "Without it one's own."
+      }
+    }
+  })";
+  document.needsBody = false;
+  return document;
+}
+
 }  // namespace
 
 std::string signInAddress(const std::string& url, const std::string& code) { return url + "/#code=" + code; }
@@ -86,14 +181,21 @@ std::string signInAddress(const std::string& url, const std::string& code) { ret
 void addSessionEndpoints(EndpointTable& table, const ovra::plugin_interface& plugin, Admission& admission,
                          std::function<std::string()> url) {
   ApiEndpoint begin = ownEndpoint("beginSession", "POST", apiPath(plugin, kSession), {});
+  begin.document = beginDocument();
   begin.handle = [&admission](const Call& call, const std::string& body) {
     return beginSession(admission, call, body);
   };
   table.add(std::move(begin));
+  ApiEndpoint show = ownEndpoint("getSession", "GET", apiPath(plugin, kSession), Role::kObserve);
+  show.document = showDocument();
+  show.handle = [](const Call& call, const std::string&) { return showSession(call); };
+  table.add(std::move(show));
   ApiEndpoint end = ownEndpoint("endSession", "DELETE", apiPath(plugin, kSession), Role::kObserve);
+  end.document = endDocument();
   end.handle = [&admission](const Call& call, const std::string&) { return endSession(admission, call); };
   table.add(std::move(end));
   ApiEndpoint code = ownEndpoint("makeSignInCode", "POST", apiPath(plugin, kCodes), Role::kObserve);
+  code.document = codeDocument();
   code.handle = [&admission, url = std::move(url)](const Call& call, const std::string& body) {
     return makeCode(admission, url(), call, body);
   };

@@ -11,8 +11,8 @@
 namespace host {
 
 /// Sign-in under "session": a code becomes a session for anybody who has one; users of the machine get codes
-/// over the Unix socket; a session ends by its own token. `admission` outlives the table. `url` tells where
-/// the host is asked, without a slash at its end.
+/// over the Unix socket; a session ends by its own token; anybody is told who they are. `admission` outlives
+/// the table. `url` tells where the host is asked, without a slash at its end.
 void addSessionEndpoints(EndpointTable& table, const ovra::plugin_interface& plugin, Admission& admission,
                          std::function<std::string()> url);
 

@@ -3,9 +3,9 @@
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/json.hpp>
-#include <boost/program_options.hpp>
 #include <stdexcept>
 
+#include "commands/command_arguments.h"
 #include "commands/sign_in_command.h"
 #include "identity/token_file.h"
 #include "net/local_socket.h"
@@ -23,6 +23,7 @@ using boost::asio::local::stream_protocol;
 struct Wanted {
   std::string socket;
   std::string tokenFile;
+  std::string configurationFile;
   std::string role = "administer";
   std::string apiVersion = "v1";
   bool help = false;
@@ -35,12 +36,28 @@ po::options_description describe(Wanted& wanted) {
        "of the host; otherwise the usual one")  //
       ("token-file", po::value(&wanted.tokenFile)->value_name("FILE"),
        "beside which the usual socket may stand")  //
+      ("config", po::value(&wanted.configurationFile)->value_name("FILE"),
+       "the host's configuration, which may name these two")  //
       ("role", po::value(&wanted.role)->value_name("ROLE")->default_value(wanted.role),
        "observe, operate or administer, up to one's own")  //
       ("api-version", po::value(&wanted.apiVersion)->value_name("WORD")->default_value(wanted.apiVersion),
        "of the plug-in")  //
       ("help", po::bool_switch(&wanted.help), "show this and exit");
   return options;
+}
+
+const std::string& firstSaid(const std::string& said, const std::string& otherwise) {
+  return said.empty() ? otherwise : said;
+}
+
+std::string socketOf(const Wanted& wanted) {
+  const Options configured = configuredOptions(wanted.configurationFile);
+  const std::string& named = firstSaid(wanted.socket, configured.unixSocket);
+  if (!named.empty()) return named;
+  if (!configured.hasUnixSocket) {
+    throw UsageError(wanted.configurationFile + " turns the Unix socket off, over which codes are made");
+  }
+  return defaultSocketPath(firstSaid(firstSaid(wanted.tokenFile, configured.tokenFile), defaultTokenFile()));
 }
 
 http::response<http::string_body> ask(const std::string& path,
@@ -74,24 +91,14 @@ std::string addressFrom(const std::string& path, const Wanted& wanted) {
 
 void runSignInCommand(const std::vector<std::string>& arguments, std::ostream& out) {
   Wanted wanted;
-  const po::options_description options = describe(wanted);
-  constexpr auto kStyle = po::command_line_style::allow_long | po::command_line_style::long_allow_adjacent |
-                          po::command_line_style::long_allow_next;
-  try {
-    po::variables_map values;
-    po::store(po::command_line_parser(arguments).options(options).positional({}).style(kStyle).run(), values);
-    po::notify(values);
-  } catch (const po::error& error) {
-    throw UsageError(error.what());
-  }
+  readArguments(arguments, describe(wanted));
   if (wanted.help) {
     out << "Usage: mirn-host sign-in [options]\n"
            "Prints an address that signs in whoever opens it, once and within ten minutes.\n\n"
-        << options;
+        << describe(wanted);
     return;
   }
-  const std::string tokenFile = wanted.tokenFile.empty() ? defaultTokenFile() : wanted.tokenFile;
-  const std::string path = wanted.socket.empty() ? defaultSocketPath(tokenFile) : wanted.socket;
+  const std::string path = socketOf(wanted);
   try {
     out << addressFrom(path, wanted) << '\n';
   } catch (const boost::system::system_error& error) {

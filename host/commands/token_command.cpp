@@ -1,8 +1,8 @@
 #include "commands/token_command.h"
 
-#include <boost/program_options.hpp>
 #include <optional>
 
+#include "commands/command_arguments.h"
 #include "identity/token_table.h"
 #include "options.h"
 
@@ -15,9 +15,9 @@ namespace po = boost::program_options;
 using Words = std::vector<std::string>;
 
 const char kUsage[] =
-    "Usage: mirn-host token add NAME ROLE [--token-file FILE]\n"
-    "       mirn-host token list [--token-file FILE]\n"
-    "       mirn-host token revoke NAME [--token-file FILE]\n"
+    "Usage: mirn-host token add NAME ROLE [options]\n"
+    "       mirn-host token list [options]\n"
+    "       mirn-host token revoke NAME [options]\n"
     "Adds, lists and revokes the tokens by which a host lets clients in; a running host\n"
     "follows within two seconds. ROLE is observe, operate or administer. `add` prints the\n"
     "token, which is kept nowhere else; `list` prints name, role and time of each.\n\n";
@@ -55,6 +55,7 @@ void run(const TokenTable& table, const Words& words, std::ostream& out, std::os
 
 void runTokenCommand(const Words& arguments, std::ostream& out, std::ostream& errors) {
   std::string tokenFile;
+  std::string configurationFile;
   bool help = false;
   Words words;
   po::options_description shown("Options");
@@ -62,25 +63,20 @@ void runTokenCommand(const Words& arguments, std::ostream& out, std::ostream& er
       ("token-file", po::value(&tokenFile)->value_name("FILE"),
        ("the first token's file, beside which the table stands; otherwise " + defaultTokenFileText())
            .c_str())  //
+      ("config", po::value(&configurationFile)->value_name("FILE"),
+       "the host's configuration, which may name that file")  //
       ("help", po::bool_switch(&help), "show this and exit");
   po::options_description all;
   all.add(shown).add_options()("word", po::value(&words));
   po::positional_options_description positions;
   positions.add("word", -1);
-  constexpr auto kStyle = po::command_line_style::allow_long | po::command_line_style::long_allow_adjacent |
-                          po::command_line_style::long_allow_next;
-  try {
-    po::variables_map values;
-    po::store(po::command_line_parser(arguments).options(all).positional(positions).style(kStyle).run(),
-              values);
-    po::notify(values);
-  } catch (const po::error& error) {
-    throw UsageError(error.what());
-  }
+  readArguments(arguments, all, positions);
   if (help) {
     out << kUsage << shown;
     return;
   }
+  const Options configured = configuredOptions(configurationFile);  // wrong ones are told, needed or not
+  if (tokenFile.empty()) tokenFile = configured.tokenFile;
   run(TokenTable(tokenFile.empty() ? defaultTokenFile() : tokenFile), words, out, errors);
 }
 

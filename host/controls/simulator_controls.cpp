@@ -144,30 +144,115 @@ struct SimulatorControl {
   const char* symbol;
   std::vector<std::wstring> arguments;
   VEX_STATUS (*call)(void* function, const ControlArguments& arguments, Outcome& outcome);
+  const char* summary;
+  std::vector<std::wstring> needed;
+  const char* answer = "";      ///< A schema.
+  bool mayTellNothing = false;  ///< There may be nothing to tell.
 };
 
 namespace {
 
 const std::vector<SimulatorControl> kControls{
-    {L"fail-disk", "VexSimFailDisk", {L"disk"}, onDisk},
-    {L"pull-disk", "VexSimPullDisk", {L"disk"}, onDisk},
-    {L"insert-disk", "VexSimInsertDisk", {L"disk"}, onDisk},
+    {L"fail-disk", "VexSimFailDisk", {L"disk"}, onDisk, "Lets a disk fail.", {L"disk"}},
+    {L"pull-disk", "VexSimPullDisk", {L"disk"}, onDisk, "Pulls a disk out of its bay.", {L"disk"}},
+    {L"insert-disk", "VexSimInsertDisk", {L"disk"}, onDisk, "Puts a pulled disk back.", {L"disk"}},
     {L"insert-blank-disk",
      "VexSimInsertBlankDisk",
      {L"disk", L"size", L"sectorSize", L"model"},
-     insertBlankDisk},
-    {L"lock-disk", "VexSimLockDisk", {L"disk"}, onDisk},
-    {L"raise-smart-event", "VexSimRaiseSmartEvent", {L"disk"}, onDisk},
-    {L"advance-clock", "VexSimAdvanceClock", {L"milliseconds"}, advanceClock},
-    {L"set-clock-speed", "VexSimSetClockSpeed", {L"speed"}, setClockSpeed},
-    {L"cap-event-wait", "VexSimCapEventWait", {L"milliseconds"}, capEventWait},
-    {L"fail-calls", "VexSimFailCalls", {L"operation", L"skip", L"count", L"status"}, failCalls},
-    {L"delay-calls", "VexSimDelayCalls", {L"operation", L"skip", L"count", L"milliseconds"}, delayCalls},
-    {L"clear-faults", "VexSimClearFaults", {}, clearFaults},
-    {L"count-calls", "VexSimCountCalls", {L"operation"}, countCalls},
-    {L"load-scenario", "VexSimLoadText", {L"scenario"}, loadScenario},
-    {L"check", "VexSimCheck", {}, check},
+     insertBlankDisk,
+     "Puts a new disk into the bay of a pulled one.",
+     {L"disk"},
+     R"({"type": "object", "properties": {"disk": {"type": "string"}}, "required": ["disk"]})"},
+    {L"lock-disk", "VexSimLockDisk", {L"disk"}, onDisk, "Locks a disk.", {L"disk"}},
+    {L"raise-smart-event",
+     "VexSimRaiseSmartEvent",
+     {L"disk"},
+     onDisk,
+     "Lets a disk warn of itself.",
+     {L"disk"}},
+    {L"advance-clock",
+     "VexSimAdvanceClock",
+     {L"milliseconds"},
+     advanceClock,
+     "Moves the machine's time ahead.",
+     {L"milliseconds"}},
+    {L"set-clock-speed",
+     "VexSimSetClockSpeed",
+     {L"speed"},
+     setClockSpeed,
+     "Says how fast the machine's time goes; 0 stops it.",
+     {L"speed"}},
+    {L"cap-event-wait",
+     "VexSimCapEventWait",
+     {L"milliseconds"},
+     capEventWait,
+     "Bounds how long the library waits for an event.",
+     {L"milliseconds"}},
+    {L"fail-calls",
+     "VexSimFailCalls",
+     {L"operation", L"skip", L"count", L"status"},
+     failCalls,
+     "Lets calls of an operation of the library fail.",
+     {L"operation", L"status"}},
+    {L"delay-calls",
+     "VexSimDelayCalls",
+     {L"operation", L"skip", L"count", L"milliseconds"},
+     delayCalls,
+     "Lets calls of an operation of the library take longer.",
+     {L"operation", L"milliseconds"}},
+    {L"clear-faults", "VexSimClearFaults", {}, clearFaults, "Takes back all ordered faults.", {}},
+    {L"count-calls",
+     "VexSimCountCalls",
+     {L"operation"},
+     countCalls,
+     "Counts the calls of an operation of the library.",
+     {L"operation"},
+     R"({"type": "object", "properties": {"calls": {"type": "integer", "minimum": 0}}, "required": ["calls"]})"},
+    {L"load-scenario",
+     "VexSimLoadText",
+     {L"scenario"},
+     loadScenario,
+     "Exchanges the machine for another.",
+     {L"scenario"}},
+    {L"check",
+     "VexSimCheck",
+     {},
+     check,
+     "Holds the machine to the rules that always hold.",
+     {},
+     R"({"type": "object", "properties": {"notice": {"type": "string"}}, "required": ["notice"]})",
+     true},
 };
+
+/// By the argument's name, which means the same to all controls.
+const char* schemaOfArgument(const std::wstring& name) {
+  static const std::map<std::wstring, const char*> kSchemas{
+      {L"disk", R"({"type": "string", "description": "A disk, by its identity text, serial number or id."})"},
+      {L"model", R"({"type": "string", "description": "Without it that of the pulled disk."})"},
+      {L"operation", R"({"type": "string", "description": "A function of the library, such as VexRescan."})"},
+      {L"scenario", R"({"type": "object", "description": "A machine, as a scenario tells it."})"},
+      {L"size",
+       R"({"type": "integer", "minimum": 0, "description": "Bytes; 0 for those of the pulled disk."})"},
+      {L"skip", R"({"type": "integer", "minimum": 0, "description": "Calls that pass before."})"},
+      {L"count",
+       R"({"type": "integer", "minimum": 0, "description": "Calls that are meant; 1 without it."})"},
+      {L"status", R"({"type": "integer", "minimum": 0, "description": "The status that they give."})"}};
+  const auto found = kSchemas.find(name);
+  return found == kSchemas.end() ? R"({"type": "integer", "minimum": 0})" : found->second;
+}
+
+std::string bodyOf(const SimulatorControl& control) {
+  if (control.arguments.empty()) return {};
+  std::string properties;
+  std::string needed;
+  for (const std::wstring& name : control.arguments) {
+    properties += (properties.empty() ? "\"" : ", \"") + wideToUtf8(name) + "\": " + schemaOfArgument(name);
+  }
+  for (const std::wstring& name : control.needed)
+    needed += (needed.empty() ? "\"" : ", \"") + wideToUtf8(name) + '"';
+  return R"({"type": "object", "properties": {)" + properties + R"(}, "required": [)" + needed +
+         R"(], "additionalProperties": false})";
+}
 
 }  // namespace
 
@@ -195,6 +280,11 @@ SimulatorControls::Value SimulatorControls::describe() const {
     for (const std::wstring& argument : found.control->arguments) arguments.at(index++) = argument;
   }
   return list;
+}
+
+ControlDescription SimulatorControls::describe(const std::wstring& name) const {
+  const SimulatorControl& control = *m_functions.at(name).control;
+  return {control.summary, bodyOf(control), !control.needed.empty(), control.answer, control.mayTellNothing};
 }
 
 SimulatorControls::Value SimulatorControls::run(const std::wstring& name, const Value& arguments,

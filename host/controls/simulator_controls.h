@@ -13,6 +13,15 @@ namespace host {
 
 struct SimulatorControl;
 
+/// What a control tells of itself. Schemas are JSON Schema as JSON text.
+struct ControlDescription {
+  std::string summary;
+  std::string body;             ///< Schema of its arguments; empty: it has none.
+  bool needsBody = true;        ///< Not all arguments may be missing.
+  std::string answer;           ///< Schema of what it tells; empty: nothing.
+  bool mayTellNothing = false;  ///< With an answer: sometimes there is none.
+};
+
 /// What a simulated storage library can be told beside its operations. Found by name when the module is
 /// there, so that the host needs no such library. Constant after construction, safe from any thread.
 class SimulatorControls {
@@ -33,6 +42,9 @@ class SimulatorControls {
 
   /// A list of objects with `name` and `arguments`, ordered by name.
   Value describe() const;
+
+  /// Of the control `name`, one of the names.
+  ControlDescription describe(const std::wstring& name) const;
 
   /// What the control `name`, one of the names, tells; null when it tells nothing. `arguments` is an object,
   /// or null; `disks` leads from a published id to a name that the library knows, null when nothing does.

@@ -14,6 +14,10 @@ constexpr bool isLetter(char character) {
   return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
+constexpr char toLower(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
 /// ASCII, neither blank nor control.
 constexpr bool isVisible(char character) { return character > 0x20 && character < 0x7F; }
 
@@ -29,7 +33,8 @@ constexpr bool isTokenCharacter(char character) {
 
 /// Of a request target as clients send it: a URI, and what browsers leave as it is in a query.
 constexpr bool isTargetCharacter(char character) {
-  return isVisible(character) && std::string_view("\"#<>\\").find(character) == std::string_view::npos;
+  return isVisible(character) && character != '"' && character != '#' && character != '<' &&
+         character != '>' && character != '\\';
 }
 
 template <class Kind>

@@ -28,4 +28,14 @@ std::string httpDate(std::chrono::system_clock::time_point time) {
   return text.data();
 }
 
+const std::string& httpDateNow() {
+  thread_local std::time_t second = -1;
+  thread_local std::string text;
+  const auto now = std::chrono::system_clock::now();
+  const std::time_t current = std::chrono::system_clock::to_time_t(now);
+  if (current != second) text = httpDate(now);
+  second = current;
+  return text;
+}
+
 }  // namespace host

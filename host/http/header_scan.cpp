@@ -1,5 +1,6 @@
 #include "http/header_scan.h"
 
+#include <algorithm>
 #include <string>
 
 #include "answers/answer.h"
@@ -34,7 +35,7 @@ void requireVersion(std::string_view version) {
 }  // namespace
 
 std::optional<std::size_t> HeaderScan::end(std::string_view text) {
-  for (; m_next < text.size(); ++m_next) {
+  for (skipOrdinary(text); m_next < text.size(); ++m_next, skipOrdinary(text)) {
     requireCharacter(text);
     requireShort(m_next + 1 - m_lineStart);
     if (m_next >= m_limits.headerBytes) throw Refusal(431, "The header is too large");
@@ -47,6 +48,13 @@ std::optional<std::size_t> HeaderScan::end(std::string_view text) {
   return {};
 }
 
+/// Most of a header: what neither ends a line, nor is refused, nor is beyond a bound.
+void HeaderScan::skipOrdinary(std::string_view text) {
+  if (m_next > m_lineStart && text[m_next - 1] == '\r') return;
+  const std::size_t end = std::min({text.size(), m_lineStart + longestLine(), m_limits.headerBytes});
+  while (m_next < end && !isControl(text[m_next])) ++m_next;
+}
+
 /// Of the character at `m_next`.
 void HeaderScan::requireCharacter(std::string_view text) const {
   const char character = text[m_next];
@@ -57,15 +65,18 @@ void HeaderScan::requireCharacter(std::string_view text) const {
   }
 }
 
+/// With its end.
+std::size_t HeaderScan::longestLine() const {
+  constexpr std::size_t kLineEnd = 2;
+  constexpr std::size_t kAroundTarget = kLongestMethod + kVersion.size() + 2 + kLineEnd;
+  return m_hasRequestLine ? m_limits.headerLineBytes + kLineEnd : m_limits.targetBytes + kAroundTarget;
+}
+
 /// `length` is what has come of the line, so that nobody waits for the end of one without end.
 void HeaderScan::requireShort(std::size_t length) const {
-  constexpr std::size_t kLineEnd = 2;
-  if (m_hasRequestLine) {
-    if (length > m_limits.headerLineBytes + kLineEnd) throw Refusal(431, "A line of the header is too long");
-    return;
-  }
-  constexpr std::size_t kAroundTarget = kLongestMethod + kVersion.size() + 2 + kLineEnd;
-  if (length > m_limits.targetBytes + kAroundTarget) throw Refusal(414, "The request target is too long");
+  if (length <= longestLine()) return;
+  if (m_hasRequestLine) throw Refusal(431, "A line of the header is too long");
+  throw Refusal(414, "The request target is too long");
 }
 
 void HeaderScan::takeLine(std::string_view line) {

@@ -28,7 +28,9 @@ class HeaderScan {
   std::size_t minorVersionAt() const { return m_minorVersionAt; }
 
  private:
+  void skipOrdinary(std::string_view text);
   void requireCharacter(std::string_view text) const;
+  std::size_t longestLine() const;
   void requireShort(std::size_t length) const;
   void takeLine(std::string_view line);
   void takeRequestLine(std::string_view line);

@@ -1,8 +1,7 @@
 #include "http/host_names.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
+#include <algorithm>
 #include <boost/asio/ip/address.hpp>
-#include <locale>
 
 #include "answers/answer.h"
 #include "http/characters.h"
@@ -31,13 +30,18 @@ bool isNameCharacter(char character) {
          character == '_';
 }
 
-/// Addresses have many ways to be written; of IPv4 the short ones, which some systems take, are names here.
+/// An address has many ways to be written, but of IPv4 the usual one alone is one here; others, which some
+/// systems take, are names.
 std::string comparable(std::string_view host) {
   boost::system::error_code error;
-  const ip::address address = ip::make_address(std::string(host), error);
-  if (!error && (address.is_v6() || address.to_string() == host)) return address.to_string();
+  if (host.find(':') != std::string_view::npos) {
+    const ip::address address = ip::make_address(std::string(host), error);
+    if (!error) return address.to_string();
+  }
   if (host.size() > 1 && host.back() == '.') host.remove_suffix(1);
-  return boost::algorithm::to_lower_copy(std::string(host), std::locale::classic());
+  std::string name(host);
+  std::transform(name.begin(), name.end(), name.begin(), toLower);
+  return name;
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "answers/answer_wishes.h"
+
 namespace host {
 
 /// What a request's header says, as far as the host goes by it.
@@ -15,6 +17,7 @@ struct Request {
   bool keepsConnection = false;  ///< The client means to send another one.
   bool hasBody = false;
   bool awaitsContinue = false;  ///< The client sends its body once it is told to.
+  AnswerWishes wishes{};
 };
 
 /// Where a request came in.

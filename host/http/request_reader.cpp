@@ -37,13 +37,14 @@ RequestReader::RequestReader(const Limits& limits, const HostNames& names, const
 bool RequestReader::readHeader(beast::flat_buffer& input) {
   const auto end = m_scan.end(textOf(input));
   if (!end) return false;
-  std::string header(textOf(input).substr(m_scan.start(), *end - m_scan.start()));
   // A later minor version means what the last known one means.
-  char& minorVersion = header[m_scan.minorVersionAt() - m_scan.start()];
+  char& minorVersion = static_cast<char*>(input.data().data())[m_scan.minorVersionAt()];
   minorVersion = std::min(minorVersion, '1');
-  input.consume(*end);
+  input.consume(m_scan.start());
+  const std::size_t size = *end - m_scan.start();
   beast::error_code error;
-  m_parser.put(boost::asio::buffer(header), error);
+  m_parser.put(boost::asio::buffer(input.data(), size), error);
+  input.consume(size);
   if (error) refuse(error);
   m_request = judgedRequest(m_parser.get().base(), m_names, m_destination);
   m_request.hasBody = !m_parser.is_done();
@@ -52,15 +53,22 @@ bool RequestReader::readHeader(beast::flat_buffer& input) {
   return true;
 }
 
+/// No more at a time than a line between chunks may have, and one byte: what is refused may not hang on how
+/// the bytes were cut on their way.
 bool RequestReader::readBody(beast::flat_buffer& input) {
   constexpr std::size_t kLastChunk = 5;  // "0", and two line ends: the parser asserts on a part of them
-  if (m_parser.chunked() && input.size() < kLastChunk) return false;
-  beast::error_code error;
-  if (input.size() != 0) input.consume(m_parser.put(input.data(), error));
-  if (error && error != http::error::need_more) refuse(error);
-  // What is left is a line of a chunk or its trailers.
-  if (!m_parser.is_done() && input.size() > m_limits.headerLineBytes) {
-    throw Refusal(400, "The request is not valid HTTP: a line between its chunks is too long");
+  const std::size_t most = m_limits.headerLineBytes + 1;
+  while (!m_parser.is_done() && input.size() >= (m_parser.chunked() ? kLastChunk : 1)) {
+    const std::size_t given = std::min(input.size(), most);
+    beast::error_code error;
+    const std::size_t taken = m_parser.put(boost::asio::buffer(input.data(), given), error);
+    input.consume(taken);
+    if (error && error != http::error::need_more) refuse(error);
+    if (taken != 0) continue;
+    // What is left is a line of a chunk or its trailers.
+    if (given == most)
+      throw Refusal(400, "The request is not valid HTTP: a line between its chunks is too long");
+    break;
   }
   m_isWhole = m_parser.is_done();
   return m_isWhole;

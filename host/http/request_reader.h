@@ -5,6 +5,7 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <string>
+#include <utility>
 
 #include "http/header_scan.h"
 #include "http/host_names.h"
@@ -30,6 +31,10 @@ class RequestReader {
 
   /// What the header says, once it is read; empty texts before.
   const Request& request() const { return m_request; }
+
+  /// Hands out what is of no use once it was judged: the fields that tell who asks, and for what form.
+  std::string takeAuthorization() { return std::move(m_request.authorization); }
+  AnswerWishes takeWishes() { return std::move(m_request.wishes); }
 
   /// The request is read to its end, so that the next one starts where it ended.
   bool isWhole() const { return m_isWhole; }

@@ -1,11 +1,11 @@
 #include "http/request_rules.h"
 
-#include <algorithm>
 #include <boost/beast/core/string.hpp>
 #include <boost/beast/http/rfc7230.hpp>
-#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "answers/answer.h"
 #include "http/characters.h"
@@ -20,38 +20,104 @@ using Header = http::request_header<>;
 
 constexpr unsigned kOldVersion = 10;
 constexpr std::size_t kMostLengthDigits = 18;  // of what 64 bits hold for sure
+constexpr std::string_view kLastEventId = "Last-Event-ID";
 
 [[noreturn]] void refuse(const std::string& reason) {
   throw Refusal(400, "The request is not valid HTTP: " + reason);
 }
 
-/// Fields of which a reader that takes the first and one that takes the last would disagree.
-void requireSingleFields(const Header& header) {
-  for (const auto field : {http::field::host, http::field::authorization, http::field::content_type,
-                           http::field::content_length, http::field::transfer_encoding}) {
-    const auto [first, end] = header.equal_range(field);
-    if (first != end && std::next(first) != end) {
-      refuse("the field " + std::string(http::to_string(field)) + " is repeated");
-    }
+/// The fields that the host goes by.
+struct Fields {
+  using Value = std::optional<std::string_view>;
+
+  Value host;
+  Value authorization;
+  Value contentType;
+  Value contentLength;
+  Value transferEncoding;
+  Value expect;
+  bool hasContentEncoding = false;
+  bool saysClose = false;
+  bool saysKeepAlive = false;
+  AnswerWishes wishes{};
+};
+
+/// One of those of which a reader that takes the first and one that takes the last would disagree.
+void takeSingle(Fields::Value& value, const http::fields::value_type& field) {
+  if (value) refuse("the field " + std::string(field.name_string()) + " is repeated");
+  value = field.value();
+}
+
+/// Several lines of a list are one list.
+void takeLine(std::optional<std::string>& list, std::string_view line) {
+  if (list) {
+    list->append(", ").append(line);
+  } else {
+    list.emplace(line);
   }
+}
+
+void takeConnection(Fields& fields, std::string_view words) {
+  http::token_list list(words);
+  fields.saysClose = fields.saysClose || list.exists("close");
+  fields.saysKeepAlive = fields.saysKeepAlive || list.exists("keep-alive");
+}
+
+void take(Fields& fields, const http::fields::value_type& field) {
+  switch (field.name()) {
+    case http::field::host:
+      return takeSingle(fields.host, field);
+    case http::field::authorization:
+      return takeSingle(fields.authorization, field);
+    case http::field::content_type:
+      return takeSingle(fields.contentType, field);
+    case http::field::content_length:
+      return takeSingle(fields.contentLength, field);
+    case http::field::transfer_encoding:
+      return takeSingle(fields.transferEncoding, field);
+    case http::field::expect:
+      if (!fields.expect) fields.expect = field.value();
+      return;
+    case http::field::content_encoding:
+      fields.hasContentEncoding = true;
+      return;
+    case http::field::connection:
+      return takeConnection(fields, field.value());
+    case http::field::accept_encoding:
+      return takeLine(fields.wishes.acceptEncoding, field.value());
+    case http::field::if_match:
+      return takeLine(fields.wishes.ifMatch, field.value());
+    case http::field::if_none_match:
+      return takeLine(fields.wishes.ifNoneMatch, field.value());
+    case http::field::prefer:
+      return takeLine(fields.wishes.prefer, field.value());
+    case http::field::unknown:
+      if (iequals(field.name_string(), kLastEventId)) takeLine(fields.wishes.lastEventId, field.value());
+      return;
+    default:
+      return;
+  }
+}
+
+Fields fieldsOf(const Header& header) {
+  Fields fields;
+  for (const auto& field : header) take(fields, field);
+  return fields;
 }
 
 /// The body's length has to be beyond doubt: what one reader takes for the body would be the next request
 /// for another.
-void requireClearLength(const Header& header) {
-  const auto end = header.end();
-  const auto coding = header.find(http::field::transfer_encoding);
-  const auto length = header.find(http::field::content_length);
-  if (length != end) {
-    const std::string_view digits = length->value();
+void requireClearLength(const Fields& fields, unsigned version) {
+  if (fields.contentLength) {
+    const std::string_view digits = *fields.contentLength;
     if (digits.empty() || digits.size() > kMostLengthDigits || !hasOnly(digits, isDigit)) {
       refuse("its Content-Length is not a number");
     }
   }
-  if (coding == end) return;
-  if (length != end) refuse("it has a Content-Length and a Transfer-Encoding");
-  if (header.version() <= kOldVersion) refuse("HTTP/1.0 has no Transfer-Encoding");
-  if (!iequals(coding->value(), "chunked")) refuse("its Transfer-Encoding is another than chunked");
+  if (!fields.transferEncoding) return;
+  if (fields.contentLength) refuse("it has a Content-Length and a Transfer-Encoding");
+  if (version <= kOldVersion) refuse("HTTP/1.0 has no Transfer-Encoding");
+  if (!iequals(*fields.transferEncoding, "chunked")) refuse("its Transfer-Encoding is another than chunked");
 }
 
 bool isOurs(const std::string& host, const HostNames& names, const Destination& destination) {
@@ -83,12 +149,11 @@ Target targetOf(const Header& header) {
   return target;
 }
 
-void requireOurs(const Header& header, const Target& target, const HostNames& names,
+void requireOurs(const Fields& fields, unsigned version, const Target& target, const HostNames& names,
                  const Destination& destination) {
-  const bool hasHost = header.count(http::field::host) != 0;
-  if (!hasHost && header.version() > kOldVersion) refuse("it has no Host");
+  if (!fields.host && version > kOldVersion) refuse("it has no Host");
   std::string host;
-  if (hasHost) host = HostNames::hostOf(header[http::field::host]);
+  if (fields.host) host = HostNames::hostOf(*fields.host);
   // A whole URI tells the host itself, and the field counts for nothing then.
   if (!target.scheme.empty()) host = HostNames::hostOf(target.authority);
   if (host.empty()) return;
@@ -100,43 +165,35 @@ void requireOurs(const Header& header, const Target& target, const HostNames& na
 }
 
 /// HTTP/1.0 knows no expectations.
-bool awaitsContinue(const Header& header) {
-  const auto expect = header.find(http::field::expect);
-  if (expect == header.end() || header.version() <= kOldVersion) return false;
-  if (iequals(expect->value(), "100-continue")) return true;
+bool awaitsContinue(const Fields& fields, unsigned version) {
+  if (!fields.expect || version <= kOldVersion) return false;
+  if (iequals(*fields.expect, "100-continue")) return true;
   throw Refusal(417, "The host meets no other expectation than 100-continue");
 }
 
-bool hasConnectionWord(const Header& header, std::string_view word) {
-  const auto [first, end] = header.equal_range(http::field::connection);
-  return std::any_of(first, end,
-                     [word](const auto& field) { return http::token_list(field.value()).exists(word); });
-}
-
 /// As the header itself says it; a trailer comes too late to have a say.
-bool keepsConnection(const Header& header) {
-  if (hasConnectionWord(header, "close")) return false;
-  return header.version() > kOldVersion || hasConnectionWord(header, "keep-alive");
+bool keepsConnection(const Fields& fields, unsigned version) {
+  return !fields.saysClose && (version > kOldVersion || fields.saysKeepAlive);
 }
 
 }  // namespace
 
 Request judgedRequest(const Header& header, const HostNames& names, const Destination& destination) {
-  requireSingleFields(header);
-  requireClearLength(header);
-  const Target target = targetOf(header);
-  requireOurs(header, target, names, destination);
-  if (header.count(http::field::content_encoding) != 0) {
-    throw Refusal(415, "The host takes no encoded bodies");
-  }
+  Fields fields = fieldsOf(header);
+  const unsigned version = header.version();
+  requireClearLength(fields, version);
+  Target target = targetOf(header);
+  requireOurs(fields, version, target, names, destination);
+  if (fields.hasContentEncoding) throw Refusal(415, "The host takes no encoded bodies");
   return {std::string(header.method_string()),
-          target.path,
-          std::string(header[http::field::authorization]),
-          std::string(header[http::field::content_type]),
-          header.version(),
-          keepsConnection(header),
+          std::move(target.path),
+          std::string(fields.authorization.value_or("")),
+          std::string(fields.contentType.value_or("")),
+          version,
+          keepsConnection(fields, version),
           false,
-          awaitsContinue(header)};
+          awaitsContinue(fields, version),
+          std::move(fields.wishes)};
 }
 
 }  // namespace host

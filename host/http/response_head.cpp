@@ -1,47 +1,45 @@
 #include "http/response_head.h"
 
-#include <array>
-#include <boost/beast/core/buffers_to_string.hpp>
-#include <boost/beast/http/empty_body.hpp>
-#include <boost/beast/http/message.hpp>
-#include <boost/beast/http/serializer.hpp>
+#include <boost/beast/http/status.hpp>
 #include <chrono>
-#include <utility>
+#include <string_view>
 
+#include "answers/answer_fields.h"
 #include "http/date.h"
 
 namespace host {
 
 namespace {
 
-constexpr unsigned kNoContent = 204;
+constexpr unsigned kCurrentVersion = 11;
+constexpr std::size_t kUsualBytes = 640;
 
-/// What keeps a browser from making anything of an answer but what it is; an answer may have its own.
-constexpr std::array<std::pair<const char*, const char*>, 4> kSafety{
-    {{"X-Content-Type-Options", "nosniff"},
-     {"Content-Security-Policy", "default-src 'none'; frame-ancestors 'none'"},
-     {"Cross-Origin-Resource-Policy", "same-origin"},
-     {"Referrer-Policy", "no-referrer"}}};
+void appendStatus(std::string& text, unsigned status, unsigned version) {
+  text.append(version == kCurrentVersion ? "HTTP/1.1 " : "HTTP/1.0 ");
+  text.append(std::to_string(status)).append(" ");
+  text.append(
+      std::string_view(boost::beast::http::obsolete_reason(boost::beast::http::int_to_status(status))));
+  text.append("\r\n");
+}
+
+/// Only what differs from what the version means by itself.
+void appendConnection(std::string& text, unsigned version, bool keepsConnection) {
+  const bool isCurrent = version == kCurrentVersion;
+  if (isCurrent == keepsConnection) return;
+  text.append(isCurrent ? "Connection: close\r\n" : "Connection: keep-alive\r\n");
+}
 
 }  // namespace
 
 std::string responseHead(const Answer& answer, unsigned version, bool keepsConnection) {
-  namespace http = boost::beast::http;
-  http::response<http::empty_body> head(http::int_to_status(answer.status), version);
-  head.set(http::field::date, httpDate(std::chrono::system_clock::now()));
-  head.set(http::field::cache_control, "no-store");
-  for (const auto& [name, value] : kSafety) head.set(name, value);
-  for (const auto& [name, value] : answer.headers) head.set(name, value);
-  head.keep_alive(keepsConnection);
-  if (!answer.body.empty()) head.set(http::field::content_type, answer.contentType);
-  if (answer.status != kNoContent) head.content_length(answer.body.size());
-  http::response_serializer<http::empty_body> serializer(head);
   std::string text;
-  boost::beast::error_code error;
-  serializer.next(error, [&text](boost::beast::error_code&, const auto& buffers) {
-    text = boost::beast::buffers_to_string(buffers);
-  });
-  return text;
+  text.reserve(kUsualBytes);
+  appendStatus(text, answer.status, version);
+  text.append("Date: ").append(httpDateNow()).append("\r\n");
+  appendConnection(text, version, keepsConnection);
+  if (answer.isInParts && version == kCurrentVersion) text.append("Transfer-Encoding: chunked\r\n");
+  text.append(answer.rendered.empty() ? answerFields(answer) : answer.rendered);
+  return text.append("\r\n");
 }
 
 }  // namespace host

@@ -8,7 +8,8 @@
 namespace host {
 
 /// The status line and the header of `answer`, with the empty line that ends them; the length is that of its
-/// body. `version` is 10 or 11, as the client speaks it.
+/// body, which is in chunks where it comes in parts. `version` is 10 or 11, as the client speaks it; 10 knows
+/// no chunks.
 std::string responseHead(const Answer& answer, unsigned version, bool keepsConnection);
 
 }  // namespace host

@@ -9,12 +9,20 @@
 
 namespace host {
 
+/// What a connection showed last and was let in by, so that the same, request after request, is hashed once.
+/// Belongs to the connection.
+struct ProvenSecret {
+  std::string secret{};
+  std::string hash{};
+};
+
 /// What a request shows of who sends it.
 struct Credentials {
   std::string authorization;             ///< The header field; empty when it is missing.
   std::optional<std::string> parameter;  ///< `access_token` of the query, UTF-8.
   bool takesParameter = true;            ///< Whether the address takes the parameter at all.
   Client client{};
+  ProvenSecret* proven = nullptr;  ///< Null where nothing is remembered.
 };
 
 /// Knows people by what their requests show. Safe from any thread; never waits.

@@ -1,10 +1,10 @@
 #include "identity/known_clients.h"
 
-#include <boost/algorithm/string/predicate.hpp>
-#include <boost/algorithm/string/trim.hpp>
+#include <boost/beast/core/string.hpp>
 #include <string_view>
 #include <utility>
 
+#include "answers/field_list.h"
 #include "identity/secrets.h"
 #include "identity/token.h"
 
@@ -15,10 +15,16 @@ namespace {
 constexpr std::string_view kBearer = "Bearer ";
 
 /// What was shown: empty for a scheme that we do not know, which is as wrong as a wrong token.
-std::string secretOf(const Credentials& credentials) {
+std::string_view secretOf(const Credentials& credentials) {
   if (credentials.parameter) return *credentials.parameter;
-  if (!boost::algorithm::istarts_with(credentials.authorization, kBearer)) return {};
-  return boost::algorithm::trim_copy(credentials.authorization.substr(kBearer.size()));
+  const std::string_view field = credentials.authorization;
+  if (!boost::beast::iequals(field.substr(0, kBearer.size()), kBearer)) return {};
+  return trimmed(field.substr(kBearer.size()));
+}
+
+/// Compared in a time that tells nothing of where the two differ.
+bool isProven(const ProvenSecret* proven, std::string_view secret) {
+  return proven != nullptr && !secret.empty() && sameHash(proven->secret, secret);
 }
 
 }  // namespace
@@ -43,16 +49,22 @@ Identity KnownClients::identify(const Credentials& credentials) const {
   if (credentials.parameter && !takesParameter) {
     throw Refusal(400, "The token belongs into the Authorization field alone");
   }
-  if (hasField || credentials.parameter) return identifySecret(secretOf(credentials), credentials.client);
+  if (hasField || credentials.parameter) return identifySecret(secretOf(credentials), credentials);
   return identifyPeer(credentials.client);
 }
 
-Identity KnownClients::identifySecret(const std::string& secret, const Client& client) const {
+/// Whether the secret still lets anybody in is looked up each time.
+Identity KnownClients::identifySecret(std::string_view secret, const Credentials& credentials) const {
+  const bool isKnown = isProven(credentials.proven, secret);
   // Only what may be a token is hashed, so that nobody has us work through kilobytes.
-  if (isToken(secret)) {
-    if (const auto identity = findByHash(sha256Hex(secret))) return *identity;
+  if (isKnown || isToken(secret)) {
+    const std::string hash = isKnown ? credentials.proven->hash : sha256Hex(secret);
+    if (const auto identity = findByHash(hash)) {
+      if (credentials.proven && !isKnown) *credentials.proven = {std::string(secret), hash};
+      return *identity;
+    }
   }
-  throw unknownClient(m_delay.afterWrong(client.address));
+  throw unknownClient(m_delay.afterWrong(credentials.client.address));
 }
 
 Identity KnownClients::identifyPeer(const Client& client) const {

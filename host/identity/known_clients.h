@@ -4,6 +4,7 @@
 #include <chrono>
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "answers/answer.h"
 #include "identity/authenticator.h"
@@ -35,7 +36,7 @@ class KnownClients final : public IAuthenticator {
   bool stillHolds(const Identity& identity) const override;
 
  private:
-  Identity identifySecret(const std::string& secret, const Client& client) const;
+  Identity identifySecret(std::string_view secret, const Credentials& credentials) const;
   Identity identifyPeer(const Client& client) const;
   std::optional<Identity> findByHash(const std::string& hash) const;
 

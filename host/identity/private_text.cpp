@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "identity/private_file.h"
+#include "owner_access.h"
 
 namespace host {
 
@@ -30,7 +30,7 @@ std::optional<std::string> readPrivateText(const fs::path& path) {
   if (!fs::status_known(status)) throw UnreadableFile(error.message());
   if (status.type() != fs::file_type::regular) throw std::runtime_error("is not a regular file");
   if (othersMayReach(path)) {
-    throw std::runtime_error(std::string("others may read or write it (") + kPrivacyRemedy + " helps)");
+    throw std::runtime_error("others may read or write it (" + privacyRemedy(path) + " helps)");
   }
   if (fs::file_size(path) > kMaxSize) throw std::runtime_error("is larger than a mebibyte");
   std::ifstream file(path);

@@ -16,6 +16,9 @@ bool sameBytes(const char* one, const char* other, std::size_t count);
 /// Raises `std::runtime_error` when the system cannot do it.
 std::string sha256Hex(std::string_view text);
 
+/// The HMAC-SHA256 of `text` under `key`, in the same form. Raises `std::runtime_error` likewise.
+std::string hmacSha256Hex(std::string_view key, std::string_view text);
+
 /// How many digits that are.
 constexpr std::size_t kHashDigits = 64;
 

@@ -23,8 +23,4 @@ bool isToken(std::string_view text) {
          text.find_first_not_of(kTokenCharacters) == std::string_view::npos;
 }
 
-bool sameToken(std::string_view given, std::string_view expected) {
-  return given.size() == expected.size() && sameBytes(given.data(), expected.data(), expected.size());
-}
-
 }  // namespace host

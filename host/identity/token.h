@@ -16,9 +16,6 @@ std::string makeToken();
 /// Whether `text` may serve as a token: 32 to 256 characters that need no encoding in a header or a URL.
 bool isToken(std::string_view text);
 
-/// Compares in a time that tells nothing of where two tokens differ.
-bool sameToken(std::string_view given, std::string_view expected);
-
 }  // namespace host
 
 #endif

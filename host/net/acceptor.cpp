@@ -31,23 +31,32 @@ Endpoint taken(ListeningSocket& acceptor, const Endpoint& endpoint, const std::f
   return acceptor.local_endpoint();
 }
 
+Endpoint takenOver(ListeningSocket& acceptor, const HandedSocket& handed) {
+  acceptor.assign(handed.endpoint.protocol(), handed.handle);
+  return handed.endpoint;
+}
+
 }  // namespace
 
 Acceptor::Acceptor(asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream,
                    const std::function<void()>& onTaken)
-    : m_io(io),
-      m_strand(asio::make_strand(io)),
-      m_acceptor(m_strand),
-      m_pause(m_strand),
+    : m_acceptor(io),
+      m_pause(io),
       m_makeStream(std::move(makeStream)),
       m_endpoint(taken(m_acceptor, endpoint, onTaken)) {}
 
+Acceptor::Acceptor(asio::io_context& io, const HandedSocket& handed, MakeStream makeStream)
+    : m_acceptor(io),
+      m_pause(io),
+      m_makeStream(std::move(makeStream)),
+      m_endpoint(takenOver(m_acceptor, handed)) {}
+
 void Acceptor::start(SharedState& state) {
-  asio::post(m_strand, [this, &state] { accept(state); });
+  asio::post(m_acceptor.get_executor(), [this, &state] { accept(state); });
 }
 
 void Acceptor::stop() {
-  asio::post(m_strand, [this] {
+  asio::post(m_acceptor.get_executor(), [this] {
     error_code error;
     m_acceptor.close(error);
     m_pause.cancel();
@@ -55,7 +64,7 @@ void Acceptor::stop() {
 }
 
 void Acceptor::accept(SharedState& state) {
-  m_acceptor.async_accept(asio::make_strand(m_io), [this, &state](error_code error, ClientSocket socket) {
+  m_acceptor.async_accept(state.loops.next(), [this, &state](error_code error, ClientSocket socket) {
     onAccept(state, error, std::move(socket));
   });
 }

@@ -5,7 +5,6 @@
 #include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/strand.hpp>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -13,6 +12,7 @@
 #include <string>
 
 #include "net/client_stream.h"
+#include "net/handed_sockets.h"
 #include "net/shared_state.h"
 
 namespace host {
@@ -21,8 +21,8 @@ using ListeningSocket = boost::asio::basic_socket_acceptor<boost::asio::generic:
 using ClientSocket = boost::asio::generic::stream_protocol::socket;
 using Endpoint = boost::asio::generic::stream_protocol::endpoint;
 
-/// Takes clients in at one endpoint, of TCP or of another kind, a `Connection` each. Must stay until the I/O
-/// threads have ended.
+/// Takes clients in at one endpoint, of TCP or of another kind, a `Connection` each, on the event loops in
+/// turn. Lives on a loop of one thread, and must stay until all loops have ended.
 class Acceptor {
  public:
   /// What a client's bytes are carried by, and who the client is.
@@ -33,6 +33,9 @@ class Acceptor {
   Acceptor(
       boost::asio::io_context& io, const Endpoint& endpoint, MakeStream makeStream,
       const std::function<void()>& onTaken = [] {});
+
+  /// Takes over a socket that clients may connect to already. Raises `boost::system::system_error`.
+  Acceptor(boost::asio::io_context& io, const HandedSocket& handed, MakeStream makeStream);
 
   /// `state` outlives the connections.
   void start(SharedState& state);
@@ -49,8 +52,6 @@ class Acceptor {
   void admit(SharedState& state, ClientSocket socket);
   void onFailure(SharedState& state, const std::string& reason);
 
-  boost::asio::io_context& m_io;
-  boost::asio::strand<boost::asio::io_context::executor_type> m_strand;
   ListeningSocket m_acceptor;
   boost::asio::steady_timer m_pause;
   std::optional<std::chrono::steady_clock::time_point> m_lastFailure;

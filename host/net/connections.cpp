@@ -23,7 +23,8 @@ bool Connections::add(const std::shared_ptr<Occupant>& occupant, const Client& c
   Place& place = m_places[occupant.get()];
   place.occupant = occupant;
   place.address = address;
-  beginRest(occupant.get(), place);
+  place.self = m_awake.insert(m_awake.end(), occupant.get());
+  beginRest(place);
   if (!address.empty()) ++m_countOf[address];
   return true;
 }
@@ -36,7 +37,7 @@ void Connections::remove(const Occupant* occupant) {
 void Connections::rest(const Occupant* occupant) {
   const std::lock_guard<std::mutex> lock(m_mutex);
   const auto found = m_places.find(occupant);
-  if (found != m_places.end() && !found->second.isResting) beginRest(occupant, found->second);
+  if (found != m_places.end() && !found->second.isResting) beginRest(found->second);
 }
 
 void Connections::wake(const Occupant* occupant) {
@@ -85,18 +86,19 @@ void Connections::forget(const Occupant* occupant) {
   const auto found = m_places.find(occupant);
   if (found == m_places.end()) return;
   endRest(found->second);
+  m_awake.erase(found->second.self);
   const auto count = m_countOf.find(found->second.address);
   if (count != m_countOf.end() && --count->second == 0) m_countOf.erase(count);
   m_places.erase(found);
 }
 
-void Connections::beginRest(const Occupant* occupant, Place& place) {
-  place.resting = m_resting.insert(m_resting.end(), occupant);
+void Connections::beginRest(Place& place) {
+  m_resting.splice(m_resting.end(), m_awake, place.self);
   place.isResting = true;
 }
 
 void Connections::endRest(Place& place) {
-  if (place.isResting) m_resting.erase(place.resting);
+  if (place.isResting) m_awake.splice(m_awake.end(), m_resting, place.self);
   place.isResting = false;
 }
 

@@ -1,6 +1,7 @@
 #ifndef MIRN_HOST_NET_CONNECTIONS_H
 #define MIRN_HOST_NET_CONNECTIONS_H
 
+#include <atomic>
 #include <cstddef>
 #include <list>
 #include <map>
@@ -46,12 +47,13 @@ class Connections {
 
   /// Lets every connection end as soon as it has nothing under way, and no further one begin.
   void stop();
+  bool isStopped() const { return m_isStopped; }
 
  private:
   struct Place {
     std::weak_ptr<Occupant> occupant;
-    std::string address;  // empty where it counts for no address
-    std::list<const Occupant*>::iterator resting;
+    std::string address;                        // empty where it counts for no address
+    std::list<const Occupant*>::iterator self;  // in one of the lists
     bool isResting = false;
   };
   using Leaving = std::vector<std::shared_ptr<Occupant>>;
@@ -59,7 +61,7 @@ class Connections {
   bool freePlace(const std::string* address, Leaving& leaving);
   bool hasPlace(const std::string& address) const;
   void forget(const Occupant* occupant);
-  void beginRest(const Occupant* occupant, Place& place);
+  void beginRest(Place& place);
   void endRest(Place& place);
 
   const std::size_t m_max;
@@ -68,7 +70,8 @@ class Connections {
   std::map<const Occupant*, Place> m_places;
   std::map<std::string, std::size_t> m_countOf;  // by address; no entry for 0
   std::list<const Occupant*> m_resting;          // the longest first
-  bool m_isStopped = false;
+  std::list<const Occupant*> m_awake;
+  std::atomic<bool> m_isStopped{false};
 };
 
 }  // namespace host

@@ -28,6 +28,7 @@ class Lanes {
   WorkerPool m_own;
   WorkerPool m_reads;
   WorkerPool m_changes;
+  WorkerPool m_parts;
 };
 
 }  // namespace host

@@ -15,23 +15,27 @@ class PlainStream final : public StreamOver<SocketStream> {
   PlainStream(stream_protocol::socket socket, Client client, Destination destination)
       : StreamOver(std::move(client), std::move(destination), std::move(socket)) {}
 
-  void open(OnDone onDone) override { finishWith({}, std::move(onDone)); }
+  void open(OnDone onDone) override { onDone({}); }
 
   void finish(OnDone onDone) override {
     ErrorCode error;
-    m_layer.socket().shutdown(stream_protocol::socket::shutdown_send, error);
+    m_layer.shutdown(stream_protocol::socket::shutdown_send, error);
     finishWith(error, std::move(onDone));
+  }
+
+  void quit(OnDone onDone) override {
+    close();
+    finishWith({}, std::move(onDone));
   }
 
   /// What the client has sent is taken in first: closing on unread bytes would take the answer back.
   void turnAway(const std::string& answer) override {
     ErrorCode error;
     std::array<char, 4096> unread{};
-    stream_protocol::socket& socket = m_layer.socket();
-    socket.non_blocking(true, error);
-    if (!error) socket.write_some(boost::asio::buffer(answer), error);
-    socket.shutdown(stream_protocol::socket::shutdown_send, error);
-    socket.read_some(boost::asio::buffer(unread), error);
+    m_layer.non_blocking(true, error);
+    if (!error) m_layer.write_some(boost::asio::buffer(answer), error);
+    m_layer.shutdown(stream_protocol::socket::shutdown_send, error);
+    m_layer.read_some(boost::asio::buffer(unread), error);
     close();
   }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "net/descriptors.h"
 #include "net/local_socket.h"
@@ -25,9 +26,9 @@ std::unique_ptr<ClientStream> makeStream(ClientSocket socket) {
   return makePlainStream(std::move(socket), std::move(client), std::move(destination));
 }
 
-std::vector<std::string> hostNames(const Options& options) {
+std::vector<std::string> hostNames(const Options& options, const tcp::endpoint& endpoint) {
   std::vector<std::string> names = options.serverNames;
-  names.push_back(options.address);
+  names.push_back(endpoint.address().to_string());
   return names;
 }
 
@@ -41,6 +42,12 @@ Acceptor::MakeStream streamsBy(ITls* tls) {
   return [tls](ClientSocket socket) { return tls->makeStream(std::move(socket)); };
 }
 
+Acceptor takeOver(boost::asio::io_context& io, const Options& options, const HandedSocket& handed,
+                  Acceptor::MakeStream makeStream) {
+  judgeReach(options, tcpEndpoint(handed.endpoint).address().to_string());
+  return Acceptor(io, handed, std::move(makeStream));
+}
+
 Acceptor makeAcceptor(boost::asio::io_context& io, const Options& options, ITls* tls) {
   const tcp::endpoint endpoint(boost::asio::ip::make_address(options.address), options.port);
   try {
@@ -52,35 +59,30 @@ Acceptor makeAcceptor(boost::asio::io_context& io, const Options& options, ITls*
   }
 }
 
-/// A failure in a handler costs its connection, not the thread.
-void runUntilDone(boost::asio::io_context& io) {
-  for (;;) {
-    try {
-      io.run();
-      return;
-    } catch (const std::exception& failure) {
-      report(std::string("a connection failed: ") + failure.what());
-    }
-  }
-}
-
 }  // namespace
 
-Server::Server(const Options& options)
+Server::Server(const Options& options, const HandedSockets& handed)
     : m_options(options),
       m_tls(makeTls(options)),
-      m_io(static_cast<int>(options.threads)),
-      m_acceptor(makeAcceptor(m_io, options, m_tls.get())) {
-  listenLocally();
+      m_loops(options.threads),
+      m_acceptor(handed.network ? takeOver(m_loops.first(), options, *handed.network, streamsBy(m_tls.get()))
+                                : makeAcceptor(m_loops.first(), options, m_tls.get())) {
+  listenLocally(handed.local);
 }
 
 /// A socket that was asked for is there or the host does not start. The usual place may be another host's.
-void Server::listenLocally() {
+void Server::listenLocally(const std::optional<HandedSocket>& handed) {
+  if (handed) {
+    m_localAcceptor = std::make_unique<Acceptor>(m_loops.first(), *handed, makeStream);
+    m_socketPath = handed->path;
+    return;
+  }
   const std::string& path = m_options.unixSocket;
   if (path.empty()) return;
   try {
-    m_localAcceptor = host::listenLocally(m_io, path, makeStream);
+    m_localAcceptor = host::listenLocally(m_loops.first(), path, makeStream);
     m_socketPath = path;
+    m_ownsSocketFile = true;
   } catch (const std::runtime_error& failure) {
     if (m_options.needsUnixSocket) throw;
     report(std::string(failure.what()) + "; going on without a Unix socket");
@@ -89,30 +91,34 @@ void Server::listenLocally() {
 
 Server::~Server() {
   requestStop();
-  for (auto& thread : m_threads) thread.wait();
-  if (m_state) m_state->lanes.join();  // what a task still holds of a connection needs `m_io`
+  m_loops.wait();
+  if (m_state) m_state->lanes.join();  // what a task still holds of a connection needs `m_loops`
 }
 
-void Server::start(const ApiService& service) {
-  m_state.reset(new SharedState{service, m_options.limits, HostNames(hostNames(m_options)),
-                                m_options.logRequests, Connections(m_options.limits),
-                                Lanes(m_options.limits)});
+void Server::start(const ApiService& service, RequestCounts* counts) {
+  m_state.reset(new SharedState{
+      m_loops, service, m_options.limits, HostNames(hostNames(m_options, tcpEndpoint(m_acceptor.endpoint()))),
+      m_options.logRequests, Connections(m_options.limits), Lanes(m_options.limits), counts});
   keepLittleMemory();
   allowDescriptors(m_options.limits.connections);
   m_acceptor.start(*m_state);
   if (m_localAcceptor) m_localAcceptor->start(*m_state);
-  for (std::size_t i = 0; i < m_options.threads; ++i) {
-    m_threads.push_back(std::async(std::launch::async, [this] { runUntilDone(m_io); }));
-  }
+  m_loops.start();
+}
+
+void Server::beatEvery(std::chrono::microseconds interval, std::function<void()> beat) {
+  m_heartbeat = std::make_unique<Heartbeat>(m_loops, interval, std::move(beat));
 }
 
 void Server::requestStop() {
+  if (m_heartbeat) m_heartbeat->stop();
   // In this order: who sees the port closed may rely on no connection being kept after its answer.
   if (m_state) m_state->connections.stop();
   m_acceptor.stop();
-  if (!m_localAcceptor) return;
-  m_localAcceptor->stop();
-  removeLocalSocket(m_socketPath);
+  if (m_localAcceptor) m_localAcceptor->stop();
+  m_loops.letEnd();
+  // Once: what stands there later is another host's.
+  if (std::exchange(m_ownsSocketFile, false)) removeLocalSocket(m_socketPath);
 }
 
 void Server::reloadCertificate() try {
@@ -123,11 +129,7 @@ void Server::reloadCertificate() try {
 
 bool Server::drain() {
   requestStop();
-  const auto deadline = std::chrono::steady_clock::now() + m_options.limits.drainTime;
-  for (auto& thread : m_threads) {
-    if (thread.wait_until(deadline) != std::future_status::ready) return false;
-  }
-  return true;
+  return m_loops.waitUntil(std::chrono::steady_clock::now() + m_options.limits.drainTime);
 }
 
 std::string Server::url() const {

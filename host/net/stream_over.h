@@ -3,7 +3,6 @@
 
 #include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/write.hpp>
-#include <boost/beast/core/basic_stream.hpp>
 #include <boost/beast/core/stream_traits.hpp>
 #include <utility>
 
@@ -11,8 +10,8 @@
 
 namespace host {
 
-/// A connected socket of any kind, on a strand of its own, with deadlines.
-using SocketStream = boost::beast::basic_stream<boost::asio::generic::stream_protocol>;
+/// A connected socket of any kind.
+using SocketStream = boost::asio::generic::stream_protocol::socket;
 
 /// What is the same whether `Layer` is a `SocketStream` or one that encrypts on top of it. How a stream
 /// begins and ends is left to who derives.
@@ -27,16 +26,17 @@ class StreamOver : public ClientStream {
     m_layer.async_read_some(buffer, std::move(onRead));
   }
 
-  void write(const std::vector<boost::asio::const_buffer>& buffers, OnDone onDone) override {
+  void write(const Buffers& buffers, OnDone onDone) override {
     boost::asio::async_write(
         m_layer, buffers,
         [onDone = std::move(onDone)](const ErrorCode& error, std::size_t) { onDone(error); });
   }
 
-  void close() override { socket().close(); }
+  void close() override {
+    ErrorCode ignored;
+    socket().close(ignored);
+  }
   void turnAway(const std::string&) override { close(); }
-  void expireAfter(std::chrono::milliseconds time) override { socket().expires_after(time); }
-  void expireNever() override { socket().expires_never(); }
 
  protected:
   template <class... Arguments>

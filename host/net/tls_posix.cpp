@@ -67,9 +67,15 @@ class TlsStream final : public StreamOver<ssl::stream<SocketStream>> {
     m_layer.async_shutdown([this, onDone = std::move(onDone)](const ErrorCode&) {
       m_isFinished = true;
       ErrorCode error;
-      socket().socket().shutdown(stream_protocol::socket::shutdown_send, error);
+      socket().shutdown(stream_protocol::socket::shutdown_send, error);
       onDone(error);
     });
+  }
+
+  /// The farewell is with the system before its call returns, unless the client has stopped taking anything.
+  void quit(OnDone onDone) override {
+    m_layer.async_shutdown([onDone = std::move(onDone)](const ErrorCode& error) { onDone(error); });
+    close();
   }
 
  private:

@@ -16,9 +16,6 @@ constexpr char kFirstCall[] = "VexInitialize";
 constexpr std::string_view kNameCharacters =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_";
 
-/// Where the installation has a folder for each library.
-fs::path librariesFolder() { return fs::u8path(MIRN_LIBRARY_FOLDER) / "mirn" / "vexl2"; }
-
 }  // namespace
 
 LibraryChoice libraryChoice(const std::string& text) {

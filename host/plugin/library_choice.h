@@ -23,6 +23,9 @@ LibraryChoice libraryChoice(const std::string& text);
 /// The file name of a storage library; one source a system.
 std::string libraryFileName();
 
+/// Where the installation has a folder for each library; one source a system.
+std::filesystem::path librariesFolder();
+
 /// The library that `module` calls; nothing when it calls none.
 std::optional<LibraryChoice> libraryOf(const LoadedModule& module);
 

@@ -38,13 +38,15 @@ class StopSignal final : public IStopSignal {
 
 }  // namespace
 
+void requestStop() { ::SetEvent(received()); }
+
 int __stdcall onConsoleEvent(unsigned long event) {
   const bool isKey = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
   const bool endsTheProcess = event == CTRL_CLOSE_EVENT || event == CTRL_SHUTDOWN_EVENT;
   if (!isKey && !endsTheProcess) return FALSE;
   const bool isFirst = !isStopping.exchange(true);
   if (isKey && !isFirst) leaveProcess(kEndedByCtrlC);
-  ::SetEvent(received());
+  requestStop();
   if (endsTheProcess) ::Sleep(kLongestStop);
   return TRUE;
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "configuration/option_table.h"
 #include "support/by_name.h"
 
 namespace host {
@@ -19,6 +20,19 @@ TEST(Options, AreSafeByDefault) {
   EXPECT_FALSE(options.simulatorControls);
   EXPECT_GE(options.threads, 1U);
   EXPECT_EQ(options.limits.bodyBytes, 1048576U);
+  EXPECT_EQ(options.limits.bodyValues, 20000U);
+  EXPECT_EQ(options.limits.targetSegments, 16U);
+  EXPECT_EQ(options.limits.targetParameters, 16U);
+  EXPECT_TRUE(options.configurationFile.empty());
+  EXPECT_TRUE(options.notifications.isEmpty());
+}
+
+TEST(Options, ASwitchMayBeSaidWithItsWord) {
+  EXPECT_TRUE(parseOptions({"--module", "m", "--log-requests=yes"}).logRequests);
+  EXPECT_FALSE(parseOptions({"--module", "m", "--log-requests=no"}).logRequests);
+  EXPECT_TRUE(parseOptions({"--log-requests", "--module", "m"}).logRequests);
+  EXPECT_FALSE(parseOptions({"--log-requests", "no", "--module", "m"}).logRequests);
+  EXPECT_THROW(parseOptions({"--module", "m", "--log-requests", "extra"}), UsageError);
 }
 
 TEST(Options, AreTakenFromTheCommandLine) {
@@ -54,6 +68,12 @@ TEST(Options, AreTakenFromTheCommandLine) {
                                         "0",
                                         "--max-depth",
                                         "1",
+                                        "--max-segments",
+                                        "12",
+                                        "--max-parameters",
+                                        "0",
+                                        "--max-values",
+                                        "13",
                                         "--header-timeout",
                                         "0.25",
                                         "--body-timeout",
@@ -89,6 +109,9 @@ TEST(Options, AreTakenFromTheCommandLine) {
   EXPECT_EQ(options.limits.targetBytes, 65U);
   EXPECT_EQ(options.limits.bodyBytes, 0U);
   EXPECT_EQ(options.limits.bodyDepth, 1U);
+  EXPECT_EQ(options.limits.targetSegments, 12U);
+  EXPECT_EQ(options.limits.targetParameters, 0U);
+  EXPECT_EQ(options.limits.bodyValues, 13U);
   EXPECT_EQ(options.limits.headerTime.count(), 250);
   EXPECT_EQ(options.limits.bodyTime.count(), 2000);
   EXPECT_EQ(options.limits.writeTime.count(), 3000);
@@ -103,38 +126,24 @@ TEST(Options, AreTakenFromTheCommandLine) {
 
 TEST(Options, HelpTellsOfEveryOption) {
   const std::string help = helpText();
-  for (const char* option : {"module",
-                             "address",
-                             "port",
-                             "insecure",
-                             "token-file",
-                             "no-token-in-url",
-                             "log-requests",
-                             "simulator-controls",
-                             "help",
-                             "version",
-                             "threads",
-                             "read-workers",
-                             "change-workers",
-                             "max-waiting-of-one",
-                             "max-waiting",
-                             "max-connections",
-                             "max-connections-of-one",
-                             "max-pipelined",
-                             "max-header",
-                             "max-header-line",
-                             "max-fields",
-                             "max-target",
-                             "server-name",
-                             "max-body",
-                             "max-depth",
-                             "header-timeout",
-                             "body-timeout",
-                             "write-timeout",
-                             "idle-timeout",
-                             "drain-timeout"}) {
-    EXPECT_NE(help.find(std::string("--") + option + ' '), std::string::npos) << option;
+  for (const Option& option : optionTable()) {
+    const std::string word = option.isForLine() ? "  --" + option.name + ' ' : "  " + option.name + " = ";
+    EXPECT_NE(help.find(word), std::string::npos) << option.name;
   }
+}
+
+TEST(Options, HelpTellsWhatStandsInTheFileOnly) {
+  const std::string help = helpText();
+  const std::size_t heading = help.find("\nNotifications, in the configuration file only:\n");
+  ASSERT_NE(heading, std::string::npos);
+  EXPECT_LT(heading, help.find("  webhook = URL secret=FILE [ca=FILE]\n"));
+  EXPECT_EQ(help.find("--webhook"), std::string::npos);
+}
+
+TEST(Options, HelpEndsWithWhatIsOfTheProgramItself) {
+  const std::string help = helpText();
+  EXPECT_GT(help.find("  --help "), help.find("--drain-timeout "));
+  EXPECT_GT(help.find("  --version "), help.find("  --help "));
 }
 
 struct UsageRow {
@@ -160,6 +169,8 @@ INSTANTIATE_TEST_SUITE_P(
                     UsageRow{"NoChangeWorkers", {"--module", "m", "--change-workers", "0"}},
                     UsageRow{"NegativeBody", {"--module", "m", "--max-body", "-1"}},
                     UsageRow{"HugeHeader", {"--module", "m", "--max-header", "5000000000"}},
+                    UsageRow{"SwitchOfAnotherWord", {"--module", "m", "--insecure=true"}},
+                    UsageRow{"NumberWithMore", {"--module", "m", "--max-body", "1k"}},
                     UsageRow{"NoTime", {"--module", "m", "--idle-timeout", "0"}},
                     UsageRow{"TimeIsNoNumber", {"--module", "m", "--idle-timeout", "nan"}},
                     UsageRow{"AddressIsAName", {"--module", "m", "--address", "localhost"}},

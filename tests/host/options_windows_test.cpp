@@ -1,18 +1,14 @@
 #include <gtest/gtest.h>
 
 #include "options.h"
+#include "support/words_of_failure.h"
 
 namespace host {
 
 namespace {
 
 std::string refusalOf(const std::string& option) {
-  try {
-    parseOptions({"--module", "m", option, "x"});
-  } catch (const UsageError& error) {
-    return error.what();
-  }
-  return "no refusal";
+  return wordsOfFailure<UsageError>([&] { parseOptions({"--module", "m", option, "x"}); });
 }
 
 TEST(Options, SayWhyTheyAreNotThere) {

@@ -8,10 +8,12 @@
 #include <boost/beast/http/read.hpp>
 #include <boost/beast/http/write.hpp>
 
+#include "support/exchange_record.h"
+
 namespace asio = boost::asio;
 namespace http = boost::beast::http;
 
-HttpConnection::HttpConnection(std::uint16_t port) {
+HttpConnection::HttpConnection(std::uint16_t port) : m_port(port), m_isRecorded(exchange_record::isWanted()) {
   m_socket.connect({asio::ip::address_v4::loopback(), port});
 }
 
@@ -29,9 +31,15 @@ HttpConnection::Request HttpConnection::make(const std::string& method, const st
   return request;
 }
 
-void HttpConnection::send(const Request& request) { http::write(m_socket, request); }
+void HttpConnection::send(const Request& request) {
+  if (m_isRecorded) m_unanswered.push_back(request);
+  http::write(m_socket, request);
+}
 
-void HttpConnection::sendBytes(const std::string& bytes) { asio::write(m_socket, asio::buffer(bytes)); }
+void HttpConnection::sendBytes(const std::string& bytes) {
+  m_isRecorded = false;
+  asio::write(m_socket, asio::buffer(bytes));
+}
 
 HttpConnection::Response HttpConnection::receive(const std::string& method) {
   constexpr std::size_t kBodyLimit = 64 * 1024 * 1024;
@@ -39,7 +47,11 @@ HttpConnection::Response HttpConnection::receive(const std::string& method) {
   parser.skip(method == "HEAD");
   parser.body_limit(kBodyLimit);
   http::read(m_socket, m_buffer, parser);
-  return parser.release();
+  Response response = parser.release();
+  if (!m_isRecorded || m_unanswered.empty()) return response;
+  exchange_record::add(m_port, m_unanswered.front(), response);
+  m_unanswered.pop_front();
+  return response;
 }
 
 std::string HttpConnection::receiveToEnd() {

@@ -7,9 +7,11 @@
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <cstdint>
+#include <deque>
 #include <string>
 
-/// One connection to a server on this machine, blocking: well-formed requests, or any bytes.
+/// One connection to a server on this machine, blocking: well-formed requests, or any bytes. What goes over
+/// it is recorded (exchange_record.h) until bytes are sent: which answer is whose is not known then.
 class HttpConnection {
  public:
   using Request = boost::beast::http::request<boost::beast::http::string_body>;
@@ -38,6 +40,9 @@ class HttpConnection {
   /// Waits until the server has sent something, and leaves it there.
   void awaitBytes() { m_socket.wait(boost::asio::ip::tcp::socket::wait_read); }
 
+  /// Whether the server has sent something that is not received yet.
+  bool hasBytes() const { return m_buffer.size() != 0 || m_socket.available() != 0; }
+
   /// Ends the connection at once.
   void close();
 
@@ -45,6 +50,9 @@ class HttpConnection {
   boost::asio::io_context m_io;
   boost::asio::ip::tcp::socket m_socket{m_io};
   boost::beast::flat_buffer m_buffer;
+  std::deque<Request> m_unanswered;
+  std::uint16_t m_port;
+  bool m_isRecorded = false;
 };
 
 #endif

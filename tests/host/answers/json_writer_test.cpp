@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/json/serialize.hpp>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -40,7 +41,7 @@ TEST(JsonWriter, WritesNumbersWhole) {
 
 TEST(JsonWriter, WritesDoublesThatReadBackTheSame) {
   for (const double value : {0.1, 1.5, -2.25e-300, std::numeric_limits<double>::max()}) {
-    EXPECT_EQ(readJson(writeJson(ServiceObject::real(value)), 1).asReal(), value);
+    EXPECT_EQ(readJson(writeJson(ServiceObject::real(value)), {1, 100}).asReal(), value);
   }
 }
 
@@ -54,6 +55,13 @@ TEST(JsonWriter, WritesTextAsUtf8) {
   EXPECT_EQ(written(std::wstring(L"\u00FC\"\\\n")), "\"\xC3\xBC\\\"\\\\\\n\"");
   EXPECT_EQ(written(std::wstring{0xD83D, 0xDE00}), "\"\xF0\x9F\x98\x80\"");
   EXPECT_EQ(written(std::wstring(L"a\0b", 3)), "\"a\\u0000b\"");
+}
+
+TEST(JsonWriter, EscapesAsTheLibraryThatReadsItDoes) {
+  for (int code = 0; code <= 0x7F; ++code) {
+    const std::string text{'a', static_cast<char>(code), 'b'};
+    EXPECT_EQ(written(std::wstring(text.begin(), text.end())), boost::json::serialize(text)) << code;
+  }
 }
 
 TEST(JsonWriter, RaisesOnTextThatIsNone) {

@@ -6,6 +6,7 @@
 
 #include "api/own_endpoints.h"
 #include "api/plugin_endpoints.h"
+#include "host/answers/refusal_of.h"
 #include "host/api/mock_plugin.h"
 #include "host/identity/single_token.h"
 #include "support/by_name.h"
@@ -23,6 +24,12 @@ using testing::Return;
 
 const std::string kToken(64, 'a');
 
+Job jobOf(const ApiService& service, const RequestHead& head) {
+  Job job;
+  service.prepare(head, job);
+  return job;
+}
+
 class ApiServiceTest : public testing::Test {
  protected:
   Answer answer(const std::string& method, const std::string& target, const std::string& body = "") {
@@ -31,21 +38,21 @@ class ApiServiceTest : public testing::Test {
     head.target = target;
     head.authorization = "Bearer " + kToken;
     head.hasBody = !body.empty();
-    return m_service.prepare(head).run(body);
+    return jobOf(m_service, head).run(body);
   }
 
   EndpointTable table() {
     EndpointTable table;
     addHealthEndpoints(table, m_monitor);
     addServiceEndpoint(table, m_plugin, m_plugin.keys);
-    addPluginEndpoints(table, m_plugin, m_plugin.keys, 32);
+    addPluginEndpoints(table, m_plugin, m_plugin.keys, {32, 100});
     return table;
   }
 
   testing::StrictMock<MockPlugin> m_plugin;
   HealthMonitor m_monitor{m_plugin};
   SingleToken m_authenticator{kToken};
-  ApiService m_service{table(), m_authenticator};
+  ApiService m_service{table(), m_authenticator, {16, 16}};
 };
 
 TEST_F(ApiServiceTest, HandsThePluginKeySegmentsAndParameters) {
@@ -55,7 +62,7 @@ TEST_F(ApiServiceTest, HandsThePluginKeySegmentsAndParameters) {
   const Answer got = answer("PUT", "/api/v1/mirn/volumes/12/rebuild?a=1", "{}");
   EXPECT_EQ(got.status, 200U);
   EXPECT_EQ(got.contentType, "application/json");
-  EXPECT_EQ(got.body, "7");
+  EXPECT_EQ(got.body.text(), "7");
 }
 
 TEST_F(ApiServiceTest, AnswersTheNullValueWithoutContent) {
@@ -63,7 +70,7 @@ TEST_F(ApiServiceTest, AnswersTheNullValueWithoutContent) {
       .WillOnce(Return(ServiceObject()));
   const Answer got = answer("GET", "/api/v1/mirn");
   EXPECT_EQ(got.status, 204U);
-  EXPECT_EQ(got.body, "");
+  EXPECT_EQ(got.body.text(), "");
 }
 
 TEST_F(ApiServiceTest, NeverCallsThePluginWithABrokenBody) {
@@ -84,14 +91,14 @@ TEST_F(ApiServiceTest, HealthIsWhatTheMonitorKnows) {
   EXPECT_THROW(answer("GET", "/healthz"), Refusal);
   EXPECT_CALL(m_plugin, getStatus()).WillOnce(Return(0));
   m_monitor.ask();
-  EXPECT_EQ(answer("GET", "/healthz").body, R"({"status":"working"})");
-  EXPECT_EQ(answer("GET", "/readyz").body, R"({"status":"ready"})");
+  EXPECT_EQ(answer("GET", "/healthz").body.text(), R"({"status":"working"})");
+  EXPECT_EQ(answer("GET", "/readyz").body.text(), R"({"status":"ready"})");
   m_monitor.announceStop();
   EXPECT_THROW(answer("GET", "/readyz"), Refusal);
 }
 
 TEST_F(ApiServiceTest, AJobTellsWhatItIs) {
-  const Job job = m_service.prepare({"DELETE", "/api/v1/mirn/volumes/7", "Bearer " + kToken, "", false});
+  const Job job = jobOf(m_service, {"DELETE", "/api/v1/mirn/volumes/7", "Bearer " + kToken, "", false});
   EXPECT_EQ(job.identity, "first");
   EXPECT_EQ(job.operation, "DELETE mirn/volumes");
   EXPECT_EQ(job.lane, Lane::kChanges);
@@ -99,7 +106,7 @@ TEST_F(ApiServiceTest, AJobTellsWhatItIs) {
 }
 
 TEST_F(ApiServiceTest, HeadIsAGet) {
-  EXPECT_EQ(answer("HEAD", "/api/v1").body, answer("GET", "/api/v1").body);
+  EXPECT_EQ(answer("HEAD", "/api/v1").body.text(), answer("GET", "/api/v1").body.text());
 }
 
 TEST_F(ApiServiceTest, AnybodyMayAskForTheMethods) {
@@ -108,7 +115,7 @@ TEST_F(ApiServiceTest, AnybodyMayAskForTheMethods) {
            {"/healthz", "GET, HEAD, OPTIONS"},
            {"/api/v1", "GET, HEAD, OPTIONS"},
            {"/api/v1/mirn/volumes", "GET, HEAD, POST, PUT, DELETE, OPTIONS"}}) {
-    const Answer got = m_service.prepare({"OPTIONS", target, "", "", false}).run("");
+    const Answer got = jobOf(m_service, {"OPTIONS", target, "", "", false}).run("");
     EXPECT_EQ(got.status, 204U) << target;
     EXPECT_THAT(got.headers, ElementsAre(Pair("Allow", allowed))) << target;
   }
@@ -122,15 +129,15 @@ class ObservingOnly : public IAuthenticator {
 
 TEST_F(ApiServiceTest, ARoleThatIsTooLowIsRefused) {
   const ObservingOnly authenticator;
-  const ApiService service(table(), authenticator);
-  EXPECT_NO_THROW(service.prepare({"GET", "/api/v1/mirn", "", "", false}));
-  try {
-    service.prepare({"PUT", "/api/v1/mirn", "", "", false});
-    FAIL() << "was taken";
-  } catch (const Refusal& refusal) {
-    EXPECT_EQ(refusal.status, 403);
-    EXPECT_STREQ(refusal.what(), R"(This takes the role "administer"; yours is "observe")");
-  }
+  const ApiService service(table(), authenticator, {16, 16});
+  EXPECT_NO_THROW(jobOf(service, {"GET", "/api/v1/mirn", "", "", false}));
+  Job job;
+  const auto refusal = refusalOf([&] { service.prepare({"PUT", "/api/v1/mirn", "", "", false}, job); });
+  ASSERT_TRUE(refusal) << "was taken";
+  EXPECT_EQ(refusal->status, 403);
+  EXPECT_STREQ(refusal->what(), R"(This takes the role "administer"; yours is "observe")");
+  EXPECT_EQ(job.identity, "eve") << "whoever is refused is known by now";
+  EXPECT_EQ(job.operation, "PUT mirn");
 }
 
 struct HeadRow {
@@ -142,12 +149,9 @@ struct HeadRow {
 class ApiServiceRefusalTest : public ApiServiceTest, public testing::WithParamInterface<HeadRow> {};
 
 TEST_P(ApiServiceRefusalTest, IsMadeByTheHeaderAlone) {
-  try {
-    m_service.prepare(GetParam().head);
-    FAIL() << "was taken";
-  } catch (const Refusal& refusal) {
-    EXPECT_EQ(refusal.status, GetParam().status);
-  }
+  const auto refusal = refusalOf([&] { jobOf(m_service, GetParam().head); });
+  ASSERT_TRUE(refusal) << "was taken";
+  EXPECT_EQ(refusal->status, GetParam().status);
 }
 
 const std::string kBearer = "Bearer " + kToken;
@@ -181,7 +185,7 @@ class ApiServiceTypeTest : public ApiServiceTest, public testing::WithParamInter
 
 TEST_P(ApiServiceTypeTest, IsTaken) {
   EXPECT_NO_THROW(
-      m_service.prepare({"PUT", "/api/v1/mirn", kBearer, GetParam().contentType, GetParam().hasBody}));
+      jobOf(m_service, {"PUT", "/api/v1/mirn", kBearer, GetParam().contentType, GetParam().hasBody}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Types, ApiServiceTypeTest,

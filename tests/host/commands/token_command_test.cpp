@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <regex>
 #include <sstream>
 
@@ -10,6 +12,7 @@
 #include "options.h"
 #include "support/by_name.h"
 #include "support/temporary_folder.h"
+#include "support/words_of_failure.h"
 
 namespace host {
 
@@ -57,11 +60,49 @@ TEST_F(TokenCommandTest, ListTellsWhatIsBroken) {
   EXPECT_EQ(m_errors, "mirn-host: line 3 lets nobody in: it is not NAME ROLE SHA256 CREATED\n");
 }
 
+TEST_F(TokenCommandTest, TheConfigurationNamesTheFile) {
+  const std::string configuration = (m_folder / "host.conf").string();
+  std::ofstream(configuration) << "port = 9090\ntoken-file = " << tokenFile() << '\n';
+  std::ostringstream out;
+  std::ostringstream errors;
+  runTokenCommand({"add", "backup", "operate", "--config", configuration}, out, errors);
+  EXPECT_TRUE(TokenTable(tokenFile()).read().find("backup"));
+}
+
+TEST_F(TokenCommandTest, WhatIsSaidGoesAheadOfTheConfiguration) {
+  const std::string configuration = (m_folder / "host.conf").string();
+  std::ofstream(configuration) << "token-file = " << (m_folder / "other").string() << '\n';
+  output({"add", "backup", "operate", "--config", configuration});
+  EXPECT_TRUE(TokenTable(tokenFile()).read().find("backup"));
+  EXPECT_FALSE(std::filesystem::exists((m_folder / "others").string()));
+}
+
+TEST_F(TokenCommandTest, AWrongConfigurationAddsNothing) {
+  const std::string configuration = (m_folder / "host.conf").string();
+  std::ofstream(configuration) << "token-fiel = " << tokenFile() << '\n';
+  EXPECT_EQ(wordsOfFailure<UsageError>([&] {
+              output({"add", "backup", "operate", "--config", configuration});
+            }),
+            configuration + ":1: unrecognised key 'token-fiel'");
+  EXPECT_FALSE(std::filesystem::exists(tokenFile() + "s"));
+}
+
 TEST_F(TokenCommandTest, RevokeTakesAway) {
   output({"add", "backup", "operate"});
   EXPECT_EQ(output({"revoke", "backup"}), "");
   EXPECT_FALSE(TokenTable(tokenFile()).read().find("backup"));
   EXPECT_THROW(output({"revoke", "backup"}), std::runtime_error);
+}
+
+TEST_F(TokenCommandTest, HelpBeginsWithTheWays) {
+  const std::string help = output({"--help"});
+  EXPECT_EQ(help.substr(0, help.find("Options")),
+            "Usage: mirn-host token add NAME ROLE [options]\n"
+            "       mirn-host token list [options]\n"
+            "       mirn-host token revoke NAME [options]\n"
+            "Adds, lists and revokes the tokens by which a host lets clients in; a running host\n"
+            "follows within two seconds. ROLE is observe, operate or administer. `add` prints the\n"
+            "token, which is kept nowhere else; `list` prints name, role and time of each.\n\n");
 }
 
 TEST_F(TokenCommandTest, HelpTellsOfEverything) {

@@ -10,7 +10,7 @@ namespace {
 
 class DiskNamesTest : public testing::Test {
  protected:
-  DiskNames m_names{[this] { return readJson(m_listed, 8); }};
+  DiskNames m_names{[this] { return readJson(m_listed, {8, 100}); }};
   std::string m_listed = R"([{"id": "7", "serialNumber": "S-7"}, {"id": "8", "serialNumber": "S-8"}])";
 };
 

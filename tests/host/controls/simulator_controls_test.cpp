@@ -9,6 +9,7 @@
 #include "answers/answer.h"
 #include "answers/json_reader.h"
 #include "answers/json_writer.h"
+#include "host/answers/refusal_of.h"
 #include "vexl2_simulator.h"
 
 namespace host {
@@ -55,18 +56,15 @@ class SimulatorControlsTest : public testing::Test {
   }
 
   static std::string run(const SimulatorControls& controls, const std::wstring& name, const char* arguments) {
-    return writeJson(controls.run(name, readJson(arguments, 8)));
+    return writeJson(controls.run(name, readJson(arguments, {8, 100})));
   }
 
   /// The status of the refusal that a call ends with, and its text.
   static std::pair<int, std::string> refusal(const SimulatorControls& controls, const std::wstring& name,
                                              const char* arguments) {
-    try {
-      run(controls, name, arguments);
-    } catch (const Refusal& refusal) {
-      return {refusal.status, refusal.what()};
-    }
-    return {};
+    const auto refusal = refusalOf([&] { run(controls, name, arguments); });
+    return refusal ? std::pair<int, std::string>(refusal->status, refusal->what())
+                   : std::pair<int, std::string>();
   }
 
   template <class Function>
@@ -134,6 +132,18 @@ TEST_F(SimulatorControlsTest, TellWhatTheLibrarySays) {
   EXPECT_EQ(refusal(m_controls, L"load-scenario", R"({"scenario": {}})"), (Told{400, "the reason"}));
 }
 
+TEST_F(SimulatorControlsTest, SayWhatIsWrongWithTheDisk) {
+  using Told = std::pair<int, std::string>;
+  const std::map<VEX_STATUS, Told> expected = {
+      {VEX_STATUS_INVALID_DISK, {400, "Invalid Disk: the device is none; name a disk"}},
+      {VEX_STATUS_DISK_TOO_SMALL, {400, "The disk is too small for any use: it needs more than 8 MiB"}},
+      {VEX_STATUS_INVALID_SECTOR_SIZE, {400, "The sector size is no power of two from 512 on"}}};
+  for (const auto& [status, told] : expected) {
+    answered = status;
+    EXPECT_EQ(refusal(m_controls, L"fail-disk", R"({"disk": "a"})"), told);
+  }
+}
+
 /// Knows the disk by its serial number alone.
 VEX_STATUS takeSerialNumber(const char* disk) {
   calledWith += std::string(disk) + ' ';
@@ -142,12 +152,12 @@ VEX_STATUS takeSerialNumber(const char* disk) {
 
 TEST_F(SimulatorControlsTest, TakeThePublishedIdOfADisk) {
   const SimulatorControls controls = controlsWith({{"VexSimFailDisk", symbol(takeSerialNumber)}});
-  DiskNames disks([] { return readJson(R"([{"id": "7", "serialNumber": "S-7"}])", 8); });
+  DiskNames disks([] { return readJson(R"([{"id": "7", "serialNumber": "S-7"}])", {8, 100}); });
   calledWith.clear();
-  controls.run(L"fail-disk", readJson(R"({"disk": "7"})", 8), &disks);
+  controls.run(L"fail-disk", readJson(R"({"disk": "7"})", {8, 100}), &disks);
   EXPECT_EQ(calledWith, "7 S-7 ");
   calledWith.clear();
-  EXPECT_THROW(controls.run(L"fail-disk", readJson(R"({"disk": "8"})", 8), &disks), Refusal);
+  EXPECT_THROW(controls.run(L"fail-disk", readJson(R"({"disk": "8"})", {8, 100}), &disks), Refusal);
   EXPECT_EQ(calledWith, "8 ");
 }
 

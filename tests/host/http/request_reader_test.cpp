@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "answers/answer.h"
+#include "host/answers/refusal_of.h"
 
 namespace host {
 
@@ -48,6 +49,14 @@ TEST_F(RequestReaderTest, ReadsByteByByteWhatItReadsAtOnce) {
   EXPECT_TRUE(m_reader.request().keepsConnection);
   EXPECT_EQ(m_reader.takeBody(), "[1,2]");
   EXPECT_EQ(m_input.size(), 4U) << "what stands behind is the next request's";
+}
+
+TEST_F(RequestReaderTest, RefusesTrailersThatAreTooLongHoweverTheyCome) {
+  const std::string line = "X: " + std::string(5000, 'a') + "\r\n";
+  receive("POST / HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n");
+  ASSERT_FALSE(read());
+  receive("0\r\n" + line + line + "\r\n");
+  EXPECT_EQ(refusalOf([&] { read(); })->status, 400);
 }
 
 TEST_F(RequestReaderTest, ReadsAnEmptyChunkedBodyByteByByte) {
@@ -94,6 +103,20 @@ TEST_F(RequestReaderTest, ATrailerHasNoSay) {
   ASSERT_TRUE(read());
   EXPECT_TRUE(m_reader.request().keepsConnection);
   EXPECT_EQ(m_reader.request().authorization, "");
+}
+
+TEST(RequestReaderBounds, AHeaderMayBeAsLargeAsTheBound) {
+  const std::string bytes = "GET / HTTP/1.1\r\nHost: localhost\r\nX-Filler: xxxxxxxxxx\r\n\r\n";
+  const HostNames names;
+  for (const std::size_t missing : {0U, 1U}) {
+    Limits limits;
+    limits.headerBytes = bytes.size() - missing;
+    RequestReader reader(limits, names, {});
+    boost::beast::flat_buffer input;
+    input.commit(boost::asio::buffer_copy(input.prepare(bytes.size()), boost::asio::buffer(bytes)));
+    const auto refusal = refusalOf([&] { reader.readHeader(input); });
+    EXPECT_EQ(refusal ? refusal->status : 0, missing == 0 ? 0 : 431);
+  }
 }
 
 }  // namespace

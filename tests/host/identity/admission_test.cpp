@@ -37,7 +37,7 @@ class AdmissionTest : public testing::Test {
     } catch (const Refusal& refusal) {
       m_waited = refusal.wait;
       const Answer answer = failureAnswer(refusal);
-      return std::to_string(answer.status) + ' ' + answer.body;
+      return std::to_string(answer.status) + ' ' + answer.body.text();
     }
   }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "atomic_file.h"
+#include "host/answers/refusal_of.h"
 #include "host/identity/moved_clock.h"
 #include "identity/secrets.h"
 #include "support/by_name.h"
@@ -70,6 +71,37 @@ TEST_F(KnownClientsTest, AreKnownByTheirToken) {
   EXPECT_EQ(answerTo({"bearer   " + kToken + " ", {}, true, {}}), "backup may operate");
 }
 
+TEST_F(KnownClientsTest, WhatAConnectionHasProvenLetsNobodyElseIn) {
+  ProvenSecret proven;
+  const auto shown = [&](const std::string& token) {
+    Credentials credentials = bearer(token);
+    credentials.proven = &proven;
+    return answerTo(credentials);
+  };
+  EXPECT_EQ(shown(kWrong), "401");
+  EXPECT_EQ(proven.secret, "");
+  EXPECT_EQ(shown(kToken), "backup may operate");
+  EXPECT_EQ(proven.secret, kToken);
+  EXPECT_EQ(proven.hash, sha256Hex(kToken));
+  EXPECT_EQ(shown(kToken), "backup may operate");
+  EXPECT_EQ(shown(kWrong), "401");
+  EXPECT_EQ(shown(""), "401");
+  EXPECT_EQ(shown(kSession), "anna may observe");
+}
+
+TEST_F(KnownClientsTest, WhatAConnectionHasProvenEndsWithItsToken) {
+  ProvenSecret proven;
+  Credentials credentials = bearer(kToken);
+  credentials.proven = &proven;
+  EXPECT_EQ(answerTo(credentials), "backup may operate");
+  setRole(Role::kObserve);
+  m_tokens->reload();
+  EXPECT_EQ(answerTo(credentials), "backup may observe");
+  replaceFile(tableFile(), "", Readers::kOwner);
+  m_tokens->reload();
+  EXPECT_EQ(answerTo(credentials), "401");
+}
+
 TEST_F(KnownClientsTest, AreKnownByTheirSessionForItsTime) {
   EXPECT_EQ(answerTo(bearer(kSession)), "anna may observe");
   m_clock.pass(std::chrono::hours(12));
@@ -99,12 +131,9 @@ TEST_F(KnownClientsTest, DoNotWaitWhenTheyShowNothing) {
 }
 
 TEST_F(KnownClientsTest, AreToldHowToShowThemselves) {
-  try {
-    clients().identify({});
-    FAIL() << "no refusal";
-  } catch (const Refusal& refusal) {
-    EXPECT_EQ(refusal.headers, (Headers{{"WWW-Authenticate", "Bearer"}}));
-  }
+  const auto refusal = refusalOf([&] { clients().identify({}); });
+  ASSERT_TRUE(refusal);
+  EXPECT_EQ(refusal->headers, (Headers{{"WWW-Authenticate", "Bearer"}}));
 }
 
 TEST_F(KnownClientsTest, ShowTheirTokenInOnePlace) {

@@ -14,6 +14,14 @@ TEST(Secrets, AreHashed) {
   EXPECT_EQ(sha256Hex("").size(), kHashDigits);
 }
 
+/// The vectors of RFC 4231, cases 2 and 6.
+TEST(Secrets, SignTexts) {
+  EXPECT_EQ(hmacSha256Hex("Jefe", "what do ya want for nothing?"),
+            "5bdcc146bf60754e6a042426089575c75a003f089d2739839dec58b964ec3843");
+  EXPECT_EQ(hmacSha256Hex(std::string(131, '\xaa'), "Test Using Larger Than Block-Size Key - Hash Key First"),
+            "60e431591ee0b67f0d8a26aacbf5b77f8e0bc6213728c5140546040f0ee37f54");
+}
+
 TEST(Secrets, AreComparedWhole) {
   EXPECT_TRUE(sameHash("abc", "abc"));
   EXPECT_FALSE(sameHash("abd", "abc"));

@@ -8,9 +8,10 @@
 
 #include "atomic_file.h"
 #include "host/identity/open_to_others.h"
-#include "identity/private_file.h"
 #include "identity/token.h"
+#include "owner_access.h"
 #include "support/temporary_folder.h"
+#include "support/words_of_failure.h"
 
 namespace host {
 
@@ -28,12 +29,7 @@ class TokenFileTest : public testing::Test {
   /// What a load of the file is refused with; no time passes.
   static std::string refusalOf(
       const std::string& path, const Pause& pause = [](auto) {}) {
-    try {
-      loadOrCreateToken(path, pause);
-    } catch (const std::runtime_error& failure) {
-      return failure.what();
-    }
-    return "no refusal";
+    return wordsOfFailure<std::runtime_error>([&] { loadOrCreateToken(path, pause); });
   }
 
   std::string refusalOfContent(const std::string& content) {
@@ -83,7 +79,7 @@ TEST_F(TokenFileTest, IsRefusedWhenOthersMayReadIt) {
   loadOrCreateToken(file("token"), sleepFor);
   openToOthers(file("token"));
   EXPECT_EQ(refusalOf(file("token")),
-            refusal("others may read or write it (" + std::string(kPrivacyRemedy) + " helps)"));
+            refusal("others may read or write it (" + privacyRemedy(file("token")) + " helps)"));
 }
 
 TEST_F(TokenFileTest, IsRefusedWithoutAToken) {

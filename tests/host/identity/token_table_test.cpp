@@ -8,9 +8,10 @@
 
 #include "atomic_file.h"
 #include "host/identity/open_to_others.h"
-#include "identity/private_file.h"
 #include "identity/secrets.h"
+#include "owner_access.h"
 #include "support/temporary_folder.h"
+#include "support/words_of_failure.h"
 #include "utc_time.h"
 
 namespace host {
@@ -38,12 +39,7 @@ class TokenTableTest : public testing::Test {
 
   template <class Action>
   std::string refusalOf(Action action) const {
-    try {
-      action();
-    } catch (const std::runtime_error& failure) {
-      return failure.what();
-    }
-    return "no refusal";
+    return wordsOfFailure<std::runtime_error>(action);
   }
 
   std::string refusal(const std::string& reason) const {

@@ -15,14 +15,6 @@ TEST(Token, IsMadeOf256BitsBehindThePrefix) {
 
 TEST(Token, IsNeverMadeTwice) { EXPECT_NE(makeToken(), makeToken()); }
 
-TEST(Token, ComparesWhole) {
-  EXPECT_TRUE(sameToken("abc", "abc"));
-  EXPECT_FALSE(sameToken("abd", "abc"));
-  EXPECT_FALSE(sameToken("ab", "abc"));
-  EXPECT_FALSE(sameToken("abcd", "abc"));
-  EXPECT_FALSE(sameToken("", "abc"));
-}
-
 TEST(Token, IsLongAndNeedsNoEncoding) {
   EXPECT_TRUE(isToken(std::string(32, 'A')));
   EXPECT_FALSE(isToken(std::string(31, 'A')));

@@ -7,6 +7,7 @@
 #include "plugin/module_loader.h"
 #include "plugin_interface.h"
 #include "support/temporary_folder.h"
+#include "support/words_of_failure.h"
 
 namespace host {
 
@@ -27,12 +28,7 @@ class ModuleLoaderTest : public testing::Test {
   }
 
   static std::string refusalOf(const fs::path& path) {
-    try {
-      const LoadedModule module(path.u8string());
-    } catch (const std::runtime_error& failure) {
-      return failure.what();
-    }
-    return "no refusal";
+    return wordsOfFailure<std::runtime_error>([&] { const LoadedModule module(path.u8string()); });
   }
 
   static bool isLoaded(const fs::path& path) { return ::GetModuleHandleW(path.c_str()) != nullptr; }

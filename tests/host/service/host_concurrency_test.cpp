@@ -1,3 +1,5 @@
+#include <chrono>
+#include <csignal>
 #include <future>
 #include <vector>
 
@@ -66,6 +68,34 @@ TEST_F(HostConcurrencyTest, SlowClientsTakeNoThread) {
     slow.back()->sendBytes("GET /api/v7/test HTTP/1.1\r\nAuth");
   }
   EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+}
+
+TEST_F(HostConcurrencyTest, WrongTokensWaitWithoutAThread) {
+  constexpr int kWrong = 30;  // all but the first six wait for 5 s
+  serve({"--threads", "1", "--read-workers", "1", "--change-workers", "1"});
+  const auto begun = std::chrono::steady_clock::now();
+  std::vector<std::unique_ptr<HttpConnection>> guesses;
+  for (int i = 0; i < kWrong; ++i) {
+    guesses.push_back(std::make_unique<HttpConnection>(host().port()));
+    guesses.back()->send(HttpConnection::make("GET", "/api/v7", std::string(64, 'x')));
+  }
+  EXPECT_EQ(get("/api/v7").result_int(), 200U);
+  EXPECT_EQ(get("/api/v7/test").result_int(), 200U);
+  EXPECT_EQ(send("PUT", "/api/v7/test").result_int(), 200U);
+  EXPECT_FALSE(guesses.back()->hasBytes()) << "no answer to a guess goes ahead of those";
+
+  EXPECT_EQ(guesses[0]->receive().result_int(), 401U);
+  EXPECT_GE(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(100));
+  EXPECT_EQ(guesses[1]->receive().result_int(), 401U);
+  EXPECT_GE(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(200));
+
+  guesses.erase(guesses.begin(), guesses.begin() + 2);
+  host().signal(SIGTERM);  // nobody waits on when the host ends
+  for (const auto& guess : guesses) {
+    EXPECT_EQ(guess->receive().result_int(), 401U);
+    guess->close();
+  }
+  EXPECT_EQ(host().awaitExit(), 0) << host().errors();
 }
 
 TEST_F(HostConcurrencyTest, ManyClientsAtOnceGetEachItsOwnAnswer) {

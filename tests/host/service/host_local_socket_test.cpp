@@ -2,6 +2,7 @@
 #include <sys/un.h>
 
 #include <csignal>
+#include <thread>
 
 #include "host/service/local_exchange.h"
 #include "host/service/test_host.h"
@@ -60,6 +61,23 @@ TEST_F(HostLocalSocketTest, LeavesALivingOneAlone) {
   EXPECT_EQ(second.errors(),
             "mirn-host: cannot listen on \"" + socketFile() + "\": somebody listens there already\n");
   EXPECT_EQ(get(socketFile()).rfind("HTTP/1.1 200 ", 0), 0U);
+}
+
+TEST_F(HostLocalSocketTest, LeavesTheNextHostsSocketAloneAtItsEnd) {
+  serve({"--unix-socket", socketFile()});
+  HttpConnection client = connect();
+  const auto blocking = block(client);
+  host().signal(SIGTERM);
+  while (std::filesystem::exists(socketFile())) std::this_thread::yield();
+  HostProcess next(
+      {"--module", kModule, "--port", "0", "--token-file", file("token"), "--unix-socket", socketFile()});
+  ASSERT_TRUE(next.awaitServing()) << next.errors();
+  *blocking << 'x' << std::flush;  // closing it would not do: the next host has inherited it
+  client.receive();
+  client.close();
+  EXPECT_EQ(host().awaitExit(), 0) << host().errors();
+  EXPECT_EQ(get(socketFile()).rfind("HTTP/1.1 200 ", 0), 0U);
+  EXPECT_EQ(next.stop(), 0);
 }
 
 TEST_F(HostLocalSocketTest, LeavesAFileAlone) {

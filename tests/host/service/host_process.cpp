@@ -5,12 +5,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <fstream>
 #include <regex>
 #include <system_error>
+
+#include "support/exchange_record.h"
 
 extern char** environ;  // NOLINT(readability-identifier-naming)
 
@@ -47,10 +50,17 @@ std::vector<std::string> withThisEnvironment(const std::map<std::string, std::st
   return result;
 }
 
+/// What stands behind "--module".
+std::string moduleIn(const std::vector<std::string>& arguments) {
+  const auto name = std::find(arguments.begin(), arguments.end(), "--module");
+  return name == arguments.end() || name + 1 == arguments.end() ? std::string() : *(name + 1);
+}
+
 }  // namespace
 
 HostProcess::HostProcess(const std::vector<std::string>& arguments,
-                         const std::map<std::string, std::string>& environment) {
+                         const std::map<std::string, std::string>& environment)
+    : m_module(moduleIn(arguments)) {
   std::vector<std::string> words{MIRN_HOST_PROGRAM};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<std::string> variables = withThisEnvironment(environment);
@@ -85,6 +95,7 @@ bool HostProcess::awaitServing() {
   if (!std::regex_match(*serving, found, kPattern)) return false;
   m_port = static_cast<std::uint16_t>(std::stoi(found[1]));
   std::getline(std::ifstream(*tokenFile), m_token);
+  exchange_record::addHost(m_port, m_module);
   return true;
 }
 

@@ -54,6 +54,7 @@ class HostProcess {
   bool awaitError(const std::string& start) { return m_errors->awaitLine(start).has_value(); }
 
  private:
+  const std::string m_module;
   std::optional<int> m_exit;
   pid_t m_pid = -1;
   std::unique_ptr<OutputReader> m_output;

@@ -30,6 +30,21 @@ TEST_F(HostRequestsTest, ThePluginIsHandedTheWholeRequest) {
     "body": {"list": [1, -2, 0.5, true, null], "size": "7", "text": "ü"}, "bodyAlternative": 6})"));
 }
 
+TEST_F(HostRequestsTest, APluginThatCannotRehearseIsNotAskedWhatItWouldDo) {
+  const std::string before = trace();
+  const auto answer = send("PUT", "/api/v7/test?dryRun=true", "{}");
+  EXPECT_EQ(answer.result_int(), 422U) << answer.body();
+  EXPECT_EQ(trace(), before);
+  EXPECT_EQ(send("PUT", "/api/v7/test?dryRun=false", "{}").result_int(), 200U);
+}
+
+TEST_F(HostRequestsTest, APluginThatKnowsNoStructureIsNotAskedUnderACondition) {
+  HttpConnection client = connect();
+  auto request = HttpConnection::make("PUT", "/api/v7/test", host().token(), "{}");
+  request.set(http::field::if_match, "\"0123456789abcdef.1\"");
+  EXPECT_EQ(client.exchange(request).result_int(), 422U);
+}
+
 struct MethodRow {
   std::string name;
   int code;
@@ -221,8 +236,7 @@ TEST_P(HostRefusalsTest, TheHostRefusesWhatIsNoRequestForThePlugin) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Targets, HostRefusalsTest,
-                         testing::Values(RefusalRow{"Root", "/", 404},
-                                         RefusalRow{"OtherPath", "/nothing", 404},
+                         testing::Values(RefusalRow{"OtherPath", "/nothing", 404},
                                          RefusalRow{"NoVersion", "/api", 404},
                                          RefusalRow{"OtherVersion", "/api/v8/test", 404},
                                          RefusalRow{"UnknownKey", "/api/v7/tests", 404},
@@ -310,6 +324,25 @@ TEST_F(HostLogTest, EachRequestIsALineWithoutItsToken) {
   EXPECT_EQ(lines[1].at("target"), "/nothing");
   EXPECT_EQ(lines[1].at("status"), 404);
   EXPECT_EQ(lines[1].count("identity"), 0U);
+}
+
+TEST_F(HostLogTest, ALineTellsWhoWasRefusedWhat) {
+  HostProcess add({"token", "add", "eve", "observe", "--token-file", file("token")});
+  ASSERT_EQ(add.awaitExit(), 0) << add.errors();
+  const std::string token = add.output().substr(0, add.output().find('\n'));
+  serve({"--log-requests"});
+  EXPECT_EQ(connect().exchange(HttpConnection::make("PUT", "/api/v7/test", token, "{}")).result_int(), 403U);
+  EXPECT_EQ(connect().exchange(HttpConnection::make("PUT", "/api/v7/test", "", "{}")).result_int(), 401U);
+  EXPECT_EQ(connect().get("/api/v7/nothing", token).result_int(), 404U);
+  EXPECT_EQ(host().stop(), 0);
+  const auto lines = linesOf(host().errors());
+  ASSERT_EQ(lines.size(), 3U);
+  EXPECT_EQ(lines[0].at("identity"), "eve");
+  EXPECT_EQ(lines[0].at("operation"), "PUT test");
+  EXPECT_EQ(lines[1].count("identity"), 0U);
+  EXPECT_EQ(lines[1].at("operation"), "PUT test");
+  EXPECT_EQ(lines[2].at("identity"), "eve");
+  EXPECT_EQ(lines[2].count("operation"), 0U);
 }
 
 TEST_F(HostLogTest, EachChangeIsALineInTheAudit) {

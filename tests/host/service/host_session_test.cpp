@@ -1,4 +1,5 @@
 #include <boost/json/parse.hpp>
+#include <fstream>
 
 #include "host/service/local_exchange.h"
 #include "host/service/test_host.h"
@@ -42,6 +43,18 @@ TEST_F(HostSessionTest, BeginsWithACodeAndEndsByItsToken) {
   EXPECT_EQ(status("GET", "/api/v7", token), 200U);
   EXPECT_EQ(status("DELETE", "/api/v7/session", token), 204U);
   EXPECT_EQ(status("GET", "/api/v7", token), 401U);
+}
+
+TEST_F(HostSessionTest, TellsWhoAsksAndInWhichRole) {
+  const std::string token(bodyOf(signIn(code("{\"role\": \"observe\"}"))).at("token").as_string());
+  const Response response = connect().exchange(HttpConnection::make("GET", "/api/v7/session", token));
+  ASSERT_EQ(response.result_int(), 200U) << response.body();
+  EXPECT_EQ(bodyOf(response).at("role"), "observe");
+  EXPECT_FALSE(bodyOf(response).at("name").as_string().empty());
+  const Response first = connect().exchange(HttpConnection::make("GET", "/api/v7/session", host().token()));
+  EXPECT_EQ(bodyOf(first).at("role"), "administer");
+  EXPECT_EQ(bodyOf(first).at("name"), "first");
+  EXPECT_EQ(status("GET", "/api/v7/session", ""), 401U);
 }
 
 TEST_F(HostSessionTest, EndsWithTheProcess) {
@@ -103,6 +116,26 @@ TEST_F(HostSessionTest, TheProgramMakesAnAddress) {
   ASSERT_EQ(address.rfind(start, 0), 0U) << address;
   const Response response = signIn(address.substr(start.size(), address.size() - start.size() - 1));
   EXPECT_EQ(bodyOf(response).at("role"), "operate");
+}
+
+TEST_F(HostSessionTest, TheProgramLooksIntoTheConfigurationForTheSocket) {
+  std::ofstream(file("host.conf")) << "unix-socket = " << file("host.sock") << '\n';
+  HostProcess program({"sign-in", "--config", file("host.conf"), "--api-version", "v7"});
+  EXPECT_EQ(program.awaitExit(), 0) << program.errors();
+}
+
+TEST_F(HostSessionTest, TheProgramSaysThatTheConfigurationHasNoSocket) {
+  std::ofstream(file("host.conf")) << "unix-socket = off\n";
+  HostProcess program({"sign-in", "--config", file("host.conf")});
+  EXPECT_EQ(program.awaitExit(), 2);
+  EXPECT_NE(program.errors().find("turns the Unix socket off"), std::string::npos) << program.errors();
+}
+
+TEST_F(HostSessionTest, TheProgramTellsWhatItAsksForWithoutBeingTold) {
+  HostProcess program({"sign-in", "--help"});
+  ASSERT_EQ(program.awaitExit(), 0) << program.errors();
+  EXPECT_NE(program.output().find("--role ROLE (=administer)"), std::string::npos) << program.output();
+  EXPECT_NE(program.output().find("--api-version WORD (=v1)"), std::string::npos) << program.output();
 }
 
 TEST_F(HostSessionTest, TheProgramSaysWhyItMadeNone) {

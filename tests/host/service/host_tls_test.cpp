@@ -1,13 +1,7 @@
-#include <boost/asio/connect.hpp>
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/read.hpp>
-#include <boost/asio/ssl/context.hpp>
-#include <boost/asio/ssl/stream.hpp>
-#include <boost/asio/write.hpp>
 #include <csignal>
 
 #include "host/service/test_host.h"
+#include "host/service/tls_client.h"
 #include "support/test_certificate.h"
 
 namespace host {
@@ -15,63 +9,6 @@ namespace host {
 namespace {
 
 namespace asio = boost::asio;
-namespace ssl = boost::asio::ssl;
-using asio::ip::tcp;
-
-/// A client that trusts one authority, and may have a certificate of its own.
-class TlsClient {
- public:
-  explicit TlsClient(const TestCertificate& authority) {
-    m_context.add_certificate_authority(asio::buffer(authority.certificate()));
-    m_context.set_verify_mode(ssl::verify_peer);
-  }
-
-  void show(const TestCertificate& own) {
-    m_context.use_certificate(asio::buffer(own.certificate()), ssl::context::pem);
-    m_context.use_private_key(asio::buffer(own.key()), ssl::context::pem);
-  }
-  void speakOnly(int version) {
-    SSL_CTX_set_min_proto_version(m_context.native_handle(), version);
-    SSL_CTX_set_max_proto_version(m_context.native_handle(), version);
-    SSL_CTX_set_security_level(m_context.native_handle(), 0);  // lets old versions be asked for at all
-  }
-  void speakProtocols(const std::string& list) {
-    SSL_CTX_set_alpn_protos(m_context.native_handle(), reinterpret_cast<const unsigned char*>(list.data()),
-                            static_cast<unsigned>(list.size()));
-  }
-
-  /// False when the two cannot agree.
-  bool connect(std::uint16_t port) {
-    m_stream.emplace(m_io, m_context);
-    m_stream->next_layer().connect(tcp::endpoint(asio::ip::address_v4::loopback(), port));
-    boost::system::error_code error;
-    m_stream->handshake(ssl::stream_base::client, error);
-    return !error;
-  }
-  std::string version() { return SSL_get_version(m_stream->native_handle()); }
-
-  void send(const std::string& request) { asio::write(*m_stream, asio::buffer(request)); }
-
-  /// What comes next, up to `end`.
-  std::string receive(const std::string& end) {
-    std::string text;
-    boost::system::error_code error;
-    char character = 0;
-    while (text.find(end) == std::string::npos &&
-           asio::read(*m_stream, asio::buffer(&character, 1), error) == 1) {
-      text += character;
-    }
-    m_end = error;
-    return text;
-  }
-  boost::system::error_code end() const { return m_end; }
-
- private:
-  asio::io_context m_io;
-  ssl::context m_context{ssl::context::tls_client};
-  std::optional<ssl::stream<tcp::socket>> m_stream;
-  boost::system::error_code m_end;
-};
 
 class HostTlsTest : public TestHost {
  protected:
@@ -103,6 +40,17 @@ TEST_F(HostTlsTest, AnswersAndSaysFarewell) {
   EXPECT_EQ(client.version(), "TLSv1.3");
   client.send(request(token()));
   EXPECT_EQ(client.receive("nothing").rfind("HTTP/1.1 200 ", 0), 0U);
+  EXPECT_EQ(client.end(), asio::error::eof);  // not cut off
+}
+
+TEST_F(HostTlsTest, SaysFarewellToWhoIsIdleAtTheStop) {
+  serve(options());
+  TlsClient client(m_authority);
+  ASSERT_TRUE(client.connect(host().port()));
+  client.send(request(token(), ""));
+  EXPECT_THAT(client.receive("\r\n\r\n"), testing::StartsWith("HTTP/1.1 200 "));
+  EXPECT_EQ(host().stop(), 0);
+  client.receive("nothing");
   EXPECT_EQ(client.end(), asio::error::eof);  // not cut off
 }
 

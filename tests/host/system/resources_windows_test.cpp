@@ -53,8 +53,11 @@ INSTANTIATE_TEST_SUITE_P(Messages, MessageTableTest,
                          testing::Values(MessageRow{"Information", 0x40020102, L"A disk is 90% full"},
                                          MessageRow{"Warning", 0x80020101, L"A disk is 90% full"},
                                          MessageRow{"Error", 0xC0020100, L"A disk is 90% full"},
-                                         MessageRow{"Category", 1, L"Plug-in"},
-                                         MessageRow{"NoOther", 2, L""}),
+                                         MessageRow{"HostInformation", 0x40030202, L"A disk is 90% full"},
+                                         MessageRow{"HostError", 0xC0030200, L"A disk is 90% full"},
+                                         MessageRow{"PluginCategory", 1, L"Plug-in"},
+                                         MessageRow{"HostCategory", 2, L"Host"},
+                                         MessageRow{"NoOther", 3, L""}),
                          ByName());
 
 TEST(VersionResource, IsTheProductsVersion) {

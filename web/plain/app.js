@@ -1,0 +1,1 @@
+// The plain page needs no script.

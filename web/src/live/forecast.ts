@@ -1,0 +1,36 @@
+// What would come of a change as it is told so far, while somebody still chooses.
+import { useEffect, useState } from "preact/hooks";
+import type { Operation } from "../api/document";
+import type { Plan } from "../api/schema";
+import { failureWords, isWhole, planOf, type Values, type Wanted } from "./change";
+
+export interface Forecast {
+  plan: Plan | null;
+  words: string | null; // the service's, where it would refuse
+}
+
+const kPause = 200; // milliseconds in which nothing more was chosen
+
+/** Both null while something is missing. What was forecast before stays until the answer is there. */
+export function useForecast(operation: Operation, wanted: Wanted, values: Values, revision: number): Forecast {
+  const [forecast, setForecast] = useState<Forecast>({ plan: null, words: null });
+  const asked = isWhole(operation, values) ? JSON.stringify(values) : null;
+  useEffect(() => {
+    if (asked === null) {
+      setForecast({ plan: null, words: null });
+      return;
+    }
+    const end = new AbortController();
+    const timer = window.setTimeout(() => {
+      planOf(operation, wanted, values, end.signal).then(
+        (plan) => setForecast({ plan, words: null }),
+        (failure: unknown) => !end.signal.aborted && setForecast({ plan: null, words: failureWords(failure) }),
+      );
+    }, kPause);
+    return () => {
+      window.clearTimeout(timer);
+      end.abort();
+    };
+  }, [asked, revision]);
+  return forecast;
+}

@@ -1,0 +1,146 @@
+// All that the pages show, fetched anew when the service tells that something has changed.
+import { ask, Refusal } from "../api/client";
+import type { Controller, Disk, Health, HistoryEntry, Job, Jobs, Port, StorageArray, Volume } from "../api/schema";
+import { listen, type StreamEvent } from "../api/stream";
+import type { Freshness } from "./freshness";
+
+export interface Machine {
+  controllers: Controller[];
+  disks: Disk[];
+  ports: Port[];
+  arrays: StorageArray[];
+  volumes: Volume[];
+}
+
+export interface Picture {
+  freshness: Freshness;
+  takenAt: number | null; // when the page fetched it
+  health: Health | null;
+  jobs: Job[];
+  entries: HistoryEntry[];
+  hasHistory: boolean;
+  machine: Machine | null;
+  failure: Refusal | null;
+}
+
+export const kNoPicture: Picture = {
+  freshness: { kind: "connecting" },
+  takenAt: null,
+  health: null,
+  jobs: [],
+  entries: [],
+  hasHistory: true,
+  machine: null,
+  failure: null,
+};
+
+/** Becomes another when something has happened that lists beside the picture may tell of. */
+export const versionOf = ({ entries, health }: Picture): string =>
+  `${entries[0]?.row ?? 0} ${health?.position.structure ?? 0} ${health?.causes.length ?? 0}`;
+
+const kLatest = 12;
+const kBetween = 250; // milliseconds from one look to the next: work moves the machine's revision all the time
+const kAfterFailure = 2000;
+
+/** Keeps a picture up to date for as long as it runs. */
+export class LivePicture {
+  private picture = kNoPicture;
+  private readonly end = new AbortController();
+  private isLooking = false;
+  private isStale = false;
+
+  constructor(private readonly tell: (picture: Picture) => void) {}
+
+  start(): void {
+    void listen(
+      {
+        onOpen: () => this.opened(),
+        onEvent: (event) => this.heard(event),
+        onCut: () => this.cut(),
+      },
+      this.end.signal,
+    );
+    this.look();
+  }
+
+  stop(): void {
+    this.end.abort();
+  }
+
+  /** Fetches everything anew, once more where it is at it already. */
+  look(): void {
+    this.isStale = true;
+    if (!this.isLooking) void this.lookUntilFresh();
+  }
+
+  private change(part: Partial<Picture>): void {
+    if (this.end.signal.aborted) return;
+    this.picture = { ...this.picture, ...part };
+    this.tell(this.picture);
+  }
+
+  private opened(): void {
+    this.change({ freshness: { kind: "live" } });
+    this.look();
+  }
+
+  private cut(): void {
+    if (this.picture.freshness.kind !== "cut") this.change({ freshness: { kind: "cut", since: Date.now() } });
+  }
+
+  private heard(event: StreamEvent): void {
+    if (event.name !== "heartbeat" && event.name !== "bye") this.look();
+  }
+
+  private async lookUntilFresh(): Promise<void> {
+    this.isLooking = true;
+    while (this.isStale && !this.end.signal.aborted) {
+      this.isStale = false;
+      const isGood = await this.fetchAll();
+      if (!isGood) this.isStale = true;
+      await new Promise((resolve) => window.setTimeout(resolve, isGood ? kBetween : kAfterFailure));
+    }
+    this.isLooking = false;
+  }
+
+  /** Whether it went well; raises nothing. */
+  private async fetchAll(): Promise<boolean> {
+    const { signal } = this.end;
+    const get = <Body>(path: string): Promise<Body> => ask<Body>(path, { signal });
+    try {
+      const [health, jobs, history, controllers, disks, ports, arrays, volumes] = await Promise.all([
+        get<Health>("health"),
+        get<Jobs>("jobs"),
+        latestEntries(get),
+        get<Controller[]>("mirn/controllers"),
+        get<Disk[]>("mirn/enddevices"),
+        get<Port[]>("mirn/ports"),
+        get<StorageArray[]>("mirn/arrays"),
+        get<Volume[]>("mirn/volumes"),
+      ]);
+      this.change({
+        health,
+        jobs: jobs.items,
+        entries: history ?? [],
+        hasHistory: history !== null,
+        machine: { controllers, disks, ports, arrays, volumes },
+        takenAt: Date.now(),
+        failure: null,
+      });
+      return true;
+    } catch (failure) {
+      this.change({ failure: failure instanceof Refusal ? failure : new Refusal(0, "") });
+      return false;
+    }
+  }
+}
+
+/** Null where the service keeps none. */
+async function latestEntries(get: <Body>(path: string) => Promise<Body>): Promise<HistoryEntry[] | null> {
+  try {
+    return (await get<{ items: HistoryEntry[] }>(`history?limit=${kLatest}`)).items;
+  } catch (failure) {
+    if (failure instanceof Refusal && (failure.status === 422 || failure.status === 503)) return null;
+    throw failure;
+  }
+}

@@ -1,0 +1,67 @@
+import { useState } from "preact/hooks";
+import { baysOf } from "../live/bays";
+import { kService } from "../live/change";
+import { looksOf } from "../live/looks";
+import type { Picture } from "../live/picture";
+import type { Place } from "../live/place";
+import { relatedTo } from "../live/relations";
+import { messages } from "../messages/en";
+import { ActionList } from "../parts/action_list";
+import { ArrayCard } from "../parts/array_card";
+import { ControllerCard } from "../parts/controller_card";
+import { ObjectPanel } from "../parts/object_panel";
+
+type Pointed = { type: string; id: string } | null;
+
+/** Controllers with their bays, arrays with their volumes; who belongs to whom. */
+export function MachinePage({ picture, place }: { picture: Picture; place: Place }) {
+  const [pointed, setPointed] = useState<Pointed>(null);
+  const { machine, health } = picture;
+  if (!machine) return <p class="muted">{messages.loading}</p>;
+  const shown = pointed ?? place.object;
+  const related = shown ? relatedTo(machine, shown.type, shown.id) : null;
+  const looks = looksOf(health?.causes ?? [], related, (type, id) => setPointed(id === null ? null : { type, id }));
+  return (
+    <>
+      <div class="page-head">
+        <h1>{messages.pages.machine}</h1>
+        <a class="button" href="#/create">
+          {messages.create.begin}
+        </a>
+      </div>
+      <div class={place.object ? "with-panel" : ""}>
+        {place.object && (
+          <ObjectPanel
+            machine={machine}
+            type={place.object.type}
+            id={place.object.id}
+            revision={health?.position.structure ?? 0}
+          />
+        )}
+        <div class="picture">
+          {machine.controllers.map((controller) => (
+            <ControllerCard
+              key={controller.id}
+              controller={controller}
+              bays={baysOf(machine, controller.id)}
+              looks={looks}
+            />
+          ))}
+          {machine.arrays.map((array) => (
+            <ArrayCard
+              key={array.id}
+              array={array}
+              volumes={machine.volumes.filter((each) => each.arrayId === array.id)}
+              looks={looks}
+            />
+          ))}
+        </div>
+      </div>
+      {!place.object && (
+        <div class="card">
+          <ActionList type={kService} id={kService} name={messages.service} revision={health?.position.structure ?? 0} />
+        </div>
+      )}
+    </>
+  );
+}

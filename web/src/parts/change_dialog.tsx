@@ -1,0 +1,93 @@
+import { useEffect, useRef, useState } from "preact/hooks";
+import { type Operation, operationOf } from "../api/document";
+import { operationWords } from "../format/units";
+import { counts, failureWords, isWhole, type Values, type Wanted } from "../live/change";
+import { useDeed } from "../live/deed";
+import { messages } from "../messages/en";
+import { DeedView } from "./deed_view";
+import { FieldInput } from "./field_input";
+import { TargetInput } from "./target_input";
+
+interface Props {
+  wanted: Wanted;
+  onClose: () => void;
+  onDone?: () => void;
+}
+
+/** From what is wanted over its plan to the deed. What is lost by it is confirmed by typing the object's name. */
+export function ChangeDialog({ wanted, onClose, onDone }: Props) {
+  const dialog = useRef<HTMLDialogElement>(null);
+  const [operation, setOperation] = useState<Operation | null>(null);
+  const [target, setTarget] = useState(wanted);
+  const [words, setWords] = useState<string | null>(null);
+  useEffect(() => dialog.current?.showModal(), []);
+  useEffect(() => {
+    operationOf(wanted.operation).then(setOperation, (failure: unknown) => setWords(failureWords(failure)));
+  }, [wanted.operation]);
+  const close = (): void => dialog.current?.close();
+  return (
+    <dialog ref={dialog} class="card" aria-labelledby="change-title" onClose={onClose} data-change={wanted.operation}>
+      <h2 id="change-title">
+        {operationWords(wanted.operation)}
+        {target.name && `: ${target.name}`}
+      </h2>
+      <p>{operation?.summary}</p>
+      {words && (
+        <p class="refusal" role="alert">
+          {words}
+        </p>
+      )}
+      {wanted.id === "" && <TargetInput wanted={target} onTarget={setTarget} />}
+      {operation ? (
+        <ChangeForm operation={operation} wanted={target} onClose={close} onDone={onDone} />
+      ) : (
+        <div class="locate">
+          <button type="button" onClick={close}>
+            {messages.change.cancel}
+          </button>
+        </div>
+      )}
+    </dialog>
+  );
+}
+
+interface FormProps {
+  operation: Operation;
+  wanted: Wanted;
+  onClose: () => void;
+  onDone: (() => void) | undefined;
+}
+
+function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
+  const [values, setValues] = useState<Values>(wanted.given);
+  const deed = useDeed(operation, wanted, values);
+  useEffect(() => {
+    if (deed.isDone) onDone?.();
+  }, [deed.isDone]);
+  const open = operation.fields.filter((field) => wanted.given[field.name] === undefined && counts(field, values));
+  return (
+    <>
+      {!deed.isDone &&
+        open.map((field) => (
+          <FieldInput
+            key={field.name}
+            operation={operation}
+            field={field}
+            wanted={wanted}
+            values={values}
+            onValue={(value) => setValues({ ...values, [field.name]: value })}
+          />
+        ))}
+      <DeedView
+        deed={deed}
+        name={wanted.name}
+        isWhole={wanted.id !== "" && isWhole(operation, values)}
+        done={messages.change.done}
+      >
+        <button type="button" onClick={onClose}>
+          {deed.isDone ? messages.machine.close : messages.change.cancel}
+        </button>
+      </DeedView>
+    </>
+  );
+}

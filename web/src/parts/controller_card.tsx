@@ -1,0 +1,35 @@
+import type { Controller } from "../api/schema";
+import type { Bay } from "../live/bays";
+import { messages } from "../messages/en";
+import { DiskTile } from "./disk_tile";
+import type { Looks } from "../live/looks";
+
+interface Props {
+  controller: Controller;
+  bays: Bay[];
+  looks: Looks;
+}
+
+/** A controller with its bays. */
+export function ControllerCard({ controller, bays, looks }: Props) {
+  const title = `controller-${controller.id}`;
+  return (
+    <section class={`card ${looks.lookOf("controller", controller.id)}`} aria-labelledby={title} data-controller={controller.id}>
+      <h2 id={title}>
+        <a href={`#/machine/controller/${controller.id}`}>{controller.name}</a>
+      </h2>
+      <p class="muted">{messages.machine.controller(controller.mode, controller.version, bays.length)}</p>
+      <ul class="plain tiles">
+        {bays.map((bay) => (
+          <DiskTile
+            key={bay.key}
+            bay={bay}
+            severity={looks.severityOf("disk", bay.disk?.id, bay.disk?.state)}
+            look={looks.lookOf("disk", bay.disk?.id)}
+            onPoint={(id) => looks.point("disk", id)}
+          />
+        ))}
+      </ul>
+    </section>
+  );
+}

@@ -1,0 +1,35 @@
+import { useEffect } from "preact/hooks";
+import { isWhole } from "../live/change";
+import { useDeed } from "../live/deed";
+import { kCreate, kDraft, type StepProps } from "../live/draft";
+import { forget } from "../live/kept";
+import { messages } from "../messages/en";
+import { DeedView } from "./deed_view";
+
+/** What will come of it, and the deed. */
+export function CreateDeed({ operation, values, onAgain }: StepProps & { onAgain: () => void }) {
+  const deed = useDeed(operation, kCreate, values);
+  useEffect(deed.askPlan, []);
+  useEffect(() => {
+    if (deed.isDone) forget(kDraft);
+  }, [deed.isDone]);
+  const restart = (): void => {
+    onAgain();
+    location.hash = "#/create";
+  };
+  return (
+    <DeedView
+      deed={deed}
+      name={String(values["name"])}
+      isWhole={isWhole(operation, values)}
+      done={messages.create.done}
+    >
+      <a class="button" href={deed.isDone ? "#/machine" : "#/create/3"}>
+        {deed.isDone ? messages.create.toMachine : messages.create.back}
+      </a>
+      <button type="button" onClick={restart}>
+        {deed.isDone ? messages.create.begin : messages.create.again}
+      </button>
+    </DeedView>
+  );
+}

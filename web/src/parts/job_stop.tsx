@@ -1,0 +1,46 @@
+import { useEffect, useState } from "preact/hooks";
+import type { Job } from "../api/schema";
+import { operationWords, words } from "../format/units";
+import type { Wanted } from "../live/change";
+import { type Stop, stopsOf } from "../live/job_stops";
+import { messages } from "../messages/en";
+
+interface Props {
+  job: Job;
+  version: string; // a new one: what may be done may have changed
+  onWanted: (wanted: Wanted) => void;
+}
+
+/** Buttons for what can be done about work that runs. */
+export function JobStop({ job, version, onWanted }: Props) {
+  const [stops, setStops] = useState<Stop[] | null>(null);
+  useEffect(() => {
+    let isHere = true;
+    stopsOf(job).then(
+      (found) => isHere && setStops(found),
+      () => isHere && setStops(null), // it has ended meanwhile
+    );
+    return () => {
+      isHere = false;
+    };
+  }, [job.id, version]);
+  if (stops === null) return null;
+  if (stops.length === 0) return <p class="muted">{messages.jobs.noStop}</p>;
+  return (
+    <div class="locate">
+      {stops.map(({ action, wanted }) => (
+        <button
+          key={`${action.operation} ${action.word}`}
+          type="button"
+          disabled={action.verdict === "refused"}
+          onClick={() => onWanted(wanted)}
+        >
+          {operationWords(action.operation)}: {words(action.word)} …
+        </button>
+      ))}
+      {stops.find(({ action }) => action.verdict === "refused") && (
+        <span class="muted">{stops.find(({ action }) => action.verdict === "refused")?.action.words}</span>
+      )}
+    </div>
+  );
+}

@@ -200,6 +200,21 @@ add_test(NAME near.is_told COMMAND sh -c "test $(\\"$1\\") = 5" sh $<TARGET_FILE
         self.call("--again")
         self.assertEqual(self.outcomes()["2", " + "], ["killed", "near.is_told"])
 
+    def test_asks_the_tests_of_the_own_folder_for_texts_ahead_of_scripts(self):
+        path = self.root / "CMakeLists.txt"
+        path.write_text(path.read_text(encoding="utf-8") + """
+add_executable(teller tests/teller.cpp)
+target_link_libraries(teller PRIVATE near)
+add_test(NAME near.is_told COMMAND sh -c "test $(\\"$1\\") = a" sh $<TARGET_FILE:teller>)
+""", encoding="utf-8")
+        (self.root / "src/near/near.cpp").write_text('const char* word() { return "a"; }\n', encoding="utf-8")
+        (self.root / "tests/teller.cpp").write_text(
+            "#include <cstdio>\nconst char* word();\nint main() { std::puts(word()); }\n", encoding="utf-8")
+        (self.root / "tests/near/near_test.cpp").write_text(
+            "const char* word();\nint main() { return word()[1] == 0 ? 0 : 1; }\n", encoding="utf-8")
+        self.call("--count", "1")
+        self.assertEqual(self.outcomes()["1", '\\"'], ["killed", "near_test.Holds"])
+
     def test_lists_without_planting(self):
         self.assertIn("src/near/near.cpp:1:", self.call("--list"))
         self.assertFalse(self.results.exists())

@@ -17,21 +17,37 @@ def end_with_parent():
     ctypes.CDLL(None).prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
 
 
+def record_exchange(port, module, method, target, body, answer, text):
+    """As tests/support/exchange_record.h does."""
+    folder = os.environ.get("MIRN_EXCHANGES")
+    if folder is None:
+        return
+    lines = [{"port": port, "module": str(module)},
+             {"port": port, "method": method, "target": target, "type": "" if body is None else "application/json",
+              "body": "" if body is None else json.dumps(body), "status": answer.status,
+              "headers": dict(answer.getheaders()), "answer": text}]
+    with open(os.path.join(folder, f"{os.getpid()}.jsonl"), "a", encoding="utf-8") as file:
+        file.write("".join(json.dumps(line) + "\n" for line in lines))
+
+
 class LocalHost:
     """One process. Its state, settings and token are files of `folder`, which the next one finds."""
 
     SETTINGS = "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"
 
-    def __init__(self, program, module, folder, arguments=(), **environment):
-        self.folder, self.port = folder, None
+    def __init__(self, program, module, folder, arguments=(), terminal=None, launcher=(), descriptors=(), **environment):
+        """`terminal` is a descriptor that the host writes to; otherwise a file takes in what it tells. `launcher` is a
+        command that becomes the host and finds `descriptors` open."""
+        self.folder, self.port, self.module = folder, None, module
         if not (folder / "registry.ini").exists():
             (folder / "registry.ini").write_text(self.SETTINGS)
         with open(folder / "output", "wb") as output, open(folder / "errors", "wb") as errors:
             self.process = subprocess.Popen(
-                [program, "--module", module, "--port", "0", "--token-file", folder / "token", *arguments],
+                [*launcher, program, "--module", module, "--port", "0", "--token-file", folder / "token", *arguments],
                 env={**os.environ, "MIRN_REGISTRY": str(folder / "registry.ini"),
                      "VEXL2_STATE": str(folder / "machine.json"), "VEXL2_EVENT_WAIT_CAP": "50", **environment},
-                stdin=subprocess.DEVNULL, stdout=output, stderr=errors, preexec_fn=end_with_parent)
+                stdin=subprocess.DEVNULL, stdout=output if terminal is None else terminal, stderr=errors,
+                preexec_fn=end_with_parent, pass_fds=descriptors)
 
     def serves(self):
         """Whether it has told that it does."""
@@ -63,6 +79,7 @@ class LocalHost:
             connection.request(method, "/api/v1/" + path, body and json.dumps(body), headers)
             answer = connection.getresponse()
             text = answer.read()
+            record_exchange(self.port, self.module, method, "/api/v1/" + path, body, answer, text.decode())
             return answer.status, json.loads(text) if text else None
         finally:
             connection.close()

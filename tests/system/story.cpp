@@ -24,10 +24,11 @@ std::string target(const std::string& key, const boost::json::object& object, co
 
 }  // namespace
 
-void Story::begin(const std::string& scenario) {
+void Story::begin(const std::string& scenario, std::vector<std::string> arguments) {
   std::map<std::string, std::string> environment{{"VEXL2_CLOCK_SPEED", "0"}};
   if (!scenario.empty()) environment["VEXL2_SCENARIO"] = MIRN_TEST_SCENARIOS "/" + scenario;
-  serve(environment, {"--simulator-controls"});
+  arguments.emplace_back("--simulator-controls");
+  serve(environment, arguments);
   silenceMonitor();
 }
 

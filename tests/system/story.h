@@ -15,8 +15,9 @@ class Story : public SystemHost {
  protected:
   using Words = std::vector<std::string>;
 
-  /// `scenario` is a file of the folder "scenarios"; empty: the embedded machine.
-  void begin(const std::string& scenario = "");
+  /// `scenario` is a file of the folder "scenarios"; empty: the embedded machine. `arguments` are further
+  /// ones of the host.
+  void begin(const std::string& scenario = "", std::vector<std::string> arguments = {});
   /// The machine still keeps its own rules, and the host stops in good order.
   void TearDown() override;
 

@@ -160,6 +160,18 @@ class ServingTest(WindowsHostTest):
         self.assertNotIn(name, self.volumes(host))
         self.assert_stops(host)
 
+    def test_what_would_be_is_worked_through_by_another_program(self):
+        host = self.serve(MODULE)
+        status, text = host.request("GET", "/api/v1/mirn/enddevices")
+        self.assertEqual(200, status, text)
+        member = next(disk["id"] for disk in json.loads(text) if disk.get("usage") == "ARRAY_MEMBER")
+        status, text = host.request("POST", "/api/v1/whatif", {"events": [{"fail": member}]})
+        self.assertEqual(200, status, text)
+        told = json.loads(text)
+        self.assertEqual([(member, True)], [(event["object"]["id"], event["happened"]) for event in told["events"]])
+        self.assertTrue(told["changes"])
+        self.assert_stops(host)
+
     def test_who_has_no_token_and_what_is_not_there_is_refused(self):
         host = self.serve(MODULE)
         self.assertEqual(401, host.request("GET", "/api/v1/mirn/volumes", token="x" * 64)[0])

@@ -9,9 +9,9 @@
 #include <string>
 
 #include "answers/json_writer.h"
-#include "api/api_service.h"
-#include "net/server.h"
-#include "options.h"
+#include "api/plugin_endpoints.h"
+#include "host/identity/single_token.h"
+#include "host/net/served_table.h"
 #include "running_plugin.h"
 #include "scripted_library/large_machine.h"
 #include "side_by_side.h"
@@ -20,21 +20,19 @@
 namespace {
 
 constexpr std::size_t kVolumes = 24;
-constexpr std::size_t kBodyDepth = 32;
+constexpr host::JsonBounds kBodies{32, 20'000};
 constexpr char kToken[] = "token-of-the-benchmark";
 constexpr unsigned kOk = 200;
-
-host::Options optionsOfServer() { return host::parseOptions({"--module", "none", "--port", "0"}); }
 
 /// A server around a plug-in, and a client with a connection that stays open.
 class ServedPlugin {
  public:
-  ServedPlugin() { m_server.start(m_service); }
+  ServedPlugin() = default;
   ServedPlugin(const ServedPlugin&) = delete;
   ServedPlugin& operator=(const ServedPlugin&) = delete;
   ~ServedPlugin() {
     m_connection->close();
-    m_server.drain();
+    m_server.stop();
   }
 
   void getByHttp() {
@@ -47,10 +45,15 @@ class ServedPlugin {
   RunningPlugin running{large_machine::makeWithVolumes(kVolumes)};
 
  private:
-  host::ApiService m_service{running.plugin, kToken, kBodyDepth};
-  host::Server m_server{optionsOfServer()};
-  std::unique_ptr<HttpConnection> m_connection = std::make_unique<HttpConnection>(
-      static_cast<std::uint16_t>(std::stoi(m_server.url().substr(m_server.url().rfind(':') + 1))));
+  host::EndpointTable endpoints() {
+    host::EndpointTable table;
+    addPluginEndpoints(table, running.plugin, running.plugin.getHandledPaths(), kBodies);
+    return table;
+  }
+
+  const host::SingleToken m_token{kToken};
+  host::ServedTable m_server{endpoints(), m_token};
+  std::unique_ptr<HttpConnection> m_connection = std::make_unique<HttpConnection>(m_server.port());
 };
 
 /// Processor time of all threads.

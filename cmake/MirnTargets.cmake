@@ -57,7 +57,8 @@ endfunction()
 # Where the tests' library named VEXL2 lies, apart from the simulated one.
 set(MIRN_SCRIPTED_FOLDER ${CMAKE_BINARY_DIR}/bin/scripted)
 
-# A test program. Every TEST of it becomes a test of ctest, or the whole program does where it runs under an emulator.
+# A test program. Every TEST of it becomes a test of ctest, or the whole program does where it runs under an emulator or a
+# sanitizer.
 # LABELS choose what a sanitizer preset runs ("threads" for the tests that use threads); ENVIRONMENT holds NAME=value pairs.
 function(mirn_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_MAIN" "TIMEOUT" "SOURCES;DEPENDS;LABELS;ENVIRONMENT")
@@ -74,7 +75,15 @@ function(mirn_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
-  set(properties TIMEOUT ${arg_TIMEOUT})
+  set(properties COST ${arg_TIMEOUT})  # the longest begin first
+  # Starting a program costs more there than most tests: all of them in one go, however long that takes.
+  if(CMAKE_CROSSCOMPILING OR MIRN_SANITIZE)
+    set(is_whole TRUE)
+    set(arg_TIMEOUT 1800)
+  else()
+    set(is_whole FALSE)
+  endif()
+  list(APPEND properties TIMEOUT ${arg_TIMEOUT})
   if(arg_LABELS)
     list(APPEND properties LABELS "${arg_LABELS}")
   endif()
@@ -84,10 +93,11 @@ function(mirn_test name)
   if("threads" IN_LIST arg_LABELS)
     add_dependencies(mirn_thread_tests ${name})
   endif()
-  if(CMAKE_CROSSCOMPILING)
-    # Starting a program costs more there than most tests: all of them in one go.
+  if(is_whole)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES ${properties})
+    # What fails is not to be sought among thousands that pass.
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT GTEST_BRIEF=1)
     return()
   endif()
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})

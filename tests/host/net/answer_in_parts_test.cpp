@@ -239,7 +239,7 @@ TEST_F(AnswerInPartsTest, AClientThatTakesNothingIsClosed) {
 TEST_F(AnswerInPartsTest, AnAnswerWithNothingToSayOutlivesTheDeadlines) {
   Options options = ServedTable::usual();
   options.limits.writeTime = options.limits.idleTime = options.limits.headerTime =
-      std::chrono::milliseconds(100);
+      std::chrono::milliseconds(500);
   serve(options);
   ListeningClient client(port());
   client.get("/parts");

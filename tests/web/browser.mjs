@@ -1,10 +1,7 @@
-// A browser before a running host: verbs for stories, and what must never happen on a page.
+// A browser, and tabs that note what must not happen on a page.
 import assert from "node:assert/strict";
-import { spawn } from "node:child_process";
-import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
-import http from "node:http";
+import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
-import { tmpdir } from "node:os";
 import path from "node:path";
 
 const here = path.dirname(new URL(import.meta.url).pathname);
@@ -12,111 +9,18 @@ const require = createRequire(path.join(here, "../../web/package.json"));
 const { chromium } = require("playwright-core");
 const kAxe = readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
 const kPatience = 30_000;
-const kSettings = "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n";
-
-/** A host on a simulated machine, in a folder of its own. */
-export class Host {
-  constructor(program, module) {
-    this.program = program;
-    this.module = module;
-    this.folder = mkdtempSync(path.join(tmpdir(), "mirn_console_"));
-    writeFileSync(path.join(this.folder, "registry.ini"), kSettings);
-  }
-
-  /** Resolves when it serves; the port stays the same over a second start. */
-  async start(scenario = null) {
-    const environment = {
-      ...process.env,
-      MIRN_REGISTRY: path.join(this.folder, "registry.ini"),
-      VEXL2_STATE: path.join(this.folder, "machine.json"),
-      VEXL2_EVENT_WAIT_CAP: "50",
-    };
-    if (scenario) environment.VEXL2_SCENARIO = scenario;
-    const options = ["--module", this.module, "--port", String(this.port ?? 0), "--simulator-controls"];
-    options.push("--token-file", path.join(this.folder, "token"));
-    this.process = spawn(this.program, options, { env: environment, stdio: ["ignore", "pipe", "pipe"] });
-    this.ended = new Promise((resolve) => this.process.once("exit", resolve));
-    let told = "";
-    this.process.stderr.on("data", () => undefined);
-    await new Promise((resolve, reject) => {
-      this.process.stdout.on("data", (piece) => {
-        told += piece;
-        if (/^Unix socket|^Token file/m.test(told)) resolve();
-      });
-      this.process.once("exit", () => reject(new Error(`the host does not serve: ${told}`)));
-    });
-    this.port = Number(/http:\/\/127\.0\.0\.1:(\d+)/.exec(told)[1]);
-    this.address = `http://127.0.0.1:${this.port}/`;
-  }
-
-  async stop() {
-    this.process.kill("SIGTERM");
-    await this.ended;
-  }
-
-  async end() {
-    this.process.kill("SIGKILL");
-    await this.ended;
-    rmSync(this.folder, { recursive: true, force: true });
-  }
-
-  token() {
-    return readFileSync(path.join(this.folder, "token"), "utf8").trim();
-  }
-
-  /** The value of a good answer. */
-  async ask(method, target, body) {
-    const answer = await fetch(`${this.address}api/v1/${target}`, {
-      method,
-      headers: { Authorization: `Bearer ${this.token()}`, "Content-Type": "application/json" },
-      body: body === undefined ? undefined : JSON.stringify(body),
-    });
-    assert.ok(answer.ok, `${method} ${target}: ${answer.status}`);
-    return answer.status === 204 ? null : await answer.json();
-  }
-
-  /** The address that signs a browser in, as a user of the machine gets it. */
-  signInAddress(role = "administer") {
-    return new Promise((resolve, reject) => {
-      const request = http.request(
-        { socketPath: path.join(this.folder, "host.sock"), method: "POST", path: "/api/v1/session/codes" },
-        (answer) => {
-          let text = "";
-          answer.on("data", (piece) => (text += piece));
-          answer.on("end", () => resolve(JSON.parse(text).url));
-        },
-      );
-      request.once("error", reject);
-      request.setHeader("Host", "localhost");
-      request.setHeader("Content-Type", "application/json");
-      request.end(JSON.stringify({ role }));
-    });
-  }
-
-  /** A disk, by its serial number. */
-  async disk(serial) {
-    return (await this.ask("GET", "mirn/enddevices")).find((each) => each.serialNumber === serial);
-  }
-}
 
 export const startBrowser = () =>
   chromium.launch({ executablePath: process.env.MIRN_CHROMIUM ?? "/usr/bin/chromium", args: ["--no-sandbox"] });
 
 /** A tab that notes what must not happen: lines on the console and requests that fail. */
 export class Tab {
-  static async open(browser, options = {}) {
+  /** What a tab is made with, in a browser's profile of its own. */
+  static async begin(browser, options = {}) {
     const context = await browser.newContext({ locale: "en-GB", timezoneId: "UTC", ...options });
     const page = await context.newPage();
     page.setDefaultTimeout(kPatience);
-    return new Tab(context, page);
-  }
-
-  /** Before the host's first page, signed in as its user in a role. */
-  static async signedIn(browser, host, role, options = {}) {
-    const tab = await Tab.open(browser, options);
-    await tab.page.goto(await host.signInAddress(role));
-    await tab.see("[data-freshness=live]");
-    return tab;
+    return [context, page];
   }
 
   constructor(context, page) {
@@ -148,6 +52,13 @@ export class Tab {
   async close() {
     await this.context.close();
     assert.deepEqual(this.faults, [], "what must not happen on a page");
+  }
+
+  /** When its story went wrong anyway: what it showed, and what it noted. */
+  async abandon() {
+    const shown = await this.page.evaluate(() => document.body.innerText).catch(() => "");
+    console.log(`${this.page.url()}\n${shown}\n${this.faults.join("\n")}`);
+    await this.context.close();
   }
 
   see(selector) {

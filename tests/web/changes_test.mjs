@@ -1,65 +1,50 @@
 // Changes that lead through several steps, by clicks before the running host. All waits are for what comes.
 import assert from "node:assert/strict";
-import { after, before, test } from "node:test";
-import { Host, startBrowser, Tab } from "./browser.mjs";
+import { onOneHost } from "./stage.mjs";
 
-let browser;
-let host;
+const story = onOneHost();
 
-before(async () => {
-  host = new Host(process.env.MIRN_HOST, process.env.MIRN_MODULE);
-  browser = await startBrowser();
-  await host.start();
-});
-after(async () => {
-  await browser?.close();
-  await host?.end();
-});
-
-const signedIn = (role, options) => Tab.signedIn(browser, host, role, options);
-
-test("a volume is made in four steps, with what comes of it in sight, and going back keeps what was chosen", async () => {
+story("a volume is made in four steps, with what comes of it in sight, and going back keeps what was chosen", async ({ host, signedIn }) => {
   const tab = await signedIn("administer");
-  await tab.page.getByRole("link", { name: "The machine" }).click();
-  await tab.page.getByRole("link", { name: "Make a volume" }).click();
+  await tab.follow("The machine");
+  await tab.follow("Make a volume");
   await tab.see("[data-step='1']");
-  const next = tab.page.getByRole("button", { name: "Next" });
+  const next = tab.button("Next");
   assert.ok(await next.isDisabled());
-  await tab.page.getByLabel("Mirrored: each disk holds the same.").check();
+  await tab.tick("Mirrored: each disk holds the same.");
   await tab.requireAccessible();
   await next.click();
-  await tab.page.getByLabel("A new array, from disks").check();
+  await tab.tick("A new array, from disks");
   const disks = (await host.ask("GET", "mirn/enddevices")).filter((each) => /^TB2T/.test(each.serialNumber));
   assert.equal(disks.length, 2);
   for (const disk of disks) await tab.page.locator(`[data-picker=disks] input[value="${disk.id}"]`).check();
   await tab.see("[data-coming=there]");
   await tab.requireAccessible();
   await next.click();
-  await tab.page.getByRole("link", { name: "Back" }).click();
+  await tab.follow("Back");
   assert.ok(await tab.page.locator(`input[value="${disks[0].id}"]`).isChecked());
   await tab.page.reload();
   assert.ok(await tab.page.locator(`input[value="${disks[1].id}"]`).isChecked());
   await next.click();
-  await tab.page.getByLabel("Name", { exact: true }).fill("Films");
-  await tab.page.getByLabel("All that is free").uncheck();
+  await tab.fill("Name", "Films");
+  await tab.field("All that is free").uncheck();
   assert.ok(await next.isDisabled());
-  await tab.page.getByLabel("Amount").fill("300");
+  await tab.fill("Amount", "300");
   await tab.page.locator("[data-coming=there]").getByText("about 300 GB").waitFor();
   await tab.requireAccessible();
   await next.click();
-  await tab.page.getByLabel("To go on, type the name: Films").fill("Films");
+  await tab.confirm("Films");
   await tab.requireAccessible();
-  await tab.page.getByRole("button", { name: "Do it" }).click();
+  await tab.press("Do it");
   await tab.seeText("The volume has been made.");
-  await tab.page.getByRole("link", { name: "See the machine" }).click();
+  await tab.follow("See the machine");
   await tab.see("[data-volume=Films]");
-  const made = (await host.ask("GET", "mirn/volumes")).find((each) => each.name === "Films");
+  const made = await host.volume("Films");
   assert.equal(made.raidLevel, "RAID_1");
   assert.ok(Math.abs(Number(made.totalSize) - 300e9) < 1e9);
-  await tab.close();
 });
 
-test("a disk is replaced step by step; another one that vanishes stops it, and a reload keeps its place", async () => {
+story("a disk is replaced step by step; another one that vanishes stops it, and a reload keeps its place", async ({ host, signedIn }) => {
   const tab = await signedIn("operate");
   const old = await host.disk("OD3T2210A409");
   const other = await host.disk("OD3T2210A40C");
@@ -67,56 +52,50 @@ test("a disk is replaced step by step; another one that vanishes stops it, and a
   await cause.getByRole("link", { name: "Replace this disk" }).click();
   await tab.see("[data-step=light]");
   await tab.requireAccessible();
-  await tab.page.getByRole("button", { name: "Light on" }).click();
+  await tab.press("Light on");
   await tab.seeText("The light is on.");
-  await tab.page.getByRole("button", { name: "I have found the bay" }).click();
+  await tab.press("I have found the bay");
   await tab.see("[data-step=pull]");
-  await host.ask("POST", "simulator/pull-disk", { disk: other.id });
+  await host.befall("pull-disk", other.id);
   await tab.see("[data-lost='1']");
   await tab.seeText(`NVME OD3T2210A40C of bay ${other.address} has gone as well.`);
-  await tab.page.locator("[data-step]").waitFor({ state: "detached" });
+  await tab.gone("[data-step]");
   await tab.requireAccessible();
   await tab.page.reload();
   await tab.see("[data-lost='1']");
-  await host.ask("POST", "simulator/insert-disk", { disk: "OD3T2210A40C" });
+  await host.befall("insert-disk", "OD3T2210A40C");
   await tab.see("[data-step=pull]");
-  await host.ask("POST", "simulator/pull-disk", { disk: old.id });
+  await host.befall("pull-disk", old.id);
   await tab.see("[data-step=insert]");
   await tab.page.reload();
   await tab.see("[data-step=insert]");
   await tab.requireAccessible();
-  await host.ask("POST", "simulator/insert-blank-disk", { disk: "OD3T2210A409" });
+  await host.befall("insert-blank-disk", "OD3T2210A409");
   await tab.see("[data-step=take]");
   await tab.requireAccessible();
-  await tab.page.getByRole("button", { name: "Rebuild volume: Archive" }).click();
-  await tab.page.getByRole("button", { name: "Show the plan" }).click();
-  await tab.page.getByLabel("To go on, type the name: Archive").fill("Archive");
-  await tab.page.getByRole("button", { name: "Do it" }).click();
-  await tab.seeText("It is done.");
-  await tab.page.getByRole("button", { name: "Close" }).click();
+  await tab.press("Rebuild volume: Archive");
+  await tab.press("Show the plan");
+  await tab.confirm("Archive");
+  await tab.doIt();
   await tab.see("[data-step=out]");
   await tab.requireAccessible();
-  await tab.page.getByRole("button", { name: "Finish" }).click();
+  await tab.press("Finish");
   await tab.seeText("Rebuild: Archive");
   assert.equal(await tab.page.evaluate(() => Object.keys(sessionStorage).filter((key) => key.startsWith("replace")).length), 0);
-  await tab.close();
 });
 
-test("what is of the machine as a whole is done from its page", async () => {
+story("what is of the machine as a whole is done from its page", async ({ host, signedIn }) => {
   const tab = await signedIn("administer");
-  await tab.page.goto(`${host.address}#/machine`);
-  await tab.page.getByRole("button", { name: "Set config" }).click();
-  await tab.page.getByLabel("How long a bay's light stays on").fill("30");
+  await tab.visit("machine");
+  await tab.press("Set config");
+  await tab.fill("How long a bay's light stays on", "30");
   await tab.requireAccessible();
-  await tab.page.getByRole("button", { name: "Show the plan" }).click();
-  await tab.page.getByRole("button", { name: "Do it" }).click();
-  await tab.seeText("It is done.");
-  await tab.page.getByRole("button", { name: "Close" }).click();
-  await tab.page.getByRole("button", { name: "Rescan" }).click();
-  await tab.page.getByRole("button", { name: "Show the plan" }).click();
-  await tab.page.getByRole("button", { name: "Do it" }).click();
+  await tab.plan();
+  await tab.doIt();
+  await tab.press("Rescan");
+  await tab.press("Show the plan");
+  await tab.press("Do it");
   await tab.seeText("It is done.");
   await tab.requireAccessible();
   assert.equal((await host.ask("GET", "mirn/config")).locate_timeout.value, 12); // until the host is started anew
-  await tab.close();
 });

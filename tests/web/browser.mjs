@@ -8,7 +8,7 @@ const here = path.dirname(new URL(import.meta.url).pathname);
 const require = createRequire(path.join(here, "../../web/package.json"));
 const { chromium } = require("playwright-core");
 const kAxe = readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
-const kPatience = 30_000;
+const kPatience = Number(process.env.MIRN_PATIENCE ?? 30_000); // milliseconds
 
 export const startBrowser = () =>
   chromium.launch({ executablePath: process.env.MIRN_CHROMIUM ?? "/usr/bin/chromium", args: ["--no-sandbox"] });
@@ -47,6 +47,11 @@ export class Tab {
   /** From now on such notes are what the story is about. */
   expect(...patterns) {
     this.expected.push(...patterns);
+  }
+
+  /** The host goes and comes back. */
+  expectCut() {
+    this.expect(/ERR_CONNECTION|ERR_INCOMPLETE|ERR_EMPTY/);
   }
 
   async close() {

@@ -5,6 +5,7 @@ import type { Caller, Service } from "./api/schema";
 import { PictureContext } from "./live/machine_context";
 import { kNoPicture, LivePicture, type Picture } from "./live/picture";
 import { type Place, usePlace } from "./live/place";
+import { RoleContext } from "./live/rights";
 import { useSignIn } from "./live/signed_in";
 import { messages } from "./messages/en";
 import { AboutPage } from "./pages/about";
@@ -64,9 +65,11 @@ function Console({ caller, onSignOut }: { caller: Caller; onSignOut: () => void 
           {messages.failed(picture.failure.status === 0 ? messages.noAnswer : picture.failure.message)}
         </p>
       )}
-      <PictureContext.Provider value={picture}>
-        <PageOf picture={picture} place={place} caller={caller} service={service} onSignOut={onSignOut} />
-      </PictureContext.Provider>
+      <RoleContext.Provider value={caller.role}>
+        <PictureContext.Provider value={picture}>
+          <PageOf picture={picture} place={place} caller={caller} service={service} onSignOut={onSignOut} />
+        </PictureContext.Provider>
+      </RoleContext.Provider>
     </Shell>
   );
 }

@@ -1,8 +1,13 @@
 // Who may do what, as the service's document tells.
-import { useEffect, useState } from "preact/hooks";
+import { createContext } from "preact";
+import { useContext, useEffect, useState } from "preact/hooks";
 import { operationOf } from "../api/document";
 import type { Role } from "../api/schema";
 import { messages } from "../messages/en";
+import { useOperations } from "./operations";
+
+/** The role of who is signed in, for parts deep in a page. */
+export const RoleContext = createContext<Role>("observe");
 
 const kRoles = ["none", "observe", "operate", "administer"];
 
@@ -24,4 +29,14 @@ export function useRight(operation: string, own: Role): Right {
     );
   }, [operation, own]);
   return right;
+}
+
+/** Why one may not ask for an operation, by its id; null where one may. */
+export function useReasons(): (operation: string) => string | null {
+  const own = useContext(RoleContext);
+  const known = useOperations();
+  return (operation) => {
+    const needed = known.get(operation)?.role;
+    return needed === undefined || reaches(own, needed) ? null : messages.takesRole(needed, own);
+  };
 }

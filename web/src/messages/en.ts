@@ -333,6 +333,8 @@ export const messages = {
     meant: "It was meant: go on without it",
     other: (name: string, bay: string) => `${name} of bay ${bay}`,
     stray: (bays: string, bay: string) => `A new disk is in bay ${bays}, not in bay ${bay}.`,
+    unseen: "Not every bay tells by itself that a disk has come or gone.",
+    look: "Look again",
     noneWaits: "No volume waits for it.",
     noCandidate: (volume: string) => `Volume ${volume} cannot be rebuilt onto this disk.`,
     steps: {

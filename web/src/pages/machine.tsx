@@ -1,21 +1,25 @@
 import { useState } from "preact/hooks";
 import { baysOf } from "../live/bays";
 import { kService } from "../live/change";
+import { kCreate } from "../live/draft";
 import { looksOf } from "../live/looks";
 import type { Picture } from "../live/picture";
 import type { Place } from "../live/place";
 import { relatedTo } from "../live/relations";
+import { useReasons } from "../live/rights";
 import { messages } from "../messages/en";
 import { ActionList } from "../parts/action_list";
 import { ArrayCard } from "../parts/array_card";
 import { ControllerCard } from "../parts/controller_card";
 import { ObjectPanel } from "../parts/object_panel";
+import { RightButton } from "../parts/right_button";
 
 type Pointed = { type: string; id: string } | null;
 
 /** Controllers with their bays, arrays with their volumes; who belongs to whom. */
 export function MachinePage({ picture, place }: { picture: Picture; place: Place }) {
   const [pointed, setPointed] = useState<Pointed>(null);
+  const reason = useReasons()(kCreate.operation);
   const { machine, health } = picture;
   if (!machine) return <p class="muted">{messages.loading}</p>;
   const shown = pointed ?? place.object;
@@ -25,9 +29,13 @@ export function MachinePage({ picture, place }: { picture: Picture; place: Place
     <>
       <div class="page-head">
         <h1>{messages.pages.machine}</h1>
-        <a class="button" href="#/create">
-          {messages.create.begin}
-        </a>
+        {reason === null ? (
+          <a class="button" href="#/create">
+            {messages.create.begin}
+          </a>
+        ) : (
+          <RightButton label={messages.create.begin} right={{ isThere: true, words: reason }} onPress={() => undefined} />
+        )}
       </div>
       <div class={place.object ? "with-panel" : ""}>
         {place.object && (

@@ -4,8 +4,10 @@ import type { Action, Actions } from "../api/schema";
 import { operationWords, words } from "../format/units";
 import type { Values, Wanted } from "../live/change";
 import { pageOf } from "../live/steps";
+import { useReasons } from "../live/rights";
 import { messages } from "../messages/en";
 import { ChangeDialog } from "./change_dialog";
+import { ReasonedButtons } from "./reasoned_buttons";
 
 interface Props {
   type: string;
@@ -23,6 +25,7 @@ const labelOf = (action: Action): string =>
 export function ActionList({ type, id, name, revision, offers, onDone }: Props) {
   const [actions, setActions] = useState<Action[]>([]);
   const [wanted, setWanted] = useState<Wanted | null>(null);
+  const reasonOf = useReasons();
   const done = useRef<string | null>(null);
   const isThere = name !== undefined;
   useEffect(() => {
@@ -47,22 +50,18 @@ export function ActionList({ type, id, name, revision, offers, onDone }: Props) 
   return (
     <section aria-labelledby="actions-title" class="actions">
       <h3 id="actions-title">{messages.change.title}</h3>
-      <div class="locate">
-        {shown
+      <ReasonedButtons
+        buttons={shown
           .filter((action) => action.verdict !== "refused")
-          .map((action) => (
-            <button
-              key={labelOf(action)}
-              type="button"
-              onClick={() => {
-                const given: Values = action.argument ? { [action.argument]: action.word ?? "" } : {};
-                setWanted({ operation: action.operation, type, id, name: name ?? "", given });
-              }}
-            >
-              {labelOf(action)} …
-            </button>
-          ))}
-      </div>
+          .map((action) => ({
+            label: labelOf(action),
+            reason: reasonOf(action.operation),
+            onPress: () => {
+              const given: Values = action.argument ? { [action.argument]: action.word ?? "" } : {};
+              setWanted({ operation: action.operation, type, id, name: name ?? "", given });
+            },
+          }))}
+      />
       {refused.length > 0 && (
         <details>
           <summary>{messages.change.refused(refused.length)}</summary>

@@ -3,7 +3,9 @@ import type { Job } from "../api/schema";
 import { operationWords, words } from "../format/units";
 import type { Wanted } from "../live/change";
 import { type Stop, stopsOf } from "../live/job_stops";
+import { useReasons } from "../live/rights";
 import { messages } from "../messages/en";
+import { ReasonedButtons } from "./reasoned_buttons";
 
 interface Props {
   job: Job;
@@ -14,6 +16,7 @@ interface Props {
 /** Buttons for what can be done about work that runs. */
 export function JobStop({ job, version, onWanted }: Props) {
   const [stops, setStops] = useState<Stop[] | null>(null);
+  const reasonOf = useReasons();
   useEffect(() => {
     let isHere = true;
     stopsOf(job).then(
@@ -27,20 +30,12 @@ export function JobStop({ job, version, onWanted }: Props) {
   if (stops === null) return null;
   if (stops.length === 0) return <p class="muted">{messages.jobs.noStop}</p>;
   return (
-    <div class="locate">
-      {stops.map(({ action, wanted }) => (
-        <button
-          key={`${action.operation} ${action.word}`}
-          type="button"
-          disabled={action.verdict === "refused"}
-          onClick={() => onWanted(wanted)}
-        >
-          {operationWords(action.operation)}: {words(action.word)} …
-        </button>
-      ))}
-      {stops.find(({ action }) => action.verdict === "refused") && (
-        <span class="muted">{stops.find(({ action }) => action.verdict === "refused")?.action.words}</span>
-      )}
-    </div>
+    <ReasonedButtons
+      buttons={stops.map(({ action, wanted }) => ({
+        label: `${operationWords(action.operation)}: ${words(action.word)}`,
+        reason: action.verdict === "refused" ? action.words : reasonOf(action.operation),
+        onPress: () => onWanted(wanted),
+      }))}
+    />
   );
 }

@@ -1,6 +1,7 @@
 import { useEffect, useState } from "preact/hooks";
 import { ask, Refusal } from "../api/client";
 import type { Action, Actions } from "../api/schema";
+import { useReasons } from "../live/rights";
 import { messages } from "../messages/en";
 
 const kOperation = "locatePort";
@@ -9,6 +10,7 @@ const kOperation = "locatePort";
 export function LocateButton({ portId, only }: { portId: string; only?: string }) {
   const [actions, setActions] = useState<Action[]>([]);
   const [words, setWords] = useState<string | null>(null);
+  const reason = useReasons()(kOperation);
   useEffect(() => {
     let isHere = true;
     ask<Actions>(`actions/port/${portId}`).then(
@@ -33,14 +35,14 @@ export function LocateButton({ portId, only }: { portId: string; only?: string }
         <button
           key={action.word}
           type="button"
-          disabled={action.verdict === "refused"}
+          disabled={reason !== null || action.verdict === "refused"}
           title={action.words ?? undefined}
           onClick={() => press(action.word ?? "")}
         >
           {messages.machine.locate[action.word ?? ""] ?? action.word}
         </button>
       ))}
-      <span role="status">{words ?? offered.find((each) => each.verdict === "refused")?.words}</span>
+      <span role="status">{words ?? reason ?? offered.find((each) => each.verdict === "refused")?.words}</span>
     </div>
   );
 }

@@ -5,6 +5,7 @@ import type { Machine } from "../live/picture";
 import { diskInBay, type Replacement, type ReplacementStep, strayDisks } from "../live/replacement";
 import { messages } from "../messages/en";
 import { LocateButton } from "./locate_button";
+import { LookAgain } from "./look_again";
 import { TakeDisk } from "./take_disk";
 
 interface Props {
@@ -57,9 +58,19 @@ function Doing({ machine, replacement, step, causes, revision, onKept, onFinish 
         </>
       );
     case "pull":
-      return <LocateButton portId={port} only="ENABLED" />;
+      return (
+        <>
+          <LocateButton portId={port} only="ENABLED" />
+          <LookAgain />
+        </>
+      );
     case "insert":
-      return <Stray machine={machine} replacement={replacement} />;
+      return (
+        <>
+          <Stray machine={machine} replacement={replacement} />
+          <LookAgain />
+        </>
+      );
     case "take":
       if (!fresh) return null;
       return (

@@ -2,6 +2,7 @@ import type { ObjectName, Step } from "../api/schema";
 import { operationWords } from "../format/units";
 import type { Wanted } from "../live/change";
 import { useOperations } from "../live/operations";
+import { useReasons } from "../live/rights";
 import { pageOf, wantedBy } from "../live/steps";
 import { messages } from "../messages/en";
 
@@ -14,6 +15,8 @@ interface Props {
 /** Operations that may help; a button opens the plan of one. */
 export function StepList({ steps, near, onWanted }: Props) {
   const operations = useOperations();
+  const reasonOf = useReasons();
+  const reasons = [...new Set(steps.map((step) => reasonOf(step.operation)))].filter((reason) => reason !== null);
   if (steps.length === 0) return null;
   return (
     <div class="locate">
@@ -22,7 +25,8 @@ export function StepList({ steps, near, onWanted }: Props) {
         const operation = operations.get(step.operation);
         const label = operationWords(step.operation);
         const page = pageOf(step.operation);
-        if (page) {
+        const isOff = reasonOf(step.operation) !== null;
+        if (page && !isOff) {
           return (
             <a key={index} class="button" href={page}>
               {label} …
@@ -31,11 +35,16 @@ export function StepList({ steps, near, onWanted }: Props) {
         }
         if (!operation) return <span key={index}>{label}</span>;
         return (
-          <button key={index} type="button" onClick={() => onWanted(wantedBy(step, operation, near))}>
+          <button key={index} type="button" disabled={isOff} onClick={() => onWanted(wantedBy(step, operation, near))}>
             {label} …
           </button>
         );
       })}
+      {reasons.map((reason) => (
+        <span key={reason} class="muted">
+          {reason}
+        </span>
+      ))}
     </div>
   );
 }

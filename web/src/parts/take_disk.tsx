@@ -5,6 +5,7 @@ import { operationWords } from "../format/units";
 import { useChoices } from "../live/candidates";
 import type { Wanted } from "../live/change";
 import { useOperations } from "../live/operations";
+import { useReasons } from "../live/rights";
 import { messages } from "../messages/en";
 import { ActionList } from "./action_list";
 import { ChangeDialog } from "./change_dialog";
@@ -74,13 +75,14 @@ function RebuildButton({ operation, volume, disk, revision, onWanted }: ButtonPr
   const wanted: Wanted = { operation: kRebuild, type: volume.type, id: volume.id ?? "", name: volume.name, given: {} };
   const { isAsking, items } = useChoices(operation, fieldOf(operation, kDisk), wanted, wanted.given, revision);
   const candidate = items.find((item) => item.value === disk.id);
-  const words = candidate ? candidate.words : messages.replace.noCandidate(volume.name);
+  const reason = useReasons()(kRebuild);
+  const words = reason ?? (candidate ? candidate.words : messages.replace.noCandidate(volume.name));
   return (
     <div class="locate">
       <button
         type="button"
         class="primary"
-        disabled={!candidate?.allowed}
+        disabled={reason !== null || !candidate?.allowed}
         onClick={() => onWanted({ ...wanted, given: { [kDisk]: disk.id } })}
       >
         {operationWords(kRebuild)}: {volume.name} …

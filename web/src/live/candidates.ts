@@ -3,6 +3,7 @@ import { useEffect, useState } from "preact/hooks";
 import { ask } from "../api/client";
 import type { Field, Operation } from "../api/document";
 import type { Candidates } from "../api/schema";
+import { messages } from "../messages/en";
 import { counts, missing, type Values, type Wanted } from "./change";
 
 export type Candidate = Candidates["items"][number];
@@ -35,6 +36,15 @@ export function candidatesPath(operation: Operation, field: Field, wanted: Wante
 export function judged(items: Candidate[], operation: Operation, field: Field, values: Values): Candidate[] {
   if (missing(operation, withItsWord(field, values)).every((each) => each.name === field.name)) return items;
   return items.map((item) => ({ ...item, allowed: true, errorId: null, words: null }));
+}
+
+/** What was chosen and is no candidate any more stays there, to be taken back. */
+export function withGone(choices: Choices, chosen: string[]): Candidate[] {
+  if (choices.isAsking) return [];
+  const known = new Set(choices.items.map((each) => each.value));
+  const gone = chosen.filter((value) => !known.has(value));
+  const items = gone.map((value) => ({ value, object: null, allowed: false, errorId: null, words: messages.machine.gone }));
+  return [...choices.items, ...items];
 }
 
 /** Asks anew when the others have changed, or the machine; until the answer is there the last one stays. */

@@ -1,7 +1,7 @@
 import { fieldOf } from "../api/document";
 import { labelOf } from "../format/facts";
 import { size } from "../format/units";
-import { type Choices, useChoices } from "../live/candidates";
+import { type Choices, useChoices, withGone } from "../live/candidates";
 import { kCreate, type StepProps } from "../live/draft";
 import { revisionOf, usePicture } from "../live/machine_context";
 import { messages } from "../messages/en";
@@ -53,15 +53,6 @@ function Picker({ operation, values, onValues, name }: StepProps & { name: strin
       <ChoiceList name={name} items={withGone(choices, chosen)} chosen={chosen} isMany={isMany} onChosen={take} />
     </fieldset>
   );
-}
-
-/** What was chosen and is no candidate any more stays there, to be taken back. */
-function withGone(choices: Choices, chosen: string[]): Choices["items"] {
-  if (choices.isAsking) return [];
-  const known = new Set(choices.items.map((each) => each.value));
-  const gone = chosen.filter((value) => !known.has(value));
-  const items = gone.map((value) => ({ value, object: null, allowed: false, errorId: null, words: messages.machine.gone }));
-  return [...choices.items, ...items];
 }
 
 function Sum({ chosen, choices }: { chosen: string[]; choices: Choices }) {

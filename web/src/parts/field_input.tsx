@@ -1,6 +1,6 @@
 import type { Field, Operation } from "../api/document";
 import { labelOf } from "../format/facts";
-import { useChoices } from "../live/candidates";
+import { useChoices, withGone } from "../live/candidates";
 import type { Value, Values, Wanted } from "../live/change";
 import { revisionOf, usePicture } from "../live/machine_context";
 import { messages } from "../messages/en";
@@ -26,7 +26,8 @@ export function FieldInput({ operation, field, wanted, values, onValue }: Props)
   const help = `${id}-help`;
   const isGroup = field.kind === "list" || field.unit === kMebibytes;
   const isEmpty = field.hasCandidates && !isGroup && !choices.isAsking && choices.items.length === 0;
-  const items = field.hasCandidates ? choices.items : field.words.map(wordItem);
+  const chosen = Array.isArray(value) ? value : value === undefined || value === "" ? [] : [String(value)];
+  const items = field.hasCandidates ? withGone(choices, chosen) : field.words.map(wordItem);
   const hint = (
     <span class="muted" id={help}>
       {field.help} {!field.isNeeded && messages.change.optional}
@@ -38,7 +39,7 @@ export function FieldInput({ operation, field, wanted, values, onValue }: Props)
         <legend>{labelOf(field.name)}</legend>
         {hint}
         {field.kind === "list" ? (
-          <ChoiceList name={id} items={items} chosen={(value as string[] | undefined) ?? []} isMany onChosen={onValue} />
+          <ChoiceList name={id} items={items} chosen={chosen} isMany onChosen={onValue} />
         ) : (
           <SizeInput id={id} value={String(value ?? "")} bounds={choices.size} describedBy={help} onValue={onValue} />
         )}

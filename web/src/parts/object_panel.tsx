@@ -20,6 +20,8 @@ export function ObjectPanel({ machine, type, id, revision }: Props) {
   useEffect(() => title.current?.focus(), [type, id]);
   const found = objectOf(machine, type, id);
   const port = type === "disk" ? portOfDisk(machine, id) : null;
+  // Enclosures and drives for other media stand among the disks; the service does nothing with them.
+  const isOther = machine.disks.some((disk) => disk.id === id && disk.deviceType !== "DISK");
   return (
     <aside class="card panel" aria-labelledby="panel-title" data-panel={type}>
       <div class="panel-head">
@@ -29,8 +31,8 @@ export function ObjectPanel({ machine, type, id, revision }: Props) {
         <a href="#/machine">{messages.machine.close}</a>
       </div>
       {found && port && <LocateButton key={port.id} portId={port.id} />}
-      {found && type === "disk" && <a href={`#/replace/${id}`}>{messages.replace.begin}</a>}
-      <ActionList key={`${type}/${id}`} type={type} id={id} name={found?.name} revision={revision} />
+      {found && type === "disk" && !isOther && <a href={`#/replace/${id}`}>{messages.replace.begin}</a>}
+      {!isOther && <ActionList key={`${type}/${id}`} type={type} id={id} name={found?.name} revision={revision} />}
       {found && (
         <p>
           <a href={`#/history/${type}/${id}`}>{messages.history.of}</a>

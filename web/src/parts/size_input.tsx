@@ -18,6 +18,7 @@ const kAllFree = "0";
 export function SizeInput({ id, value, bounds, describedBy, onValue }: Props) {
   const [entry, setEntry] = useState(() => entryOf(value));
   const isAll = value === kAllFree;
+  const isOutside = bounds !== null && value !== "" && !isAll && !(Number(value) >= Number(bounds.least) && Number(value) <= Number(bounds.most));
   const change = (next: { amount: string; unit: Unit }): void => {
     setEntry(next);
     onValue(mebibytesOf(next.amount, next.unit));
@@ -40,6 +41,7 @@ export function SizeInput({ id, value, bounds, describedBy, onValue }: Props) {
             autoComplete="off"
             aria-label={messages.change.amount}
             aria-describedby={describedBy}
+            aria-invalid={isOutside}
             value={entry.amount}
             onInput={(event) => change({ ...entry, amount: event.currentTarget.value })}
           />
@@ -55,7 +57,7 @@ export function SizeInput({ id, value, bounds, describedBy, onValue }: Props) {
         </div>
       )}
       {bounds && (
-        <span class="muted">
+        <span class={isOutside ? "refusal" : "muted"}>
           {messages.change.bounds(size(bytesOfMebibytes(bounds.least)), size(bytesOfMebibytes(bounds.most)))}
         </span>
       )}

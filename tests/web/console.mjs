@@ -91,13 +91,15 @@ export class Console extends Tab {
     await this.gone("dialog");
   }
 
-  /** A change from its button to its end. `fill`: what is told in its form; `name`: what is lost by it is confirmed. */
-  async change(button, { within, fill, name } = {}) {
+  /** A change from its button to its end. `fill`: what is told in its form; `name`: what is lost by it is confirmed;
+      `mayLose`: a name that is typed where the plan asks for it. */
+  async change(button, { within, fill, name, mayLose } = {}) {
     await this.press(button, within);
     await this.see("dialog[data-change]");
     await fill?.(this);
     await this.plan();
-    if (name) await this.confirm(name);
+    const isAsked = mayLose !== undefined && (await this.page.locator("#confirmation").isVisible());
+    if (name || isAsked) await this.confirm(name ?? mayLose);
     await this.doIt();
   }
 

@@ -1,5 +1,6 @@
 #include "published_form.h"
 
+#include "decimal_text.h"
 #include "list_form.h"
 
 PublishedForm& PublishedForm::text(const wchar_t* key, std::wstring value) {
@@ -13,7 +14,7 @@ PublishedForm& PublishedForm::number(const wchar_t* key, std::uint64_t value) {
 }
 
 PublishedForm& PublishedForm::size(const wchar_t* key, std::uint64_t value) {
-  return text(key, std::to_wstring(value));
+  return text(key, decimalText(value));
 }
 
 PublishedForm& PublishedForm::texts(const wchar_t* key, const std::vector<std::wstring>& values) {

@@ -173,12 +173,8 @@ ServiceObject& ServiceObject::at(std::size_t index) {
   if (isNull()) m_value = Owned<Array>();
   Array* const elements = children();
   if (!elements) throw ServiceObjectException(kNotArray);
-  try {
-    return elements->at(index);
-  } catch (const boost::bad_index&) {
-    while (elements->size() <= index) elements->push_back(new ServiceObject);
-    return elements->at(index);
-  }
+  while (elements->size() <= index) elements->push_back(new ServiceObject);
+  return (*elements)[index];
 }
 
 ServiceObject& ServiceObject::member(const std::wstring& key) {

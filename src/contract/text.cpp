@@ -1,10 +1,10 @@
 #include "text.h"
 
-#include <algorithm>
 #include <codecvt>
-#include <cstdint>
 #include <cwchar>
 #include <stdexcept>
+
+#include "ascii.h"
 
 namespace {
 
@@ -25,13 +25,6 @@ bool holdsSurrogate(const std::string& utf8) {
     if (at + 1 < utf8.size() && static_cast<unsigned char>(utf8[at + 1]) >= 0xA0) return true;
   }
   return false;
-}
-
-/// Nearly all texts are, and each of their units is itself in either form.
-template <class Text>
-bool isAscii(const Text& text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](auto unit) { return static_cast<std::uint32_t>(unit) < 0x80U; });
 }
 
 }  // namespace

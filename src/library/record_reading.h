@@ -47,9 +47,8 @@ std::vector<Record> readRecords(VEX_STATUS (*read)(VEX_HANDLE session, VEX_HANDL
   std::vector<Record> records;
   records.reserve(handles.size());
   for (const VEX_HANDLE handle : handles) {
-    Record record = {};
+    Record& record = records.emplace_back();
     raiseUnlessSuccess(read(session, handle, &record));
-    records.push_back(record);
   }
   return records;
 }

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_map>
 #include <utility>
 
+#include "identifiers.h"
 #include "record_reading.h"
+#include "sorted_list.h"
 #include "vex_codes.h"
 #include "vex_exception.h"
 
@@ -31,36 +32,40 @@ auto converted(const std::vector<Record>& records, Convert convert) {
   return objects;
 }
 
-/// `objectsOf` gives the objects under a controller.
-template <class ObjectsOf>
-IVexInfo::ControllerIds idsByController(const std::vector<Controller>& controllers, ObjectsOf objectsOf) {
+/// `idsOf` gives the ids of the objects under a controller.
+template <class IdsOf>
+IVexInfo::ControllerIds idsByController(const std::vector<Controller>& controllers, IdsOf idsOf) {
   IVexInfo::ControllerIds result;
-  for (const Controller& controller : controllers) {
-    result[controller.id()] =
-        converted(objectsOf(controller), [](const auto& object) { return object.id(); });
-  }
+  for (const Controller& controller : controllers) result[controller.id()] = idsOf(controller);
   return result;
 }
 
-/// The first phy of each device, so that thousands of devices need not walk thousands of phys each. A phy
-/// without a device (handle 0) is nobody's.
+template <class Object>
+std::vector<std::wstring> idsOf(const std::vector<Object>& objects) {
+  return converted(objects, [](const Object& object) { return object.id(); });
+}
+
+/// Finds the first phy of each device, so that thousands of devices need not walk thousands of phys each. A
+/// phy without a device (handle 0) is nobody's.
 class PhyIndex {
  public:
-  explicit PhyIndex(const std::vector<VEX_PHY_INFO>& phys) {
-    for (const VEX_PHY_INFO& phy : phys) {
-      if (phy.endDeviceHandle != 0) m_phys.emplace(phy.endDeviceHandle, phy);
-    }
+  explicit PhyIndex(std::vector<VEX_PHY_INFO> phys) : m_phys(std::move(phys)) {
+    sortStablyBy(kDeviceOf, m_phys);
   }
 
-  /// One phy, or none.
-  std::vector<VEX_PHY_INFO> of(VEX_HANDLE endDevice) const {
-    const auto found = m_phys.find(endDevice);
-    if (found == m_phys.end()) return {};
-    return {found->second};
+  /// One phy, or none, until the next look-up.
+  const std::vector<VEX_PHY_INFO>& of(VEX_HANDLE endDevice) {
+    m_found.clear();
+    if (endDevice == 0) return m_found;
+    if (const auto* const phy = findFirstBy(kDeviceOf, m_phys, endDevice)) m_found.push_back(*phy);
+    return m_found;
   }
 
  private:
-  std::unordered_map<VEX_HANDLE, VEX_PHY_INFO> m_phys;
+  static constexpr auto kDeviceOf = [](const VEX_PHY_INFO& phy) { return phy.endDeviceHandle; };
+
+  std::vector<VEX_PHY_INFO> m_phys;
+  std::vector<VEX_PHY_INFO> m_found;
 };
 
 }  // namespace
@@ -124,7 +129,7 @@ VEX_RAID_INFO VexInfo::raidOf(const VEX_CONTROLLER_INFO& controller) const {
 std::vector<EndDevice> VexInfo::getEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
                                               std::string filter) const {
   const auto records = readEndDevices(handle, scope, filter);
-  const PhyIndex phys(readPhys(handle, scope));
+  PhyIndex phys(readPhys(handle, scope));
   return converted(records, [&](const VEX_END_DEVICE_INFO& record) {
     return m_converter->toEndDevice(record, phys.of(record.endDeviceHandle));
   });
@@ -155,15 +160,17 @@ RaidLevelSupport VexInfo::getRaidLevel(const Raid& raid, RaidLevel level) const 
 }
 
 IVexInfo::ControllerIds VexInfo::getControllerArrays(const std::vector<Controller>& controllers) const {
-  return idsByController(controllers, [this](const Controller& controller) { return arraysOf(controller); });
+  return idsByController(controllers,
+                         [this](const Controller& controller) { return idsOf(arraysOf(controller)); });
 }
 
 IVexInfo::ControllerIds VexInfo::getControllerPorts(const std::vector<Controller>& controllers) const {
-  return idsByController(controllers, [this](const Controller& controller) { return portsOf(controller); });
+  return idsByController(controllers, [this](const Controller& controller) { return portIdsOf(controller); });
 }
 
 IVexInfo::ControllerIds VexInfo::getControllerVolumes(const std::vector<Controller>& controllers) const {
-  return idsByController(controllers, [this](const Controller& controller) { return volumesOf(controller); });
+  return idsByController(controllers,
+                         [this](const Controller& controller) { return idsOf(volumesOf(controller)); });
 }
 
 IVexInfo::RaidLevels VexInfo::getRaidLevels(const std::vector<Raid>& raids) const {
@@ -186,8 +193,10 @@ std::vector<Volume> VexInfo::volumesOf(const Controller& controller) const {
   return getVolumes(controller.handle(), VEX_SCOPE_CONTROLLER, "");
 }
 
-std::vector<Port> VexInfo::portsOf(const Controller& controller) const {
-  return getPorts(controller.handle(), VEX_SCOPE_CONTROLLER_PORTS);
+/// Nothing else of a port's record can be wrong, so that it takes no whole port to tell its id.
+std::vector<std::wstring> VexInfo::portIdsOf(const Controller& controller) const {
+  return converted(readPorts(controller.handle(), VEX_SCOPE_CONTROLLER_PORTS),
+                   [](const VEX_PORT_INFO& record) { return idFromUniqueId(record.uniqueId); });
 }
 
 std::vector<VEX_CONTROLLER_INFO> VexInfo::readControllers() const {

@@ -39,7 +39,7 @@ class VexInfo : public IVexInfo, private NonCopyable {
  private:
   virtual std::vector<Array> arraysOf(const Controller& controller) const;
   virtual std::vector<Volume> volumesOf(const Controller& controller) const;
-  virtual std::vector<Port> portsOf(const Controller& controller) const;
+  virtual std::vector<std::wstring> portIdsOf(const Controller& controller) const;
 
   virtual std::vector<VEX_CONTROLLER_INFO> readControllers() const;
   virtual std::vector<VEX_END_DEVICE_INFO> readEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,

@@ -5,35 +5,60 @@
 #include <unordered_set>
 
 #include "handle.h"
+#include "sorted_list.h"
 
 namespace {
+
+constexpr auto kHandleOf = [](const auto& object) { return object.handle(); };
+
+template <class Object>
+void sortByHandle(std::vector<Object>& objects) {
+  sortStablyBy(kHandleOf, objects);
+}
 
 /// Ids by handle. Of several objects with one handle the first counts; handle 0 names nothing.
 class IdsByHandle {
  public:
+  /// The list is sorted by handle. Its objects stay where they are, and keep their ids, as long as the ids
+  /// are looked up.
   template <class Object>
   explicit IdsByHandle(const std::vector<Object>& objects) {
     m_ids.reserve(objects.size());
     for (const Object& object : objects) {
-      if (object.handle() != 0) m_ids.emplace(object.handle(), object.id());
+      if (object.handle() != 0) m_ids.push_back({object.handle(), &object.id()});
     }
   }
 
   /// Null when the handle names nothing.
   const std::wstring* find(VEX_HANDLE handle) const {
-    const auto found = m_ids.find(handle);
-    return found == m_ids.end() ? nullptr : &found->second;
+    const auto* const found = findFirstBy([](const Entry& entry) { return entry.handle; }, m_ids, handle);
+    return found == nullptr ? nullptr : found->id;
   }
 
  private:
-  std::unordered_map<VEX_HANDLE, std::wstring> m_ids;
+  struct Entry {
+    VEX_HANDLE handle;
+    const std::wstring* id;
+  };
+
+  std::vector<Entry> m_ids;
 };
 
-template <class Object>
-void sortByHandle(std::vector<Object>& objects) {
-  std::stable_sort(objects.begin(), objects.end(),
-                   [](const Object& a, const Object& b) { return a.handle() < b.handle(); });
-}
+/// What the objects of a picture name each other by.
+struct Ids {
+  explicit Ids(const MirnSnapshot& snapshot)
+      : raids(snapshot.raids),
+        controllers(snapshot.controllers),
+        arrays(snapshot.arrays),
+        endDevices(snapshot.endDevices),
+        ports(snapshot.ports) {}
+
+  const IdsByHandle raids;
+  const IdsByHandle controllers;
+  const IdsByHandle arrays;
+  const IdsByHandle endDevices;
+  const IdsByHandle ports;
+};
 
 void sortIds(MirnSnapshot::IdLists& lists) {
   for (auto& list : lists) std::sort(list.second.begin(), list.second.end());
@@ -51,42 +76,36 @@ void sortSnapshot(MirnSnapshot& snapshot) {
   sortIds(snapshot.controllerVolumes);
 }
 
-void linkEndDevices(MirnSnapshot& snapshot) {
-  const IdsByHandle arrays(snapshot.arrays);
-  const IdsByHandle raids(snapshot.raids);
-  const IdsByHandle controllers(snapshot.controllers);
-  for (EndDevice& device : snapshot.endDevices) {
-    if (const auto* id = arrays.find(device.arrayHandle())) device.setArrayId(*id);
-    if (const auto* id = raids.find(device.raidHandle())) device.setRaidId(*id);
-    if (const auto* id = controllers.find(device.controllerHandle())) device.setControllerId(*id);
+void linkEndDevices(std::vector<EndDevice>& endDevices, const Ids& ids) {
+  for (EndDevice& device : endDevices) {
+    if (const auto* id = ids.arrays.find(device.arrayHandle())) device.setArrayId(*id);
+    if (const auto* id = ids.raids.find(device.raidHandle())) device.setRaidId(*id);
+    if (const auto* id = ids.controllers.find(device.controllerHandle())) device.setControllerId(*id);
   }
 }
 
-void linkVolumes(MirnSnapshot& snapshot) {
-  const IdsByHandle arrays(snapshot.arrays);
-  const IdsByHandle devices(snapshot.endDevices);
-  for (Volume& volume : snapshot.volumes) {
-    if (const auto* id = arrays.find(volume.arrayHandle())) volume.setArrayId(*id);
-    if (const auto* id = devices.find(volume.journalingDriveHandle())) volume.setJournalingDriveId(*id);
+void linkVolumes(std::vector<Volume>& volumes, const Ids& ids) {
+  for (Volume& volume : volumes) {
+    if (const auto* id = ids.arrays.find(volume.arrayHandle())) volume.setArrayId(*id);
+    if (const auto* id = ids.endDevices.find(volume.journalingDriveHandle())) {
+      volume.setJournalingDriveId(*id);
+    }
   }
 }
 
-void linkControllers(MirnSnapshot& snapshot) {
-  const IdsByHandle raids(snapshot.raids);
-  for (Controller& controller : snapshot.controllers) {
-    if (const auto* id = raids.find(controller.raidHandle())) controller.setRaidId(*id);
+void linkControllers(std::vector<Controller>& controllers, const Ids& ids) {
+  for (Controller& controller : controllers) {
+    if (const auto* id = ids.raids.find(controller.raidHandle())) controller.setRaidId(*id);
   }
 }
 
-void linkPorts(MirnSnapshot& snapshot) {
-  const IdsByHandle ports(snapshot.ports);
-  const IdsByHandle controllers(snapshot.controllers);
-  const IdsByHandle devices(snapshot.endDevices);
-  for (Port& port : snapshot.ports) {
-    if (const auto* id = ports.find(port.connectedPortHandle())) port.setConnectedPortId(*id);
-    if (const auto* id = controllers.find(port.localDeviceHandle())) port.setLocalDeviceId(*id);
-    // Later, so that an end device wins over a controller.
-    if (const auto* id = devices.find(port.localDeviceHandle())) port.setLocalDeviceId(*id);
+void linkPorts(std::vector<Port>& ports, const Ids& ids) {
+  for (Port& port : ports) {
+    if (const auto* id = ids.ports.find(port.connectedPortHandle())) port.setConnectedPortId(*id);
+    // An end device wins over a controller.
+    const auto* const device = ids.endDevices.find(port.localDeviceHandle());
+    const auto* const local = device != nullptr ? device : ids.controllers.find(port.localDeviceHandle());
+    if (local != nullptr) port.setLocalDeviceId(*local);
   }
 }
 
@@ -127,10 +146,11 @@ void adjustHotplugFlags(MirnSnapshot& snapshot) {
 
 void finishSnapshot(MirnSnapshot& snapshot) {
   sortSnapshot(snapshot);
-  linkEndDevices(snapshot);
-  linkVolumes(snapshot);
-  linkControllers(snapshot);
-  linkPorts(snapshot);
+  const Ids ids(snapshot);
+  linkEndDevices(snapshot.endDevices, ids);
+  linkVolumes(snapshot.volumes, ids);
+  linkControllers(snapshot.controllers, ids);
+  linkPorts(snapshot.ports, ids);
   linkArrays(snapshot);
   adjustHotplugFlags(snapshot);
 }

@@ -36,6 +36,18 @@ TEST(ObjectIdOfAField, IsTheSameForAllEmptyTexts) {
   EXPECT_EQ(idFromUniqueId(few), idFromUniqueId(many));
 }
 
+TEST(ObjectIdOfAField, EndsAtTheFirstNulOfANonAsciiText) {
+  const char field[24] =
+      "L\xC3\xBC"
+      "fter\0\xFF";
+  EXPECT_EQ(idFromUniqueId(field), L"15619078155520633956");
+}
+
+TEST(ObjectIdOfAField, TellsTextsApartThatDifferInTheirLastCharacter) {
+  EXPECT_NE(idFromUniqueId("0123456789ABCDEFGHIJKLM"), idFromUniqueId("0123456789ABCDEFGHIJKLN"));
+  EXPECT_NE(idFromUniqueId("0123456789ABCDEFGHIJKLM"), idFromUniqueId("0123456789ABCDEFGHIJKL\xC3\xBC"));
+}
+
 TEST(WideFromNarrow, EndsAtTheFirstNul) {
   const char field[8] = {'a', 'b', '\0', 'c', '\0', 'd', '\0', '\0'};
   EXPECT_EQ(wideFromNarrow(field), L"ab");
@@ -55,6 +67,17 @@ TEST(WideFromNarrow, KeepsBlanksAndGivesAnEmptyTextForAnEmptyField) {
 TEST(WideFromNarrow, DecodesUtf8IntoCodeUnits) {
   EXPECT_EQ(wideFromNarrow("\xC3\xBC"), L"\x00FC");
   EXPECT_EQ(wideFromNarrow("\xF0\x9F\x92\xBE"), (std::wstring{wchar_t(0xD83D), wchar_t(0xDCBE)}));
+}
+
+TEST(WideFromNarrow, LooksAtNothingBehindTheFirstNul) {
+  const char field[8] = {'a', 'b', '\0', '\xFF', '\xFF', '\xFF', '\xFF', '\xFF'};
+  EXPECT_EQ(wideFromNarrow(field), L"ab");
+}
+
+TEST(WideFromNarrow, DecodesALongTextWhoseLastCharacterAloneIsNoAscii) {
+  const std::string start(70, 'x');
+  EXPECT_EQ(wideFromNarrow(start + "\xE2\x82\xAC"), std::wstring(70, L'x') + L"\x20AC");
+  EXPECT_THROW(wideFromNarrow(start + "\xE2\x82"), std::range_error);
 }
 
 TEST(WideFromNarrow, RefusesWhatIsNotUtf8) {

@@ -180,6 +180,26 @@ TEST(SnapshotLinks, TakeTheFirstOfSeveralObjectsWithOneHandle) {
   EXPECT_EQ(finished(read).volumes.front().arrayId(), L"first");
 }
 
+TEST(SnapshotLinks, TakeTheFirstOfSeveralObjectsWithOneHandleThatAreNotInOrder) {
+  MirnSnapshot read;
+  read.arrays = {array(7, L"last"), array(1, L"first"), array(3, L"other"), array(1, L"second")};
+  read.volumes = {volume(9, L"volume").arrayHandle(1).build(), volume(8, L"far").arrayHandle(7).build()};
+  const auto volumes = finished(read).volumes;
+  EXPECT_EQ(volumes[0].arrayId(), L"last");
+  EXPECT_EQ(volumes[1].arrayId(), L"first");
+}
+
+TEST(SnapshotLinks, OfAPortPreferTheEndDeviceToTheControllerWithThatHandle) {
+  MirnSnapshot read;
+  read.controllers = {controller(4, L"controller"), controller(5, L"other controller")};
+  read.endDevices = {device(4, L"disk").build()};
+  read.ports = {port(1, L"of both").localDeviceHandle(4).build(),
+                port(2, L"of the controller").localDeviceHandle(5).build()};
+  const auto ports = finished(read).ports;
+  EXPECT_EQ(ports[0].localDeviceId(), L"disk");
+  EXPECT_EQ(ports[1].localDeviceId(), L"other controller");
+}
+
 /// Objects with links to `handle`, among others that could be meant.
 MirnSnapshot linkedTo(VEX_HANDLE handle) {
   MirnSnapshot read;

@@ -133,6 +133,21 @@ for (const [type, id, told] of [
   });
 }
 
+for (const [name, state, calls] of [
+  ["revision", "ok", true],
+  ["alarm", "unknown", true],
+  ["gap", "ok", true],
+  ["heartbeat", "ok", false],
+  ["heartbeat", "critical", false],
+  ["heartbeat", "unknown", true],
+  ["bye", "unknown", false],
+]) {
+  test(`${name} ${calls ? "calls" : "does not call"} for a look at a machine that is ${state}`, async () => {
+    const { callsForALook } = await load("live/picture.ts");
+    assert.equal(callsForALook({ name, id: null, data: {} }, { state }), calls);
+  });
+}
+
 test("bays are the ports of a controller, and behind them disks that hang on none", () => {
   const told = baysOf(kMachine, "c").map((bay) => [bay.address, bay.port?.id ?? null, bay.disk?.id ?? null]);
   assert.deepEqual(told, [["0-1", "p", "1"], ["0-9", "r", null], ["0-2", null, "2"], ["0-3", null, "3"]]);

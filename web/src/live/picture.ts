@@ -38,6 +38,10 @@ export const kNoPicture: Picture = {
 export const versionOf = ({ entries, health }: Picture): string =>
   `${entries[0]?.row ?? 0} ${health?.position.structure ?? 0} ${health?.causes.length ?? 0}`;
 
+/** What was unknown for a moment may be known again without an event, where nobody saw it change: the beat asks then. */
+export const callsForALook = ({ name }: StreamEvent, health: Health | null): boolean =>
+  name === "heartbeat" ? health?.state === "unknown" : name !== "bye";
+
 const kLatest = 12;
 const kBetween = 250; // milliseconds from one look to the next: work moves the machine's revision all the time
 const kAfterFailure = 2000;
@@ -89,7 +93,7 @@ export class LivePicture {
   }
 
   private heard(event: StreamEvent): void {
-    if (event.name !== "heartbeat" && event.name !== "bye") this.look();
+    if (callsForALook(event, this.picture.health)) this.look();
   }
 
   private async lookUntilFresh(): Promise<void> {

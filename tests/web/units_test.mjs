@@ -133,7 +133,7 @@ for (const [type, id, told] of [
   });
 }
 
-for (const [name, state, calls] of [
+for (const [name, severity, calls] of [
   ["revision", "ok", true],
   ["alarm", "unknown", true],
   ["gap", "ok", true],
@@ -142,9 +142,9 @@ for (const [name, state, calls] of [
   ["heartbeat", "unknown", true],
   ["bye", "unknown", false],
 ]) {
-  test(`${name} ${calls ? "calls" : "does not call"} for a look at a machine that is ${state}`, async () => {
+  test(`${name} ${calls ? "calls" : "does not call"} for a look at a machine that is ${severity}`, async () => {
     const { callsForALook } = await load("live/picture.ts");
-    assert.equal(callsForALook({ name, id: null, data: {} }, { state }), calls);
+    assert.equal(callsForALook({ name, id: null, data: {} }, { severity }), calls);
   });
 }
 

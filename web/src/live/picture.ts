@@ -40,7 +40,7 @@ export const versionOf = ({ entries, health }: Picture): string =>
 
 /** What was unknown for a moment may be known again without an event, where nobody saw it change: the beat asks then. */
 export const callsForALook = ({ name }: StreamEvent, health: Health | null): boolean =>
-  name === "heartbeat" ? health?.state === "unknown" : name !== "bye";
+  name === "heartbeat" ? health?.severity === "unknown" : name !== "bye";
 
 const kLatest = 12;
 const kBetween = 250; // milliseconds from one look to the next: work moves the machine's revision all the time

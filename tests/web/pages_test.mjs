@@ -154,3 +154,25 @@ story("a lesson ticks by what the machine shows, and who may not break it is tol
   await tab.press("Do it now");
   await tab.seeText("That was the lesson.");
 });
+
+story("a German browser is met in German, and whoever would rather read English has it from then on", async ({ open, host }) => {
+  const tab = await open({ locale: "de-AT" });
+  const language = () => tab.page.locator("html").getAttribute("lang");
+  await tab.page.goto(host.address);
+  await tab.seeText("Oder geben Sie ein Token an:");
+  assert.equal(await language(), "de");
+  await tab.requireAccessible();
+  await tab.page.goto(await host.signInAddress("operate"));
+  await tab.see("[data-freshness=live]");
+  await tab.page.getByRole("link", { name: "Was wäre, wenn" }).click();
+  await tab.page.getByRole("heading", { level: 1, name: "Was wäre, wenn" }).waitFor();
+  await tab.press("English");
+  await tab.page.getByRole("heading", { level: 1, name: "What if" }).waitFor();
+  assert.equal(await language(), "en");
+  await tab.page.reload();
+  await tab.page.getByRole("heading", { level: 1, name: "What if" }).waitFor();
+  await tab.press("Deutsch");
+  await tab.page.getByRole("heading", { level: 1, name: "Was wäre, wenn" }).waitFor();
+  await tab.press("Abmelden");
+  await tab.seeText("Oder geben Sie ein Token an:");
+});

@@ -489,15 +489,15 @@ for (const [out, name, disk, left] of [
 }
 
 const { kLessons, stepsDone } = await load("live/lessons.ts");
-const { messages } = await load("messages/en.ts");
+const { en } = await load("messages/en.ts");
 test("each lesson has a title and a sentence for each of its steps", () => {
   assert.ok(kLessons.length >= 6);
   for (const { id, steps } of kLessons) {
-    const texts = messages.lessons.all[id];
+    const texts = en.lessons.all[id];
     assert.ok(texts.title && texts.about, id);
     assert.equal(texts.steps.length, steps.length, id);
   }
-  assert.equal(Object.keys(messages.lessons.all).length, kLessons.length);
+  assert.equal(Object.keys(en.lessons.all).length, kLessons.length);
 });
 test("a lesson's steps are done one after the other, and a step that is not yet done holds up those behind it", () => {
   const lesson = kLessons.find(({ id }) => id === "return");
@@ -511,4 +511,104 @@ test("a lesson's steps are done one after the other, and a step that is not yet 
   assert.equal(stepsDone(lesson, 0, pictureOf([]), "machine", subject), 2);
   assert.equal(stepsDone(lesson, 2, pictureOf([disk]), "machine", subject), 3);
   assert.equal(stepsDone(lesson, 3, pictureOf([disk]), "machine", subject), 3);
+});
+
+const { de } = await load("messages/de.ts");
+const { languageOf } = await load("messages/language.ts");
+const kDocumentsOwn = ["operations", "words", "fields"]; // by names of the document, each language as far as it needs to
+
+/** All texts by their paths: plain ones as they are, others as they come out with telling values. */
+function textsOf(form, above = "") {
+  return Object.entries(form).flatMap(([key, value]) => {
+    const place = above ? `${above}.${key}` : key;
+    if (typeof value === "object") return kDocumentsOwn.includes(place) ? [] : textsOf(value, place);
+    return [[place, typeof value === "function" ? value(...kTelling) : value]];
+  });
+}
+const kTelling = [Object.assign(new Number(321), { disk: 441, volume: 442 }), 322, 323];
+const tellingIn = (text) => [...new Set(text.match(/32[1-3]|44[12]/g) ?? [])].sort();
+
+test("both catalogues have the same texts, which tell the same values", () => {
+  const [english, german] = [textsOf(en), textsOf(de)];
+  assert.deepEqual(german.map(([place]) => place), english.map(([place]) => place));
+  german.forEach(([place, text], index) => assert.deepEqual(tellingIn(text), tellingIn(english[index][1]), place));
+});
+test("nothing in the German catalogue has been left as it is in English", () => {
+  const alike = /^(?:product|work\.of|durations\..*|outcomes\.raised|signIn\.command|access\.commands\.\d\.command)$/;
+  const words = ["Name", "Level", "Plan", "Volume", "Volumes", ""];
+  const english = new Map(textsOf(en));
+  const same = textsOf(de).filter(([place, text]) => text === english.get(place) && !alike.test(place) && !words.includes(text));
+  assert.deepEqual(same.filter(([place]) => place !== "did" && place !== "jobs.object"), []);
+});
+for (const [told, one] of [
+  [de.calmVolumes(1), "Das Volume ist verfügbar."],
+  [de.create.canDisks(1), "1 Datenträger kommt in Frage."],
+  [de.create.canDisks(2), "2 Datenträger kommen in Frage."],
+  [de.create.canArrays(1), "1 Array kann es aufnehmen."],
+  [de.durations.days(1), "1 Tag"],
+  [de.durations.days(2), "2 Tage"],
+  [de.machine.controller("RAID", "1", 1), "Modus RAID, Version 1, 1 Einschub"],
+  [de.alarms.times(1), "einmal aufgetreten"],
+  [en.machine.controller("RAID", "1", 1), "RAID mode, version 1, 1 bay"],
+  [en.alarms.times(1), "came once"],
+]) {
+  test(`a number and its word agree: ${one}`, () => assert.equal(told, one));
+}
+for (const [wanted, language] of [
+  [["de-AT", "en"], "de"],
+  [["fr", "de"], "de"],
+  [["en-US", "de"], "en"],
+  [["DE"], "de"],
+  [["fr"], "en"],
+  [["constructor"], "en"],
+  [[], "en"],
+]) {
+  test(`a browser that wants ${wanted.join(", ") || "nothing"} gets ${language}`, () =>
+    assert.equal(languageOf(wanted), language));
+}
+test("in German, names that the document gives to changes, to what is known of objects, and to values are German", () => {
+  const { paths, components } = JSON.parse(readFileSync(path.join(web, "../docs/openapi.json"), "utf8"));
+  const told = Object.values(paths).flatMap((item) => Object.entries(item));
+  const changes = told.filter(([method]) => method !== "get").map(([, each]) => each);
+  assert.ok(changes.length > 20);
+  assert.deepEqual(changes.map((each) => each.operationId).filter((id) => !de.operations[id]), []);
+
+  const membersOf = (schema, above = "") =>
+    Object.entries(schema?.properties ?? {}).flatMap(([name, each]) =>
+      each.properties ? membersOf(each, `${above}${name} `) : [`${above}${name}`],
+    );
+  const mirn = changes.filter(({ operationId }) => !/^simulator|Session$|Code$|^whatIf$/.test(operationId));
+  const bodies = mirn.map((each) => each.requestBody?.content["application/json"].schema);
+  const objects = ["EndDevice", "Volume", "Array", "Controller"].map((name) => components.schemas[name]);
+  const names = new Set([...bodies, ...objects].flatMap((schema) => membersOf(schema)));
+  const query = told.find(([, each]) => each.operationId === "listHistory")[1].parameters;
+  for (const { name } of query) names.add(name);
+  assert.deepEqual([...names].filter((name) => !de.fields[name]), []);
+
+  // Those of machines, units and forms stay.
+  const stays = /^(?:SATA|NVME|NVMe|Lyx|SCU|AHCI|RAID|RAID_\d+|SIZE_\d+[KM]B|X8_[AB]|N\/A|[\d.]+ Gb\/s)$/;
+  const valuesOf = (schema) => [
+    ...(schema?.enum ?? []),
+    ...Object.values(schema?.properties ?? {}).flatMap(valuesOf),
+  ];
+  const values = new Set([...bodies, ...objects, ...query.map(({ schema }) => schema)].flatMap(valuesOf));
+  const unknown = [...values].filter((word) => !stays.test(word) && !de.words[word.replace(/^RWH_/, "")]);
+  assert.deepEqual(unknown, []);
+});
+test("numbers, sizes, dates and durations follow the language that was chosen", async () => {
+  globalThis.localStorage = { getItem: () => "de" };
+  buildSync({
+    entryPoints: [path.join(web, "src/format/units.ts")], bundle: true, format: "esm", outfile: path.join(folder, "german.mjs"),
+  });
+  const german = await import(path.join(folder, "german.mjs"));
+  delete globalThis.localStorage;
+  assert.equal(german.size("4398046511104"), "4,4 TB");
+  assert.equal(german.size("18446744073709551615"), "18.447 PB");
+  assert.equal(german.size(""), "unbekannt");
+  assert.equal(german.duration(90061), "1 Tag 1 Std.");
+  assert.equal(german.month("2026-03"), "März 2026");
+  assert.match(german.moment("2025-03-02T11:59:58Z", 0), /^2\. März 2025, \d\d:\d\d:58$/);
+  assert.equal(german.words("DEGRADED"), "Redundanz eingeschränkt");
+  assert.equal(german.operationWords("verifyVolume"), "Volume überprüfen");
+  assert.equal(german.words("SOMETHING_NEW"), "something new");
 });

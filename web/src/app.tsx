@@ -7,7 +7,8 @@ import { kNoPicture, LivePicture, type Picture } from "./live/picture";
 import { type Place, usePlace } from "./live/place";
 import { RoleContext } from "./live/rights";
 import { useSignIn } from "./live/signed_in";
-import { messages } from "./messages/en";
+import { language } from "./messages/language";
+import { messages } from "./messages/messages";
 import { AboutPage } from "./pages/about";
 import { AccessPage } from "./pages/access";
 import { AlarmsPage } from "./pages/alarms";
@@ -112,5 +113,6 @@ function PageOf({ picture, place, caller, service, onSignOut }: PageProps) {
   }
 }
 
+document.documentElement.lang = language;
 const root = document.getElementById("app");
 if (root) render(<App />, root);

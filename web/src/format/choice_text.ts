@@ -1,7 +1,7 @@
 // A value that may be chosen, in a few words.
 import type { Candidate } from "../live/candidates";
 import type { Machine } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { size, words } from "./units";
 
 /** What tells an object from others of its kind; empty where nothing is known of it. */

@@ -1,5 +1,5 @@
 import type { HistoryEntry } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { operationWords, words } from "./units";
 
 const textIn = (details: object, key: string): string | null => {
@@ -15,7 +15,7 @@ export function entryText(entry: HistoryEntry): string {
   if (told) return told;
   if (kind === "job") {
     const work = messages.work.kinds[operation ?? ""] ?? words(operation);
-    return messages.did(object ? `${work} of ${object.name}` : work, words(outcome));
+    return messages.did(object ? messages.work.of(work, object.name) : work, words(outcome));
   }
   const deed = messages.did(operation ? operationWords(operation) : words(kind), outcome ? words(outcome) : "");
   return actor ? `${actor}: ${deed}` : deed;

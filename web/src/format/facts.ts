@@ -1,5 +1,5 @@
 // A published form as lines to be read: a name and a value each.
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { size } from "./units";
 
 export interface Fact {
@@ -17,12 +17,16 @@ export function labelOf(key: string): string {
   return text.charAt(0).toUpperCase() + text.slice(1);
 }
 
+// Members whose values are words of the document.
+const kWorded = /(?:state|usage|policy|mode|type)$/i;
+
 function textOf(key: string, value: unknown): string {
   if (value === null || value === "") return messages.none;
   if (typeof value === "boolean") return value ? messages.yes : messages.no;
   if (/^(?:logical|physical)$/.test(key) && /^\d+$/.test(String(value))) return messages.bytes(Number(value));
   if (/Size$/i.test(key) && /^\d+$/.test(String(value))) return size(String(value));
-  return String(value);
+  const told = String(value);
+  return kWorded.test(key) ? (messages.words[told] ?? told) : told;
 }
 
 const idsIn = (key: string, values: unknown[]): string[] => (/Ids?$/.test(key) ? values.map(String) : []);

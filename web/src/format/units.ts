@@ -1,5 +1,5 @@
 // How numbers and moments are written, in one place.
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 const kSteps = ["B", "kB", "MB", "GB", "TB", "PB"];
 
@@ -14,7 +14,7 @@ export function size(bytes: string | undefined): string {
     step += 1;
   }
   const digits = rest < 10 && step > 0 ? 1 : 0;
-  return `${rest.toLocaleString("en", { maximumFractionDigits: digits })} ${kSteps[step]}`;
+  return `${rest.toLocaleString(messages.locale, { maximumFractionDigits: digits })} ${kSteps[step]}`;
 }
 
 const kMinute = 60;
@@ -23,18 +23,19 @@ const kDay = 24 * kHour;
 
 /** "2 h 5 min" of seconds: its two greatest parts. */
 export function duration(seconds: number): string {
-  if (seconds < kMinute) return `${Math.max(0, Math.round(seconds))} s`;
-  const parts: [number, string][] = [
-    [Math.floor(seconds / kDay), "d"],
-    [Math.floor((seconds % kDay) / kHour), "h"],
-    [Math.floor((seconds % kHour) / kMinute), "min"],
+  const told = messages.durations;
+  if (seconds < kMinute) return told.seconds(Math.max(0, Math.round(seconds)));
+  const parts: [number, (count: number) => string][] = [
+    [Math.floor(seconds / kDay), told.days],
+    [Math.floor((seconds % kDay) / kHour), told.hours],
+    [Math.floor((seconds % kHour) / kMinute), told.minutes],
   ];
-  const told = parts.filter(([count]) => count > 0).slice(0, 2);
-  return told.map(([count, unit]) => `${count} ${unit}`).join(" ");
+  const greatest = parts.filter(([count]) => count > 0).slice(0, 2);
+  return greatest.map(([count, tell]) => tell(count)).join(" ");
 }
 
-const kTime = new Intl.DateTimeFormat("en-GB", { hour: "2-digit", minute: "2-digit", second: "2-digit" });
-const kDate = new Intl.DateTimeFormat("en-GB", { day: "numeric", month: "short", year: "numeric" });
+const kTime = new Intl.DateTimeFormat(messages.locale, { hour: "2-digit", minute: "2-digit", second: "2-digit" });
+const kDate = new Intl.DateTimeFormat(messages.locale, { day: "numeric", month: "short", year: "numeric" });
 
 /** A moment as this browser's clock has it; the day, too, where it is not today's. */
 export function moment(when: string | number, now = Date.now()): string {
@@ -44,7 +45,7 @@ export function moment(when: string | number, now = Date.now()): string {
   return isToday ? kTime.format(date) : `${kDate.format(date)}, ${kTime.format(date)}`;
 }
 
-const kMonth = new Intl.DateTimeFormat("en-GB", { month: "long", year: "numeric", timeZone: "UTC" });
+const kMonth = new Intl.DateTimeFormat(messages.locale, { month: "long", year: "numeric", timeZone: "UTC" });
 
 /** "March 2026" of "2026-03". */
 export function month(text: string): string {
@@ -52,15 +53,19 @@ export function month(text: string): string {
   return Number.isNaN(date.getTime()) ? text : kMonth.format(date);
 }
 
-/** "RAID 5" of "RAID_5", "pass through" of "PASS_THROUGH": the service's own words, to be read. */
+/** "RAID 5" of "RAID_5", "pass through" of "PASS_THROUGH": the service's own words, to be read, unless the catalogue has others. */
 export function words(word: string | undefined | null): string {
   if (!word) return messages.unknown;
+  const known = messages.words[word];
+  if (known) return known;
   if (/^RAID_\d+$/.test(word)) return word.replace("_", " ");
   return word.replaceAll("_", " ").toLowerCase();
 }
 
 /** "Rebuild volume" of "rebuildVolume". */
 export function operationWords(operation: string): string {
+  const known = messages.operations[operation];
+  if (known) return known;
   const text = operation.replace(/([A-Z])/g, " $1").toLowerCase();
   return text.charAt(0).toUpperCase() + text.slice(1);
 }

@@ -1,7 +1,7 @@
 // Answers that a page asks for by itself, beside the picture that all pages share.
 import { useCallback, useEffect, useState } from "preact/hooks";
 import { ask, Refusal } from "../api/client";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** What went wrong, in the service's words where there are some. */
 export const wordsOf = (failure: unknown): string =>

@@ -3,7 +3,7 @@ import { useEffect, useState } from "preact/hooks";
 import { ask } from "../api/client";
 import type { Field, Operation } from "../api/document";
 import type { Candidates } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { counts, missing, type Values, type Wanted } from "./change";
 
 export type Candidate = Candidates["items"][number];

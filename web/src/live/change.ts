@@ -2,7 +2,7 @@
 import { ask, Refusal, type Wishes } from "../api/client";
 import type { Field, Operation } from "../api/document";
 import type { Plan } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 export type Value = string | number | boolean | string[];
 export type Values = Record<string, Value>;

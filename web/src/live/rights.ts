@@ -3,7 +3,7 @@ import { createContext } from "preact";
 import { useContext, useEffect, useState } from "preact/hooks";
 import { operationOf } from "../api/document";
 import type { Role } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { useOperations } from "./operations";
 
 /** The role of who is signed in, for parts deep in a page. */

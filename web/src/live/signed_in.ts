@@ -3,7 +3,7 @@ import { useEffect, useState } from "preact/hooks";
 import { ask, Refusal, whenSignedOut } from "../api/client";
 import type { Caller } from "../api/schema";
 import { dropToken, forgetAll, keepToken, takeCode, token } from "../api/session";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 export type SignIn =
   | { kind: "asking" }

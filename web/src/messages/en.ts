@@ -1,5 +1,8 @@
 // All that the console says by itself. What the service says (causes, plans, refusals) is shown as it comes.
-export const messages = {
+const counted = (count: number, one: string, many: string): string => (count === 1 ? `1 ${one}` : `${count} ${many}`);
+
+export const en = {
+  locale: "en-GB", // how numbers and moments are written
   product: "Mirn",
   skip: "To the content",
   unknown: "unknown",
@@ -59,15 +62,21 @@ export const messages = {
   where: "Where",
   loading: "Looking at the machine …",
 
-  bytes: (count: number) => `${count.toLocaleString("en")} bytes`,
+  bytes: (count: number) => `${count.toLocaleString("en-GB")} bytes`,
+  durations: {
+    days: (count: number) => `${count} d`,
+    hours: (count: number) => `${count} h`,
+    minutes: (count: number) => `${count} min`,
+    seconds: (count: number) => `${count} s`,
+  },
   yes: "yes",
   no: "no",
   machine: {
     free: "free",
     gone: "This object is not there any more.",
     close: "Close",
-    controller: (mode: string, version: string, bays: number) => `${mode} mode, version ${version}, ${bays} bays`,
-    array: (disks: number, total: string, free: string) => `${disks} disks, ${total} together, ${free} free`,
+    controller: (mode: string, version: string, bays: number) => `${mode} mode, version ${version}, ${counted(bays, "bay", "bays")}`,
+    array: (disks: number, total: string, free: string) => `${counted(disks, "disk", "disks")}, ${total} together, ${free} free`,
     locate: { ENABLED: "Light on", DISABLED: "Light out" } as Record<string, string>,
     lights: { ENABLED: "The light is on.", DISABLED: "The light is out." } as Record<string, string>,
   },
@@ -77,6 +86,9 @@ export const messages = {
     rwhPolicy: "Write-hole policy",
     locate_timeout: "How long a bay's light stays on",
   } as Record<string, string>,
+  // The document's own names; those that are not here are read as they stand.
+  operations: {} as Record<string, string>,
+  words: {} as Record<string, string>,
   change: {
     title: "What can be done",
     refused: (count: number) => (count === 1 ? "Why one thing cannot be done" : `Why ${count} things cannot be done`),
@@ -108,6 +120,7 @@ export const messages = {
     left: (time: string) => `about ${time} left`,
     leftUnknown: "time left not known yet",
     by: (actor: string) => (actor === "machine" ? "begun by the machine itself" : `begun by ${actor}`),
+    of: (kind: string, name: string) => `${kind} of ${name}`,
     kinds: {
       rebuild: "Rebuild",
       initialize: "Initialisation",
@@ -167,7 +180,7 @@ export const messages = {
     noneCleared: "No alarm has been open before.",
     raised: "since",
     over: "over since",
-    times: (count: number) => `came ${count} times`,
+    times: (count: number) => (count === 1 ? "came once" : `came ${count} times`),
     acknowledge: "Take notice",
     noticed: (by: string) => `Noticed by ${by},`,
   },
@@ -229,7 +242,7 @@ export const messages = {
       critical: "The next fault may take data along",
     },
     days: "Volumes count as verified",
-    withinDays: (days: number) => `within the last ${days} days`,
+    withinDays: (days: number) => (days === 1 ? "within the last day" : `within the last ${days} days`),
     checks: "What was looked at",
     states: { ok: "nothing found", found: "something found", unknown: "not known" },
     kinds: {
@@ -470,3 +483,5 @@ export const messages = {
     } as Record<string, { title: string; about: string; steps: ((names: { disk: string; volume: string }) => string)[] }>,
   },
 };
+
+export type Messages = typeof en;

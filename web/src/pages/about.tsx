@@ -3,7 +3,7 @@ import type { Role, Service, Version } from "../api/schema";
 import { factsOf } from "../format/facts";
 import { useAnswer } from "../live/answer";
 import { useRight } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { DownloadButton } from "../parts/download_button";
 import { FactList } from "../parts/fact_list";
 

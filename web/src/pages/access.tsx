@@ -1,6 +1,6 @@
 import { sessionEnd } from "../api/session";
 import type { Caller } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { CommandList } from "../parts/command_list";
 import { MomentText } from "../parts/moment_text";
 

@@ -3,7 +3,7 @@ import type { Alarm, Role } from "../api/schema";
 import { usePaged } from "../live/answer";
 import { type Picture, versionOf } from "../live/picture";
 import { useRight } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { AlarmCard } from "../parts/alarm_card";
 import { PagedList } from "../parts/paged_list";
 

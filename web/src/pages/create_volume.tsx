@@ -9,7 +9,7 @@ import { revisionOf } from "../live/machine_context";
 import { useOperations } from "../live/operations";
 import type { Machine, Picture } from "../live/picture";
 import type { Place } from "../live/place";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ComingCard } from "../parts/coming_card";
 import { CreateDeed } from "../parts/create_deed";
 import { CreateDisks } from "../parts/create_disks";

@@ -8,7 +8,7 @@ import { type Filter, filterFields, narrowed } from "../live/history_filter";
 import type { Picture } from "../live/picture";
 import type { Place } from "../live/place";
 import { useRight } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { type Column, DataTable } from "../parts/data_table";
 import { DownloadButton } from "../parts/download_button";
 import { HistoryForm } from "../parts/history_form";

@@ -1,7 +1,7 @@
 import { useState } from "preact/hooks";
 import type { Wanted } from "../live/change";
 import { type Picture, versionOf } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ChangeDialog } from "../parts/change_dialog";
 import { EndedJobs } from "../parts/ended_jobs";
 import { JobStatistics } from "../parts/job_statistics";

@@ -7,7 +7,7 @@ import type { Picture } from "../live/picture";
 import type { Place } from "../live/place";
 import { relatedTo } from "../live/relations";
 import { useReasons } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ActionList } from "../parts/action_list";
 import { ArrayCard } from "../parts/array_card";
 import { ControllerCard } from "../parts/controller_card";

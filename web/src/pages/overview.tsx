@@ -2,7 +2,7 @@ import { useState } from "preact/hooks";
 import type { Health } from "../api/schema";
 import type { Wanted } from "../live/change";
 import type { Picture } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { CauseCard } from "../parts/cause_card";
 import { ChangeDialog } from "../parts/change_dialog";
 import { EntryList } from "../parts/entry_list";

@@ -3,7 +3,7 @@ import type { Readiness } from "../api/schema";
 import { useAnswer } from "../live/answer";
 import type { Wanted } from "../live/change";
 import { type Picture, versionOf } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ChangeDialog } from "../parts/change_dialog";
 import { CheckList } from "../parts/check_list";
 import { ExposureChart } from "../parts/exposure_chart";

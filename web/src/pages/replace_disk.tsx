@@ -3,7 +3,7 @@ import { forget, useKept } from "../live/kept";
 import { revisionOf } from "../live/machine_context";
 import type { Machine, Picture } from "../live/picture";
 import { begun, keptAt, lostOthers, type Replacement, stepOf } from "../live/replacement";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { LostOthers } from "../parts/lost_others";
 import { ReplaceStep } from "../parts/replace_step";
 import { ReplaceSteps } from "../parts/replace_steps";

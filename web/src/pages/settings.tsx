@@ -1,7 +1,7 @@
 import type { Role, Setting } from "../api/schema";
 import { useAnswer } from "../live/answer";
 import { useRight } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { SettingForm } from "../parts/setting_form";
 
 /** The service's settings. */

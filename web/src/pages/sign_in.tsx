@@ -1,5 +1,6 @@
 import { useState } from "preact/hooks";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
+import { LanguageChoice } from "../parts/language_choice";
 
 interface Props {
   words: string | null;
@@ -38,6 +39,9 @@ export function SignInPage({ words, onToken }: Props) {
             {messages.signIn.button}
           </button>
         </form>
+      </div>
+      <div class="sign-in-foot">
+        <LanguageChoice />
       </div>
     </main>
   );

@@ -5,7 +5,7 @@ import { duration } from "../format/units";
 import { wordsOf } from "../live/answer";
 import { type NamedObject, objectsOf } from "../live/objects";
 import type { Picture } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { WhatIfForm } from "../parts/whatif_form";
 import { WhatIfView } from "../parts/whatif_view";
 

@@ -5,7 +5,7 @@ import { operationWords, words } from "../format/units";
 import type { Values, Wanted } from "../live/change";
 import { pageOf } from "../live/steps";
 import { useReasons } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ChangeDialog } from "./change_dialog";
 import { ReasonedButtons } from "./reasoned_buttons";
 

@@ -3,7 +3,7 @@ import { ask } from "../api/client";
 import type { Alarm } from "../api/schema";
 import { wordsOf } from "../live/answer";
 import type { Right } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { MomentText } from "./moment_text";
 import { ObjectLink } from "./object_link";
 import { RightButton } from "./right_button";

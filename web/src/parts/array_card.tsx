@@ -1,7 +1,7 @@
 import type { StorageArray, Volume } from "../api/schema";
 import { size, words } from "../format/units";
 import type { Looks } from "../live/looks";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { grow } from "./grow";
 import { SeverityMark } from "./severity_mark";
 

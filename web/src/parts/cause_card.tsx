@@ -1,6 +1,6 @@
 import type { Cause } from "../api/schema";
 import type { Wanted } from "../live/change";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { MomentText } from "./moment_text";
 import { ObjectLink } from "./object_link";
 import { SeverityMark } from "./severity_mark";

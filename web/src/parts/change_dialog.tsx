@@ -3,7 +3,7 @@ import { type Operation, operationOf } from "../api/document";
 import { operationWords } from "../format/units";
 import { counts, failureWords, isWhole, type Values, type Wanted } from "../live/change";
 import { useDeed } from "../live/deed";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { DeedView } from "./deed_view";
 import { FieldInput } from "./field_input";
 import { TargetInput } from "./target_input";

@@ -1,6 +1,6 @@
 import type { Readiness, Severity } from "../api/schema";
 import { words } from "../format/units";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { SeverityMark } from "./severity_mark";
 
 const t = messages.readiness;

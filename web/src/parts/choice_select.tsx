@@ -3,7 +3,7 @@ import { choiceFacts, choiceName } from "../format/choice_text";
 import type { Candidate } from "../live/candidates";
 import type { Value } from "../live/change";
 import { usePicture } from "../live/machine_context";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props {
   id: string;

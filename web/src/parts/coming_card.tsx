@@ -2,7 +2,7 @@ import { size, words } from "../format/units";
 import { comingArray, type ComingArray, type Part } from "../live/coming";
 import type { Forecast } from "../live/forecast";
 import type { Machine } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { grow } from "./grow";
 
 /** The array as it will be, as wide as the sizes that the plan tells. */

@@ -1,6 +1,6 @@
 import type { Controller } from "../api/schema";
 import type { Bay } from "../live/bays";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { DiskTile } from "./disk_tile";
 import type { Looks } from "../live/looks";
 

@@ -3,7 +3,7 @@ import { isWhole } from "../live/change";
 import { useDeed } from "../live/deed";
 import { kCreate, kDraft, type StepProps } from "../live/draft";
 import { forget } from "../live/kept";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { DeedView } from "./deed_view";
 
 /** What will come of it, and the deed. */

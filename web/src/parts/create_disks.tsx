@@ -4,7 +4,7 @@ import { size } from "../format/units";
 import { type Choices, useChoices, withGone } from "../live/candidates";
 import { kCreate, type StepProps } from "../live/draft";
 import { revisionOf, usePicture } from "../live/machine_context";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ChoiceList } from "./choice_list";
 
 /** Disks for a new array, or an array that takes the volume in. */

@@ -4,7 +4,7 @@ import { useChoices, type Candidate, type Choices } from "../live/candidates";
 import type { Values } from "../live/change";
 import { kCreate, type StepProps } from "../live/draft";
 import { revisionOf, usePicture } from "../live/machine_context";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** How data and redundancy lie; for each level, what could take it now. */
 export function CreateLevel({ operation, values, onValues }: StepProps) {

@@ -1,7 +1,7 @@
 import { useEffect, useState } from "preact/hooks";
 import type { ComponentChildren } from "preact";
 import type { Deed } from "../live/deed";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { PlanView } from "./plan_view";
 
 interface Props {

@@ -1,7 +1,7 @@
 import type { Severity } from "../api/schema";
 import { size, words } from "../format/units";
 import type { Bay } from "../live/bays";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { SeverityMark } from "./severity_mark";
 
 interface Props {

@@ -2,7 +2,7 @@ import { useState } from "preact/hooks";
 import { wordsOf } from "../live/answer";
 import { download } from "../live/download";
 import type { Right } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { RightButton } from "./right_button";
 
 interface Props {

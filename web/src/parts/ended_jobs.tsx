@@ -1,7 +1,7 @@
 import type { Job } from "../api/schema";
 import { duration, words } from "../format/units";
 import { usePaged } from "../live/answer";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { type Column, DataTable } from "./data_table";
 import { MomentText } from "./moment_text";
 import { ObjectLink } from "./object_link";

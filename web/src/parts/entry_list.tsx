@@ -1,6 +1,6 @@
 import type { HistoryEntry } from "../api/schema";
 import { entryText } from "../format/entry_text";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { MomentText } from "./moment_text";
 import { SeverityMark } from "./severity_mark";
 

@@ -1,6 +1,6 @@
 import type { Readiness } from "../api/schema";
 import { duration, month } from "../format/units";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 const t = messages.readiness;
 

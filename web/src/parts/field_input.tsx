@@ -3,7 +3,7 @@ import { labelOf } from "../format/facts";
 import { useChoices, withGone } from "../live/candidates";
 import type { Value, Values, Wanted } from "../live/change";
 import { revisionOf, usePicture } from "../live/machine_context";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ChoiceList } from "./choice_list";
 import { ChoiceSelect } from "./choice_select";
 import { SizeInput } from "./size_input";

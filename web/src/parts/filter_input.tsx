@@ -4,7 +4,7 @@ import { labelOf } from "../format/facts";
 import { words } from "../format/units";
 import { roleOfWord } from "../live/history_filter";
 import { reaches } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 export interface Choice {
   value: string;

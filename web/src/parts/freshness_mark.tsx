@@ -1,6 +1,6 @@
 import { moment } from "../format/units";
 import type { Freshness } from "../live/freshness";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** Whether the page shows what is, or what was. */
 export function FreshnessMark({ freshness }: { freshness: Freshness }) {

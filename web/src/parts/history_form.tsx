@@ -4,7 +4,7 @@ import type { Role } from "../api/schema";
 import { objectsOf } from "../live/objects";
 import type { Filter } from "../live/history_filter";
 import type { Machine } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { FilterInput } from "./filter_input";
 
 interface Props {

@@ -1,7 +1,7 @@
 import type { JobCount, Volume } from "../api/schema";
 import { duration, words } from "../format/units";
 import { useAnswer } from "../live/answer";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { type Column, DataTable } from "./data_table";
 
 const t = messages.jobs;

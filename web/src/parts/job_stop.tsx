@@ -4,7 +4,7 @@ import { operationWords, words } from "../format/units";
 import type { Wanted } from "../live/change";
 import { type Stop, stopsOf } from "../live/job_stops";
 import { useReasons } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ReasonedButtons } from "./reasoned_buttons";
 
 interface Props {

@@ -3,7 +3,7 @@ import { kLessons, type Lesson, type Subject } from "../live/lessons";
 import type { Picture } from "../live/picture";
 import type { Right } from "../live/rights";
 import type { Simulator } from "../live/simulator";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { RightButton } from "./right_button";
 
 const t = messages.lessons;

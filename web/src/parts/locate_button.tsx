@@ -2,7 +2,7 @@ import { useEffect, useState } from "preact/hooks";
 import { ask, Refusal } from "../api/client";
 import type { Action, Actions } from "../api/schema";
 import { useReasons } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 const kOperation = "locatePort";
 

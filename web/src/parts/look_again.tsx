@@ -2,7 +2,7 @@ import { useState } from "preact/hooks";
 import { ask } from "../api/client";
 import { wordsOf } from "../live/answer";
 import { useReasons } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { RightButton } from "./right_button";
 
 const kOperation = "rescan";

@@ -1,5 +1,5 @@
 import type { Other, Replacement } from "../live/replacement";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props {
   replacement: Replacement;

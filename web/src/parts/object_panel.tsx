@@ -3,7 +3,7 @@ import { type Fact, factsOf } from "../format/facts";
 import { portOfDisk } from "../live/bays";
 import { objectOf } from "../live/objects";
 import type { Machine } from "../live/picture";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ActionList } from "./action_list";
 import { LocateButton } from "./locate_button";
 

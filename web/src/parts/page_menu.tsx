@@ -1,6 +1,6 @@
 import { useEffect, useState } from "preact/hooks";
 import { kPages, type Place } from "../live/place";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** The pages: a row of links; on a narrow window one button that opens them. */
 export function PageMenu({ place }: { place: Place }) {

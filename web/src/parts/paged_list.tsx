@@ -1,6 +1,6 @@
 import type { ComponentChildren } from "preact";
 import type { Paged } from "../live/answer";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props<Item> {
   paged: Paged<Item>;

@@ -1,6 +1,6 @@
 import type { Plan } from "../api/schema";
 import { duration } from "../format/units";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** What a change will do, before it is done. */
 export function PlanView({ plan }: { plan: Plan }) {

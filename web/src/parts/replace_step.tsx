@@ -3,7 +3,7 @@ import type { Cause } from "../api/schema";
 import { objectOf } from "../live/objects";
 import type { Machine } from "../live/picture";
 import { diskInBay, type Replacement, type ReplacementStep, strayDisks } from "../live/replacement";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { LocateButton } from "./locate_button";
 import { LookAgain } from "./look_again";
 import { TakeDisk } from "./take_disk";

@@ -1,5 +1,5 @@
 import { kReplacementSteps, type ReplacementStep } from "../live/replacement";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** All steps, with those that are done and the one that is to be done now. */
 export function ReplaceSteps({ step }: { step: ReplacementStep }) {

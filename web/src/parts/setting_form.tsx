@@ -4,7 +4,7 @@ import type { Setting } from "../api/schema";
 import { labelOf } from "../format/facts";
 import { wordsOf } from "../live/answer";
 import type { Right } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props {
   name: string;

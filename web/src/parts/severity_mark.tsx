@@ -1,5 +1,5 @@
 import type { Severity } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** A shape for each severity, so that none is told by its colour alone. */
 const kShapes: Record<Severity, string> = {

@@ -1,9 +1,10 @@
 import type { ComponentChildren } from "preact";
 import type { Caller, Service } from "../api/schema";
 import type { Freshness } from "../live/freshness";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import type { Place } from "../live/place";
 import { FreshnessMark } from "./freshness_mark";
+import { LanguageChoice } from "./language_choice";
 import { PageMenu } from "./page_menu";
 
 interface Props {
@@ -33,6 +34,7 @@ export function Shell({ place, caller, service, freshness, onSignOut, drawer, ch
           <span class="muted" data-role={caller.role}>
             {messages.signedInAs(caller.role)}
           </span>
+          <LanguageChoice />
           <button type="button" class="quiet" onClick={onSignOut}>
             {messages.signOut}
           </button>

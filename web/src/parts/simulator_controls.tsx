@@ -3,7 +3,7 @@ import { objectsOf } from "../live/objects";
 import type { Machine } from "../live/picture";
 import type { Right } from "../live/rights";
 import type { Simulator } from "../live/simulator";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 const t = messages.simulator;
 const kHour = 3_600_000; // milliseconds

@@ -5,7 +5,7 @@ import type { Picture } from "../live/picture";
 import type { Page } from "../live/place";
 import { useRight } from "../live/rights";
 import { useSimulator } from "../live/simulator";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { type LessonRun, LessonView } from "./lesson_view";
 import { SimulatorControls } from "./simulator_controls";
 

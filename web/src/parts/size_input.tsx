@@ -2,7 +2,7 @@ import { useState } from "preact/hooks";
 import type { Choices } from "../live/candidates";
 import { bytesOfMebibytes, entryOf, kUnits, mebibytesOf, type Unit } from "../format/size_entry";
 import { size } from "../format/units";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props {
   id: string;

@@ -4,7 +4,7 @@ import type { Wanted } from "../live/change";
 import { useOperations } from "../live/operations";
 import { useReasons } from "../live/rights";
 import { pageOf, wantedBy } from "../live/steps";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props {
   steps: Step[];

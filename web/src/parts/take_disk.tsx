@@ -6,7 +6,7 @@ import { useChoices } from "../live/candidates";
 import type { Wanted } from "../live/change";
 import { useOperations } from "../live/operations";
 import { useReasons } from "../live/rights";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ActionList } from "./action_list";
 import { ChangeDialog } from "./change_dialog";
 

@@ -5,7 +5,7 @@ import { choiceFacts } from "../format/choice_text";
 import { failureWords, type Wanted } from "../live/change";
 import { usePicture } from "../live/machine_context";
 import { objectsOf } from "../live/objects";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 interface Props {
   wanted: Wanted;

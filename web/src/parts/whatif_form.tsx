@@ -1,7 +1,7 @@
 import { useState } from "preact/hooks";
 import type { WhatIfEvent } from "../api/schema";
 import type { NamedObject } from "../live/objects";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 const t = messages.whatIf;
 const kHour = 3600;

@@ -1,7 +1,7 @@
 import type { ComponentChildren } from "preact";
 import type { WhatIf } from "../api/schema";
 import { duration, words } from "../format/units";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ObjectLink } from "./object_link";
 
 const t = messages.whatIf;

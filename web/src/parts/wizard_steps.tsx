@@ -1,4 +1,4 @@
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 
 /** Where one is on the way, and what can be gone back to. */
 export function WizardSteps({ step, furthest }: { step: number; furthest: number }) {

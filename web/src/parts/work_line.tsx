@@ -1,6 +1,6 @@
 import type { Job } from "../api/schema";
 import { duration, words } from "../format/units";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { ObjectLink } from "./object_link";
 
 /** Work that goes on: how far it is, and how long it will take. */

@@ -1,5 +1,5 @@
 import type { Job } from "../api/schema";
-import { messages } from "../messages/en";
+import { messages } from "../messages/messages";
 import { WorkLine } from "./work_line";
 
 /** Work that goes on in the machine, with how far it is. */

@@ -76,7 +76,9 @@ export class Tab {
 
   /** When nothing on the page waits for its first answer any more. */
   settled() {
-    return this.page.waitForFunction(() => !/Looking …|Looking at the machine …/.test(document.body.innerText));
+    return this.page.waitForFunction(
+      () => !/Looking …|Looking at the machine …|Suche läuft …|Die Maschine wird abgefragt …/.test(document.body.innerText),
+    );
   }
 
   /** What people with other means than eyes and mouse could not use. */

@@ -8,6 +8,7 @@ that the document does not know is a fault. Hosts that served the test plug-in a
 
 With --all, after all tests: which operations answered with which statuses is held to never_seen.txt beside this, the
 list of those that no test brings about. It may only shrink: what it lacks is a fault, and so is a line that was seen.
+What random clients come across is judged, too, but not counted, since another run may not.
 An answer that operations share without a word of their own counts once for all of them.
 """
 
@@ -93,8 +94,8 @@ class Judge:
         self.seen = collections.Counter()
         self.judged = 0
 
-    def faults(self, exchange, module):
-        """The faults of one exchange."""
+    def faults(self, exchange, module, counts=True):
+        """The faults of one exchange, and that its answer was seen if it `counts`."""
         path = urllib.parse.unquote(exchange["target"].split("?")[0])
         is_other = module.endswith("host_test_plugin.so") or (not module and self.product.item(path) is None)
         document = self.other if is_other else self.product
@@ -109,6 +110,8 @@ class Judge:
         operation = methods.get("GET" if method == "HEAD" else method)
         if operation is None:
             return list(self.elsewhere(document, exchange))
+        if counts and document.response(operation, status) is not None:
+            self.seen[document.name_of(operation, status)] += 1
         return list(self.of_operation(document, operation, exchange))
 
     def elsewhere(self, document, exchange):
@@ -122,7 +125,6 @@ class Judge:
         if response is None:
             yield f"{operation['operationId']} is not said to answer {exchange['status']}"
             return
-        self.seen[document.name_of(operation, exchange["status"])] += 1
         for name, header in response.get("headers", {}).items():
             present = {told.lower() for told in exchange["headers"]}
             if document.resolved(header).get("required") and name.lower() not in present:
@@ -168,15 +170,18 @@ class Judge:
 
 
 def exchanges_in(folder):
-    """Each with the module that its host served."""
+    """Each with the module that its host served, and whether it counts."""
     for path in sorted(folder.glob("*.jsonl")):
-        modules = {}
+        modules, at_random = {}, set()
         for line in path.read_text(encoding="utf-8", errors="replace").splitlines():
             told = json.loads(line)
             if "module" in told:
                 modules[told["port"]] = told["module"]
+                at_random.discard(told["port"])
+            elif "atRandom" in told:
+                at_random.add(told["port"])
             else:
-                yield told, modules.get(told["port"], "")
+                yield told, modules.get(told["port"], ""), told["port"] not in at_random
 
 
 def document_served(host, module):
@@ -221,8 +226,8 @@ def main():
     other = Document(document_served(options.host, options.other)) if options.other else None
     judge = Judge(Document(json.loads(DOCUMENT.read_text(encoding="utf-8"))), other)
     faults = collections.Counter()
-    for exchange, module in exchanges_in(options.folder):
-        for fault in judge.faults(exchange, module):
+    for exchange, module, counts in exchanges_in(options.folder):
+        for fault in judge.faults(exchange, module, counts):
             faults[f"{exchange['method']} {exchange['target'][:120]}: {fault}"] += 1
     print(f"{judge.judged} exchanges judged")
     if not judge.judged:

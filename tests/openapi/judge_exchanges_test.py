@@ -2,9 +2,11 @@
 """Shows that judge_exchanges.py finds what it is there for."""
 
 import json
+import pathlib
+import tempfile
 import unittest
 
-from judge_exchanges import Document, Judge
+from judge_exchanges import Document, Judge, exchanges_in
 
 PROBLEM = {"schema": {"type": "object", "required": ["status"]}}
 NOT_FOUND = {"description": "", "content": {"application/problem+json": PROBLEM}}
@@ -84,6 +86,16 @@ class JudgeExchangesTest(unittest.TestCase):
         self.faults("GET", "/a", 200, [])
         self.faults("PUT", "/a/7", 404, {"status": 404}, PROBLEM_TYPE)
         self.assertEqual({"listA 200": 1, "any operation 404 NotFound": 1}, dict(self.judge.seen))
+
+    def test_what_random_clients_come_across_is_judged_and_not_counted(self):
+        lines = [{"port": 1, "module": "mirn_plugin.so"}, {"port": 1, "atRandom": True},
+                 {"port": 1, **exchange("GET", "/a", 200, [{}])}, {"port": 2, **exchange("PUT", "/a/7", 204, headers={})},
+                 {"port": 1, "module": "mirn_plugin.so"}, {"port": 1, **exchange("PUT", "/a/7", 204, headers={})}]
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "1.jsonl").write_text("".join(json.dumps(line) + "\n" for line in lines))
+            faults = [self.judge.faults(*told) for told in exchanges_in(pathlib.Path(folder))]
+        self.assertEqual([1, 0, 0], [len(each) for each in faults])
+        self.assertEqual({"setA 204": 2}, dict(self.judge.seen))
 
     def test_hosts_of_another_plugin_are_judged_by_their_own_document(self):
         other = Document({"components": DOCUMENT["components"], "paths": {"/c/{rest}": {"get": {

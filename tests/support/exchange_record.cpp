@@ -41,6 +41,8 @@ bool isWanted() { return folderOfExchanges() != nullptr; }
 
 void addHost(std::uint16_t port, const std::string& module) { write({{"port", port}, {"module", module}}); }
 
+void addRandomClient(std::uint16_t port) { write({{"port", port}, {"atRandom", true}}); }
+
 void add(std::uint16_t port, const http::request<http::string_body>& request,
          const http::response<http::string_body>& response) {
   if (response.body().size() > kLargestBody) return;

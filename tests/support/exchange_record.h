@@ -16,6 +16,9 @@ bool isWanted();
 /// From now on `port` is a host that serves `module`.
 void addHost(std::uint16_t port, const std::string& module);
 
+/// What that host is asked is left to chance: no exchange with it counts as one that the tests bring about.
+void addRandomClient(std::uint16_t port);
+
 void add(std::uint16_t port, const boost::beast::http::request<boost::beast::http::string_body>& request,
          const boost::beast::http::response<boost::beast::http::string_body>& response);
 

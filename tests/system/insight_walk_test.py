@@ -16,6 +16,7 @@ import sys
 import tempfile
 
 from insight_machine import Machine
+from local_host import LocalHost
 
 STEPS, RENEWAL, RESTART = 2000, 150, 400
 INCIDENTS = ["fail-disk", "pull-disk", "insert-disk", "insert-blank-disk", "lock-disk", "raise-smart-event"]
@@ -54,7 +55,7 @@ class Walk:
         action, body = self.random.choice([
             ("verify", {"action": "START", "repair": self.random.random() < 0.5}), ("verify", {"action": "CANCEL"}),
             ("init", {"action": "START"}), ("init", {"action": "CANCEL"}), ("rebuild", {"diskId": disk}),
-            ("name", {"name": f"Volume {self.random.randrange(1000)}"}), ("normal", {})])
+            ("name", {"name": f"Volume {self.random.randrange(1000)}"}), ("marknormal", None)])
         self.ask("PUT", f"{path}/{action}", body)
 
     def removal(self):
@@ -65,7 +66,7 @@ class Walk:
     def disk_change(self):
         disk = self.random.choice(self.machine.get("mirn/enddevices"))["id"]
         action, body = self.random.choice([("spare", {"action": "MARK"}), ("spare", {"action": "UNMARK"}),
-                                           ("resetsmart", {}), ("clear", {}), ("normal", {})])
+                                           ("resetsmart", None), ("clear", None), ("marknormal", None)])
         self.ask("PUT", f"mirn/disks/{disk}/{action}", body)
 
     def acknowledgement(self):
@@ -95,6 +96,7 @@ class Walk:
 def main(program, module, scenario, steps=STEPS, seed=None):
     seed = random.SystemRandom().randrange(1 << 32) if seed is None else int(seed)
     print("seed", seed, flush=True)
+    LocalHost.is_asked_at_random = True
     with tempfile.TemporaryDirectory(prefix="mirn-") as folder:
         machine = Machine(program, module, pathlib.Path(folder))
         walk = Walk(machine, json.loads(pathlib.Path(scenario).read_text()), seed)

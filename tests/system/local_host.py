@@ -17,12 +17,12 @@ def end_with_parent():
     ctypes.CDLL(None).prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
 
 
-def record_exchange(port, module, method, target, body, answer, text):
-    """As tests/support/exchange_record.h does."""
+def record_exchange(port, module, method, target, body, answer, text, at_random=False):
+    """As tests/support/exchange_record.h does; `at_random`: the client is a random one."""
     folder = os.environ.get("MIRN_EXCHANGES")
     if folder is None:
         return
-    lines = [{"port": port, "module": str(module)},
+    lines = [{"port": port, "module": str(module)}, *([{"port": port, "atRandom": True}] if at_random else []),
              {"port": port, "method": method, "target": target, "type": "" if body is None else "application/json",
               "body": "" if body is None else json.dumps(body), "status": answer.status,
               "headers": dict(answer.getheaders()), "answer": text}]
@@ -33,6 +33,7 @@ def record_exchange(port, module, method, target, body, answer, text):
 class LocalHost:
     """One process. Its state, settings and token are files of `folder`, which the next one finds."""
 
+    is_asked_at_random = False
     SETTINGS = "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n"
 
     def __init__(self, program, module, folder, arguments=(), terminal=None, launcher=(), descriptors=(), **environment):
@@ -79,7 +80,8 @@ class LocalHost:
             connection.request(method, "/api/v1/" + path, body and json.dumps(body), headers)
             answer = connection.getresponse()
             text = answer.read()
-            record_exchange(self.port, self.module, method, "/api/v1/" + path, body, answer, text.decode())
+            record_exchange(self.port, self.module, method, "/api/v1/" + path, body, answer, text.decode(),
+                            self.is_asked_at_random)
             return answer.status, json.loads(text) if text else None
         finally:
             connection.close()

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <random>
 
+#include "support/exchange_record.h"
 #include "system/system_host.h"
 
 // Whatever clients get wrong is told as theirs: of requests at random, each nearly good, none is answered as
@@ -84,6 +85,7 @@ class RandomClient : public SystemHost {
   void SetUp() override {
     std::filesystem::copy_file(MIRN_TEST_REGISTRY, (m_folder / "registry.ini").string());
     serve({{"MIRN_REGISTRY", (m_folder / "registry.ini").string()}});
+    exchange_record::addRandomClient(m_host->port());
   }
   void TearDown() override { stop(); }
 

@@ -292,6 +292,7 @@ class WalkTest(Case):
     def walk(self, numbers, **environment):
         self.seen = set()
         self.start(**environment)
+        self.host.is_asked_at_random = True
         for step in range(STEPS):
             self.happen(numbers)
             if step % 4 == 3:

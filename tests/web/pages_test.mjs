@@ -100,6 +100,20 @@ story("what would come of two disks that fail is worked through, and changes not
   assert.equal((await host.ask("GET", "mirn/enddevices")).find((each) => each.id === pair[0].id).state, "NORMAL");
 });
 
+story("what-if and the simulator's drawer offer the disks, and nothing else that stands among the end devices", async ({ host, signedIn }) => {
+  const tab = await signedIn("administer");
+  await tab.visit("whatif");
+  await tab.openDrawer();
+  const told = await host.ask("GET", "mirn/enddevices");
+  const disks = told.filter((each) => each.deviceType === "DISK").map((each) => each.id);
+  assert.ok(disks.length < told.length);
+  for (const list of ["#event-disk", "#simulated-disk"]) {
+    await tab.page.locator(`${list} option[value="${disks[0]}"]`).waitFor({ state: "attached" });
+    const offered = await tab.page.locator(`${list} option`).evaluateAll((all) => all.map((each) => each.value));
+    assert.deepEqual(offered, ["", ...disks]);
+  }
+});
+
 story("a setting is stored by who may, and in force after a restart", async ({ host, signedIn }) => {
   const watcher = await signedIn("observe");
   await watcher.visit("settings");

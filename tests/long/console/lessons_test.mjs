@@ -77,6 +77,27 @@ for (const [lesson, steps] of Object.entries(kLessons)) {
   });
 }
 
+story("a lesson goes on after a reload of the page, until it is left", async ({ signedIn }) => {
+  const tab = await signedIn("administer");
+  await tab.openDrawer();
+  await tab.choose("Lesson", "return");
+  await tab.press("Begin");
+  await act(tab);
+  await tab.see("[data-lesson=return][data-done='1']");
+  await tab.page.reload();
+  await tab.see("[data-lesson=return][data-done='1']");
+  await go(tab);
+  await act(tab);
+  await tab.see("[data-lesson=return][data-done='3']");
+  await tab.page.reload();
+  await tab.seeText("That was the lesson.");
+  await tab.press("Another lesson");
+  await tab.page.reload();
+  await tab.see("[data-freshness=live]");
+  await tab.openDrawer();
+  await tab.see("#lesson");
+});
+
 story("all lessons have been tried", async ({ signedIn }) => {
   const tab = await signedIn("administer");
   await tab.openDrawer();

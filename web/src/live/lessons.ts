@@ -33,6 +33,15 @@ export interface Lesson {
   steps: LessonStep[];
 }
 
+/** A lesson on its way, as it is kept over a reload. */
+export interface LessonRun {
+  id: string; // of the lesson
+  subject: Subject;
+  done: number; // steps
+}
+
+export const kLessonKept = "lesson"; // where it is kept
+
 const kDay = 86_400_000; // milliseconds
 
 const isThere = ({ machine, subject }: Seen): boolean =>
@@ -164,6 +173,8 @@ export const kLessons: Lesson[] = [
     ],
   },
 ];
+
+export const lessonOf = (id: string): Lesson | undefined => kLessons.find((lesson) => lesson.id === id);
 
 /** How many steps are done, one after the other, from those that were. */
 export function stepsDone(lesson: Lesson, from: number, picture: Picture, page: Page, about: Subject): number {

@@ -27,6 +27,12 @@ export function objectsOf(machine: Machine, type: string): NamedObject[] {
   }
 }
 
+/** Disks alone: enclosures and drives for other media stand among the end devices, too. */
+export const disksOf = (machine: Machine | null): NamedObject[] => {
+  const disks = machine?.disks.filter(({ deviceType }) => deviceType === "DISK") ?? [];
+  return machine ? objectsOf({ ...machine, disks }, "disk") : [];
+};
+
 /** Null where it is not there any more. */
 export const objectOf = (machine: Machine, type: string, id: string): NamedObject | null =>
   objectsOf(machine, type).find((each) => each.id === id) ?? null;

@@ -3,7 +3,7 @@ import { ask } from "../api/client";
 import type { WhatIf, WhatIfEvent } from "../api/schema";
 import { duration } from "../format/units";
 import { wordsOf } from "../live/answer";
-import { type NamedObject, objectsOf } from "../live/objects";
+import { disksOf, type NamedObject } from "../live/objects";
 import type { Picture } from "../live/picture";
 import { messages } from "../messages/messages";
 import { WhatIfForm } from "../parts/whatif_form";
@@ -24,7 +24,7 @@ export function WhatIfPage({ picture }: { picture: Picture }) {
   const [told, setTold] = useState<WhatIf | null>(null);
   const [words, setWords] = useState<string | null>(null);
   const [isBusy, setBusy] = useState(false);
-  const disks = picture.machine ? objectsOf(picture.machine, "disk") : [];
+  const disks = disksOf(picture.machine);
   const change = (next: WhatIfEvent[]): void => {
     setEvents(next);
     setTold(null); // it was of other events

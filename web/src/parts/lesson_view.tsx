@@ -1,5 +1,5 @@
 import { useState } from "preact/hooks";
-import { kLessons, type Lesson, type Subject } from "../live/lessons";
+import { kLessons, lessonOf, type LessonRun } from "../live/lessons";
 import type { Picture } from "../live/picture";
 import type { Right } from "../live/rights";
 import type { Simulator } from "../live/simulator";
@@ -7,12 +7,6 @@ import { messages } from "../messages/messages";
 import { RightButton } from "./right_button";
 
 const t = messages.lessons;
-
-export interface LessonRun {
-  lesson: Lesson;
-  subject: Subject;
-  done: number; // steps
-}
 
 interface Props {
   picture: Picture;
@@ -25,7 +19,7 @@ interface Props {
 /** Lessons to choose from, and the one that goes on. */
 export function LessonView({ picture, simulator, right, run, onRun }: Props) {
   const [chosen, setChosen] = useState(kLessons[0]?.id ?? "");
-  const lesson = kLessons.find(({ id }) => id === chosen);
+  const lesson = lessonOf(chosen);
   const subject = lesson?.subjectOf(picture) ?? null;
   if (run) return <Steps run={run} simulator={simulator} right={right} onEnd={() => onRun(null)} />;
   return (
@@ -47,7 +41,7 @@ export function LessonView({ picture, simulator, right, run, onRun }: Props) {
             label={t.begin}
             right={right}
             isPrimary
-            onPress={() => lesson && onRun({ lesson, subject, done: 0 })}
+            onPress={() => lesson && onRun({ id: lesson.id, subject, done: 0 })}
           />
         ) : (
           <span class="muted">{t.nothing}</span>
@@ -65,15 +59,16 @@ interface StepsProps {
 }
 
 function Steps({ run, simulator, right, onEnd }: StepsProps) {
-  const { lesson, subject, done } = run;
-  const texts = t.all[lesson.id];
+  const { id, subject, done } = run;
+  const steps = lessonOf(id)?.steps ?? [];
+  const texts = t.all[id];
   const names = { disk: `${subject.disk.type} ${subject.disk.serialNumber}`, volume: subject.volume?.name ?? "" };
-  const isOver = done === lesson.steps.length;
+  const isOver = done === steps.length;
   return (
-    <section class="stacked" aria-labelledby="lesson-title" data-lesson={lesson.id} data-done={done}>
+    <section class="stacked" aria-labelledby="lesson-title" data-lesson={id} data-done={done}>
       <h3 id="lesson-title">{texts?.title}</h3>
       <ol class="plain stacked">
-        {lesson.steps.map((step, index) => (
+        {steps.map((step, index) => (
           <li key={index} class="lesson-step" aria-current={index === done ? "step" : undefined}>
             <span class={index < done ? "tick-done" : "tick-open"} role="img" aria-label={index < done ? t.done : t.open}>
               {index < done ? "✓" : index + 1}

@@ -1,9 +1,10 @@
 import { useState } from "preact/hooks";
-import { objectsOf } from "../live/objects";
+import { disksOf, type NamedObject } from "../live/objects";
 import type { Machine } from "../live/picture";
 import type { Right } from "../live/rights";
 import type { Simulator } from "../live/simulator";
 import { messages } from "../messages/messages";
+import { DiskSelect } from "./disk_select";
 
 const t = messages.simulator;
 const kHour = 3_600_000; // milliseconds
@@ -30,7 +31,7 @@ export function SimulatorControls({ machine, simulator, right }: Props) {
       <DiskLine
         id="simulated-disk"
         label={t.disk}
-        disks={machine ? objectsOf(machine, "disk").map(({ id, name }) => ({ id, name })) : []}
+        disks={disksOf(machine)}
         controls={["fail-disk", "pull-disk", "raise-smart-event"]}
         isOff={isOff}
         onAct={(name, id) => act({ name, body: { disk: serialOf(machine, id) } })}
@@ -81,7 +82,7 @@ const serialOf = (machine: Machine | null, id: string): string =>
 interface LineProps {
   id: string;
   label: string;
-  disks: { id: string; name: string }[];
+  disks: Pick<NamedObject, "id" | "name">[];
   controls: string[];
   isOff: boolean;
   onAct: (control: string, disk: string) => void;
@@ -91,23 +92,12 @@ function DiskLine({ id, label, disks, controls, isOff, onAct }: LineProps) {
   const [chosen, setChosen] = useState("");
   const disk = disks.find((each) => each.id === chosen)?.id ?? "";
   return (
-    <div class="field">
-      <label for={id}>{label}</label>
-      <div class="locate">
-        <select id={id} class="narrow" value={disk} disabled={isOff} onChange={(event) => setChosen(event.currentTarget.value)}>
-          <option value="">{messages.change.choose}</option>
-          {disks.map((each) => (
-            <option key={each.id} value={each.id}>
-              {each.name}
-            </option>
-          ))}
-        </select>
-        {controls.map((control) => (
-          <button key={control} type="button" disabled={isOff || disk === ""} onClick={() => onAct(control, disk)}>
-            {t.controls[control]}
-          </button>
-        ))}
-      </div>
-    </div>
+    <DiskSelect id={id} label={label} disks={disks} chosen={disk} isOff={isOff} onChosen={setChosen}>
+      {controls.map((control) => (
+        <button key={control} type="button" disabled={isOff || disk === ""} onClick={() => onAct(control, disk)}>
+          {t.controls[control]}
+        </button>
+      ))}
+    </DiskSelect>
   );
 }

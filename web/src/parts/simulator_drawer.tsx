@@ -1,12 +1,13 @@
 import { useEffect, useState } from "preact/hooks";
 import type { Role } from "../api/schema";
-import { stepsDone } from "../live/lessons";
+import { useKept } from "../live/kept";
+import { kLessonKept, lessonOf, type LessonRun, stepsDone } from "../live/lessons";
 import type { Picture } from "../live/picture";
 import type { Page } from "../live/place";
 import { useRight } from "../live/rights";
 import { useSimulator } from "../live/simulator";
 import { messages } from "../messages/messages";
-import { type LessonRun, LessonView } from "./lesson_view";
+import { LessonView } from "./lesson_view";
 import { SimulatorControls } from "./simulator_controls";
 
 interface Props {
@@ -21,17 +22,18 @@ const t = messages.simulator;
 export function SimulatorDrawer({ picture, page, role }: Props) {
   const right = useRight("listSimulatorControls", role);
   const simulator = useSimulator();
-  const [isOpen, setOpen] = useState(false);
-  const [run, setRun] = useState<LessonRun | null>(null);
+  const [run, setRun] = useKept<LessonRun | null>(kLessonKept, null);
+  const lesson = run ? lessonOf(run.id) : undefined;
+  const [isOpen, setOpen] = useState(lesson !== undefined); // whoever has begun one finds it again
   // Also while the drawer is closed: a step may lead to what is beneath it.
   useEffect(() => {
-    if (!run) return;
-    const done = stepsDone(run.lesson, run.done, picture, page, run.subject);
+    if (!run || !lesson) return;
+    const done = stepsDone(lesson, run.done, picture, page, run.subject);
     if (done !== run.done) setRun({ ...run, done });
   }, [run, picture, page]);
   if (!right.isThere) return null;
   return (
-    <details class="drawer" onToggle={(event) => setOpen(event.currentTarget.open)}>
+    <details class="drawer" open={isOpen} onToggle={(event) => setOpen(event.currentTarget.open)}>
       <summary>{t.title}</summary>
       {isOpen && (
         <div class="columns">
@@ -45,7 +47,7 @@ export function SimulatorDrawer({ picture, page, role }: Props) {
               picture={picture}
               simulator={simulator}
               right={right}
-              run={run}
+              run={lesson ? run : null}
               onRun={setRun}
             />
           </section>

@@ -2,6 +2,7 @@ import { useState } from "preact/hooks";
 import type { WhatIfEvent } from "../api/schema";
 import type { NamedObject } from "../live/objects";
 import { messages } from "../messages/messages";
+import { DiskSelect } from "./disk_select";
 
 const t = messages.whatIf;
 const kHour = 3600;
@@ -50,17 +51,7 @@ export function WhatIfForm({ disks, onEvent }: Props) {
             />
           </div>
         ) : (
-          <div class="field">
-            <label for="event-disk">{t.disk}</label>
-            <select id="event-disk" value={disk} onChange={(event) => setDisk(event.currentTarget.value)}>
-              <option value="">{messages.change.choose}</option>
-              {disks.map((each) => (
-                <option key={each.id} value={each.id}>
-                  {each.name}
-                </option>
-              ))}
-            </select>
-          </div>
+          <DiskSelect id="event-disk" label={t.disk} disks={disks} chosen={disk} onChosen={setDisk} />
         )}
       </div>
       <div class="locate">

@@ -3,24 +3,11 @@
 import assert from "node:assert/strict";
 import path from "node:path";
 import { onOneHost } from "../../web/stage.mjs";
+import { addressesOf } from "./addresses.mjs";
 
 const story = onOneHost();
 const kSizes = { telephone: { width: 390, height: 844 }, desk: { width: 1280, height: 800 }, wall: { width: 2560, height: 1440 } };
 const kLocales = ["en-GB", "de-DE"];
-
-/** The pages of the menu, those of a disk and a volume, and those that lead through something. */
-async function addressesOf(tab, host) {
-  const menu = await tab.page.locator("#page-links a").evaluateAll((all) => all.map((each) => each.getAttribute("href")));
-  const volume = await host.volume("System");
-  const disk = (await host.ask("GET", "mirn/enddevices")).find((each) => each.arrayId === volume.arrayId);
-  return [
-    ...menu.map((address) => address.replace(/^#\/?/, "") || "overview"),
-    `machine/disk/${disk.id}`,
-    `machine/volume/${volume.id}`,
-    "create",
-    `replace/${disk.id}`,
-  ];
-}
 
 /** Texts that are wider than what holds them, where the rest is hidden. */
 const cutTexts = (page) =>

@@ -20,14 +20,18 @@ export function ChangeDialog({ wanted, onClose, onDone }: Props) {
   const [operation, setOperation] = useState<Operation | null>(null);
   const [target, setTarget] = useState(wanted);
   const [words, setWords] = useState<string | null>(null);
-  useEffect(() => dialog.current?.showModal(), []);
+  const title = useRef<HTMLHeadingElement>(null);
+  useEffect(() => {
+    dialog.current?.showModal();
+    title.current?.focus(); // what else is there at first gives way to the form
+  }, []);
   useEffect(() => {
     operationOf(wanted.operation).then(setOperation, (failure: unknown) => setWords(failureWords(failure)));
   }, [wanted.operation]);
   const close = (): void => dialog.current?.close();
   return (
     <dialog ref={dialog} class="card" aria-labelledby="change-title" onClose={onClose} data-change={wanted.operation}>
-      <h2 id="change-title">
+      <h2 id="change-title" ref={title} tabIndex={-1}>
         {operationWords(wanted.operation)}
         {target.name && `: ${target.name}`}
       </h2>

@@ -1,6 +1,8 @@
 // How numbers and moments are written, in one place.
 import { messages } from "../messages/messages";
 
+// Made once: a formatter takes longer than all that it writes of a machine.
+const kNumbers = [0, 1].map((maximumFractionDigits) => new Intl.NumberFormat(messages.locale, { maximumFractionDigits }));
 const kSteps = ["B", "kB", "MB", "GB", "TB", "PB"];
 
 /** "4.4 TB" of bytes as decimal text; powers of a thousand, as disks are sold by. */
@@ -14,7 +16,7 @@ export function size(bytes: string | undefined): string {
     step += 1;
   }
   const digits = rest < 10 && step > 0 ? 1 : 0;
-  return `${rest.toLocaleString(messages.locale, { maximumFractionDigits: digits })} ${kSteps[step]}`;
+  return `${kNumbers[digits]?.format(rest)} ${kSteps[step]}`;
 }
 
 const kMinute = 60;

@@ -1,4 +1,4 @@
-import { useState } from "preact/hooks";
+import { useMemo, useState } from "preact/hooks";
 import { baysOf } from "../live/bays";
 import { kService } from "../live/change";
 import { kCreate } from "../live/draft";
@@ -21,6 +21,7 @@ export function MachinePage({ picture, place }: { picture: Picture; place: Place
   const [pointed, setPointed] = useState<Pointed>(null);
   const reason = useReasons()(kCreate.operation);
   const { machine, health } = picture;
+  const bays = useMemo(() => machine?.controllers.map(({ id }) => baysOf(machine, id)) ?? [], [machine]);
   if (!machine) return <p class="muted">{messages.loading}</p>;
   const shown = pointed ?? place.object;
   const related = shown ? relatedTo(machine, shown.type, shown.id) : null;
@@ -47,11 +48,11 @@ export function MachinePage({ picture, place }: { picture: Picture; place: Place
           />
         )}
         <div class="picture">
-          {machine.controllers.map((controller) => (
+          {machine.controllers.map((controller, index) => (
             <ControllerCard
               key={controller.id}
               controller={controller}
-              bays={baysOf(machine, controller.id)}
+              bays={bays[index] ?? []}
               looks={looks}
             />
           ))}

@@ -1,3 +1,4 @@
+import { useMemo } from "preact/hooks";
 import type { Severity } from "../api/schema";
 import { size, words } from "../format/units";
 import type { Bay } from "../live/bays";
@@ -11,8 +12,15 @@ interface Props {
   onPoint: (id: string | null) => void;
 }
 
-/** A bay with its disk: what it is there for in words and by its edge, how it is by a shape. */
-export function DiskTile({ bay, severity, look, onPoint }: Props) {
+/** A bay with its disk; drawn anew only where what it shows has changed, since there may be thousands. */
+export function DiskTile(props: Props) {
+  const { bay, severity, look } = props;
+  const { id, serialNumber, totalSize, usage, state } = bay.disk ?? {};
+  return useMemo(() => tile(props), [bay.address, id, serialNumber, totalSize, usage, state, severity, look]);
+}
+
+/** What a disk is there for in words and by its edge, how it is by a shape. */
+function tile({ bay, severity, look, onPoint }: Props) {
   const { disk } = bay;
   if (!disk) {
     return (

@@ -1,10 +1,11 @@
-import { useMemo, useState } from "preact/hooks";
+import { useMemo } from "preact/hooks";
 import { baysOf } from "../live/bays";
 import { kService } from "../live/change";
 import { kCreate } from "../live/draft";
 import { looksOf } from "../live/looks";
 import type { Picture } from "../live/picture";
 import type { Place } from "../live/place";
+import { usePointed } from "../live/pointed";
 import { relatedTo } from "../live/relations";
 import { useReasons } from "../live/rights";
 import { messages } from "../messages/messages";
@@ -14,18 +15,17 @@ import { ControllerCard } from "../parts/controller_card";
 import { ObjectPanel } from "../parts/object_panel";
 import { RightButton } from "../parts/right_button";
 
-type Pointed = { type: string; id: string } | null;
-
 /** Controllers with their bays, arrays with their volumes; who belongs to whom. */
 export function MachinePage({ picture, place }: { picture: Picture; place: Place }) {
-  const [pointed, setPointed] = useState<Pointed>(null);
+  const [pointed, point] = usePointed();
   const reason = useReasons()(kCreate.operation);
   const { machine, health } = picture;
   const bays = useMemo(() => machine?.controllers.map(({ id }) => baysOf(machine, id)) ?? [], [machine]);
+  const volumes = useMemo(() => machine?.arrays.map(({ id }) => machine.volumes.filter((each) => each.arrayId === id)) ?? [], [machine]);
   if (!machine) return <p class="muted">{messages.loading}</p>;
   const shown = pointed ?? place.object;
   const related = shown ? relatedTo(machine, shown.type, shown.id) : null;
-  const looks = looksOf(health?.causes ?? [], related, (type, id) => setPointed(id === null ? null : { type, id }));
+  const looks = looksOf(health?.causes ?? [], related, point);
   return (
     <>
       <div class="page-head">
@@ -56,11 +56,11 @@ export function MachinePage({ picture, place }: { picture: Picture; place: Place
               looks={looks}
             />
           ))}
-          {machine.arrays.map((array) => (
+          {machine.arrays.map((array, index) => (
             <ArrayCard
               key={array.id}
               array={array}
-              volumes={machine.volumes.filter((each) => each.arrayId === array.id)}
+              volumes={volumes[index] ?? []}
               looks={looks}
             />
           ))}

@@ -1,3 +1,4 @@
+import { useMemo } from "preact/hooks";
 import type { StorageArray, Volume } from "../api/schema";
 import { size, words } from "../format/units";
 import type { Looks } from "../live/looks";
@@ -11,8 +12,16 @@ interface Props {
   looks: Looks;
 }
 
-/** An array as a bar: its volumes and what is free, each as wide as the size that it tells. */
-export function ArrayCard({ array, volumes, looks }: Props) {
+/** An array as a bar; drawn anew only where something of it looks different, as a controller is. */
+export function ArrayCard(props: Props) {
+  const { array, volumes, looks } = props;
+  const seen = volumes.map(({ id, state }) => `${looks.severityOf("volume", id, state)} ${looks.lookOf("volume", id)}`);
+  const own = looks.lookOf("array", array.id);
+  return useMemo(() => card(props), [array, volumes, own, seen.join()]);
+}
+
+/** Its volumes and what is free, each as wide as the size that it tells. */
+function card({ array, volumes, looks }: Props) {
   const title = `array-${array.id}`;
   const free = Number(array.freeSize);
   return (

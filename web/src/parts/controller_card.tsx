@@ -1,3 +1,4 @@
+import { useMemo } from "preact/hooks";
 import type { Controller } from "../api/schema";
 import type { Bay } from "../live/bays";
 import { messages } from "../messages/messages";
@@ -10,8 +11,15 @@ interface Props {
   looks: Looks;
 }
 
-/** A controller with its bays. */
-export function ControllerCard({ controller, bays, looks }: Props) {
+/** A controller with its bays; drawn anew only where something of it looks different, since others are pointed at often. */
+export function ControllerCard(props: Props) {
+  const { controller, bays, looks } = props;
+  const seen = bays.map(({ disk }) => `${looks.severityOf("disk", disk?.id, disk?.state)} ${looks.lookOf("disk", disk?.id)}`);
+  const own = looks.lookOf("controller", controller.id);
+  return useMemo(() => card(props), [controller, bays, own, seen.join()]);
+}
+
+function card({ controller, bays, looks }: Props) {
   const title = `controller-${controller.id}`;
   return (
     <section class={`card ${looks.lookOf("controller", controller.id)}`} aria-labelledby={title} data-controller={controller.id}>

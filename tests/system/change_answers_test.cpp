@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
 #include "system/story.h"
 
-// What changes are answered with on the embedded machine: how they are refused, and what they leave behind.
+// What requests are answered with on the embedded machine: how they are refused, and what changes leave behind.
 
 namespace host {
 

@@ -75,6 +75,8 @@ story(`a machine of ${kDisks} disks is scrolled, pointed at and changed within $
   const tab = await signedIn("observe", { viewport: { width: 1280, height: 800 } });
   await tab.visit("machine");
   await tab.see("[data-controller]");
+  await tab.see("[data-freshness=live]");
+  await tab.settled();
   assert.equal(await tab.page.locator("[data-disk]").count(), (await host.ask("GET", "mirn/enddevices")).length);
   const told = {};
   for (const [name, prepare] of Object.entries(kDeeds)) {

@@ -1,13 +1,16 @@
 // Somebody who has keys only: from stop to stop of a page, forth and back.
 import assert from "node:assert/strict";
 
-/** What keys can come to, in the order of the page; radio buttons that belong together are one stop. */
+/** What keys can come to, in the order of the page; radio buttons that belong together are one stop. Notes whether that is
+ * something else than before. */
 function findStops(scope) {
   const kinds = "a[href], button:enabled, input:enabled, select:enabled, textarea:enabled, summary, [tabindex='0']";
   const isFirst = (each) =>
     each.type !== "radio" || each === document.querySelector(`input[type=radio][name="${each.name}"]:enabled`);
   const isThere = (each) => each.checkVisibility({ checkVisibilityCSS: true }) && isFirst(each);
+  const before = globalThis.stops ?? [];
   globalThis.stops = [...document.querySelector(scope).querySelectorAll(kinds)].filter(isThere);
+  globalThis.areOthers = before.length !== globalThis.stops.length || before.some((each, place) => each !== globalThis.stops[place]);
   return globalThis.stops.map((each) => each.innerText?.trim() || each.id || each.outerHTML);
 }
 
@@ -45,8 +48,19 @@ async function step(tab, key, words) {
   return seen;
 }
 
-/** From the first stop of the page over all others out of it, and back: each is met once, in the order of the page. */
-export async function walk(tab, words) {
+/** From the first stop of the page over all others out of it, and back: each is met once, in the order of the page. A page
+ * to which answers came meanwhile is walked again. */
+export async function walk(tab, words, turns = 5) {
+  try {
+    return await walkOnce(tab, words);
+  } catch (failure) {
+    await tab.page.evaluate(findStops, "body");
+    if (turns > 1 && (await tab.page.evaluate(() => globalThis.areOthers))) return walk(tab, words, turns - 1);
+    throw failure;
+  }
+}
+
+async function walkOnce(tab, words) {
   const names = await tab.page.evaluate(findStops, "body");
   assert.ok(names.length > 0, words);
   await tab.page.evaluate(() => globalThis.stops[0].focus());

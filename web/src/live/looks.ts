@@ -5,6 +5,8 @@ import { keyOf } from "./relations";
 export interface Looks {
   severityOf(type: string, id: string | undefined, state: string | undefined): Severity;
   lookOf(type: string, id: string | undefined): string;
+  /** Both, to be compared with what was drawn before. */
+  signOf(type: string, id: string | undefined, state: string | undefined): string;
   point(type: string, id: string | null): void;
 }
 
@@ -15,9 +17,8 @@ export function looksOf(causes: Cause[], related: Set<string> | null, point: Loo
     const key = keyOf(cause.object.type, cause.object.id ?? "");
     if (!worst.has(key)) worst.set(key, cause.severity);
   }
-  return {
-    severityOf: (type, id, state) => worst.get(keyOf(type, id ?? "")) ?? (state === "UNKNOWN" ? "unknown" : "ok"),
-    lookOf: (type, id) => (related?.has(keyOf(type, id ?? "")) ? "is-related" : ""),
-    point,
-  };
+  const severityOf: Looks["severityOf"] = (type, id, state) =>
+    worst.get(keyOf(type, id ?? "")) ?? (state === "UNKNOWN" ? "unknown" : "ok");
+  const lookOf: Looks["lookOf"] = (type, id) => (related?.has(keyOf(type, id ?? "")) ? "is-related" : "");
+  return { severityOf, lookOf, signOf: (type, id, state) => `${severityOf(type, id, state)} ${lookOf(type, id)}`, point };
 }

@@ -15,9 +15,8 @@ interface Props {
 /** An array as a bar; drawn anew only where something of it looks different, as a controller is. */
 export function ArrayCard(props: Props) {
   const { array, volumes, looks } = props;
-  const seen = volumes.map(({ id, state }) => `${looks.severityOf("volume", id, state)} ${looks.lookOf("volume", id)}`);
-  const own = looks.lookOf("array", array.id);
-  return useMemo(() => card(props), [array, volumes, own, seen.join()]);
+  const signs = volumes.map(({ id, state }) => looks.signOf("volume", id, state)).join();
+  return useMemo(() => card(props), [array, volumes, looks.lookOf("array", array.id), signs]);
 }
 
 /** Its volumes and what is free, each as wide as the size that it tells. */

@@ -14,9 +14,8 @@ interface Props {
 /** A controller with its bays; drawn anew only where something of it looks different, since others are pointed at often. */
 export function ControllerCard(props: Props) {
   const { controller, bays, looks } = props;
-  const seen = bays.map(({ disk }) => `${looks.severityOf("disk", disk?.id, disk?.state)} ${looks.lookOf("disk", disk?.id)}`);
-  const own = looks.lookOf("controller", controller.id);
-  return useMemo(() => card(props), [controller, bays, own, seen.join()]);
+  const signs = bays.map(({ disk }) => looks.signOf("disk", disk?.id, disk?.state)).join();
+  return useMemo(() => card(props), [controller, bays, looks.lookOf("controller", controller.id), signs]);
 }
 
 function card({ controller, bays, looks }: Props) {

@@ -4,7 +4,7 @@
 
 #include "system/story.h"
 
-// What requests are answered with on the embedded machine: how they are refused, and what changes leave behind.
+// What is answered on the embedded machine: how requests are refused, and what changes leave behind.
 
 namespace host {
 

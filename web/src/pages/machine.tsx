@@ -15,6 +15,8 @@ import { ControllerCard } from "../parts/controller_card";
 import { ObjectPanel } from "../parts/object_panel";
 import { RightButton } from "../parts/right_button";
 
+const kLarge = 200; // disks; of fewer all is drawn at once
+
 /** Controllers with their bays, arrays with their volumes; who belongs to whom. */
 export function MachinePage({ picture, place }: { picture: Picture; place: Place }) {
   const [pointed, point] = usePointed();
@@ -47,7 +49,7 @@ export function MachinePage({ picture, place }: { picture: Picture; place: Place
             revision={health?.position.structure ?? 0}
           />
         )}
-        <div class="picture">
+        <div class={machine.disks.length > kLarge ? "picture is-large" : "picture"}>
           {machine.controllers.map((controller, index) => (
             <ControllerCard
               key={controller.id}

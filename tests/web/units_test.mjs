@@ -94,7 +94,7 @@ for (const [entry, told] of [
 }
 
 const { relatedTo } = await load("live/relations.ts");
-const { baysOf, portOfDisk } = await load("live/bays.ts");
+const { allBays, portOfDisk } = await load("live/bays.ts");
 const { factsOf } = await load("format/facts.ts");
 const kMachine = {
   controllers: [{ id: "c" }, { id: "e" }],
@@ -119,6 +119,56 @@ const kMachine = {
     { id: "r", localDeviceType: "CONTROLLER", localDeviceId: "c", connectedPortId: "", address: "0-9" },
   ],
 };
+
+const { shared } = await load("live/sharing.ts");
+const kTwoDisks = () => ({ disks: [{ id: "1", state: "NORMAL", ports: ["p"] }, { id: "2", state: "NORMAL", ports: [] }], arrays: [] });
+
+test("what is fetched again and equal is what was there", () => {
+  const before = kTwoDisks();
+  assert.equal(shared(before, kTwoDisks()), before);
+});
+
+test("of what has changed the rest is what was there", () => {
+  const before = kTwoDisks();
+  const fetched = kTwoDisks();
+  fetched.disks[1].state = "FAILED";
+  const now = shared(before, structuredClone(fetched));
+  assert.deepEqual(now, fetched);
+  assert.notEqual(now, before);
+  assert.equal(now.arrays, before.arrays);
+  assert.equal(now.disks[0], before.disks[0]);
+  assert.notEqual(now.disks[1], before.disks[1]);
+  assert.equal(now.disks[1].ports, before.disks[1].ports);
+});
+
+test("objects of a list are known by their id where one has gone or come", () => {
+  const before = kTwoDisks();
+  const [first, second] = before.disks;
+  const fewer = shared(before.disks, kTwoDisks().disks.slice(1));
+  assert.deepEqual(fewer, [second]);
+  assert.equal(fewer[0], second);
+  const more = shared(before.disks, [{ id: "0" }, ...kTwoDisks().disks]);
+  assert.equal(more[1], first);
+  assert.equal(more[2], second);
+});
+
+for (const [before, now] of [
+  [null, { a: 1 }],
+  [{ a: 1 }, null],
+  [{ a: 1 }, { b: 1 }],
+  [{ a: undefined }, { b: undefined }],
+  [{ a: 1, b: 2 }, { a: 1 }],
+  [[1], { 0: 1 }],
+  [{ 0: 1 }, [1]],
+  [[1, 2], [2, 1]],
+  [[1], [1, 2]],
+  [[], null],
+  ["a", "b"],
+]) {
+  test(`${JSON.stringify(now)} in place of ${JSON.stringify(before)} is told as it is`, () => {
+    assert.deepEqual(shared(before, structuredClone(now)), now);
+  });
+}
 
 for (const [type, id, told] of [
   ["array", "a", "array/a controller/c disk/1 disk/2 volume/v volume/w"],
@@ -149,7 +199,7 @@ for (const [name, severity, calls] of [
 }
 
 test("bays are the ports of a controller, and behind them disks that hang on none", () => {
-  const told = baysOf(kMachine, "c").map((bay) => [bay.address, bay.port?.id ?? null, bay.disk?.id ?? null]);
+  const told = allBays(kMachine)[0].map((bay) => [bay.address, bay.port?.id ?? null, bay.disk?.id ?? null]);
   assert.deepEqual(told, [["0-1", "p", "1"], ["0-9", "r", null], ["0-2", null, "2"], ["0-3", null, "3"]]);
   assert.equal(portOfDisk(kMachine, "1").id, "p");
   assert.equal(portOfDisk(kMachine, "2"), null);

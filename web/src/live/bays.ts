@@ -9,10 +9,19 @@ export interface Bay {
   disk: Disk | null; // null where the port is free
 }
 
-/** The bays of a controller in the order of its ports; behind them disks that are known and not attached. */
-export function baysOf(machine: Machine, controllerId: string): Bay[] {
+/** The bays of each controller in the order of its ports; behind them disks that are known and not attached. */
+export function allBays(machine: Machine): Bay[][] {
   const ownerOf = new Map(machine.ports.map((port) => [port.id, port.localDeviceId]));
   const diskOf = new Map(machine.disks.map((disk) => [disk.id, disk]));
+  return machine.controllers.map(({ id }) => baysAmong(machine, id, ownerOf, diskOf));
+}
+
+function baysAmong(
+  machine: Machine,
+  controllerId: string,
+  ownerOf: Map<string, string | null>,
+  diskOf: Map<string, Disk>,
+): Bay[] {
   const bays: Bay[] = machine.ports
     .filter((port) => port.localDeviceType === "CONTROLLER" && port.localDeviceId === controllerId)
     .map((port) => {

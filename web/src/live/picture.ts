@@ -3,6 +3,7 @@ import { ask, Refusal } from "../api/client";
 import type { Controller, Disk, Health, HistoryEntry, Job, Jobs, Port, StorageArray, Volume } from "../api/schema";
 import { listen, type StreamEvent } from "../api/stream";
 import type { Freshness } from "./freshness";
+import { shared } from "./sharing";
 
 export interface Machine {
   controllers: Controller[];
@@ -111,23 +112,26 @@ export class LivePicture {
   private async fetchAll(): Promise<boolean> {
     const { signal } = this.end;
     const get = <Body>(path: string): Promise<Body> => ask<Body>(path, { signal });
+    // Each when it comes: all at once would take longer than a frame of a large machine.
+    const before = this.picture;
+    const list = async <Each>(path: string, known: Each[] | undefined): Promise<Each[]> => shared(known, await get<Each[]>(path));
     try {
       const [health, jobs, history, controllers, disks, ports, arrays, volumes] = await Promise.all([
         get<Health>("health"),
         get<Jobs>("jobs"),
         latestEntries(get),
-        get<Controller[]>("mirn/controllers"),
-        get<Disk[]>("mirn/enddevices"),
-        get<Port[]>("mirn/ports"),
-        get<StorageArray[]>("mirn/arrays"),
-        get<Volume[]>("mirn/volumes"),
+        list<Controller>("mirn/controllers", before.machine?.controllers),
+        list<Disk>("mirn/enddevices", before.machine?.disks),
+        list<Port>("mirn/ports", before.machine?.ports),
+        list<StorageArray>("mirn/arrays", before.machine?.arrays),
+        list<Volume>("mirn/volumes", before.machine?.volumes),
       ]);
       this.change({
         health,
         jobs: jobs.items,
         entries: history ?? [],
         hasHistory: history !== null,
-        machine: { controllers, disks, ports, arrays, volumes },
+        machine: shared(before.machine, { controllers, disks, ports, arrays, volumes }),
         takenAt: Date.now(),
         failure: null,
       });

@@ -1,19 +1,22 @@
-import { useMemo } from "preact/hooks";
-import { baysOf } from "../live/bays";
+import { allBays } from "../live/bays";
 import { kService } from "../live/change";
 import { kCreate } from "../live/draft";
 import { looksOf } from "../live/looks";
-import type { Picture } from "../live/picture";
+import type { Machine, Picture } from "../live/picture";
 import type { Place } from "../live/place";
 import { usePointed } from "../live/pointed";
 import { relatedTo } from "../live/relations";
 import { useReasons } from "../live/rights";
+import { useShared } from "../live/sharing";
 import { messages } from "../messages/messages";
 import { ActionList } from "../parts/action_list";
 import { ArrayCard } from "../parts/array_card";
 import { ControllerCard } from "../parts/controller_card";
 import { ObjectPanel } from "../parts/object_panel";
 import { RightButton } from "../parts/right_button";
+
+const volumesOfArrays = ({ arrays, volumes }: Machine) =>
+  arrays.map(({ id }) => volumes.filter((each) => each.arrayId === id));
 
 const kLarge = 200; // disks; of fewer all is drawn at once
 
@@ -22,8 +25,8 @@ export function MachinePage({ picture, place }: { picture: Picture; place: Place
   const [pointed, point] = usePointed();
   const reason = useReasons()(kCreate.operation);
   const { machine, health } = picture;
-  const bays = useMemo(() => machine?.controllers.map(({ id }) => baysOf(machine, id)) ?? [], [machine]);
-  const volumes = useMemo(() => machine?.arrays.map(({ id }) => machine.volumes.filter((each) => each.arrayId === id)) ?? [], [machine]);
+  const bays = useShared(() => (machine ? allBays(machine) : []), machine);
+  const volumes = useShared(() => (machine ? volumesOfArrays(machine) : []), machine);
   if (!machine) return <p class="muted">{messages.loading}</p>;
   const shown = pointed ?? place.object;
   const related = shown ? relatedTo(machine, shown.type, shown.id) : null;

@@ -99,3 +99,32 @@ story("what is of the machine as a whole is done from its page", async ({ host, 
   await tab.requireAccessible();
   assert.equal((await host.ask("GET", "mirn/config")).locate_timeout.value, 12); // until the host is started anew
 });
+
+story("what a change comes to is drawn while it is chosen, and whoever presses a button has the keys at what comes of it", async ({ host, signedIn }) => {
+  const tab = await signedIn("administer");
+  const coming = tab.page.locator("dialog [data-coming=there]");
+  const hasKeys = (text) => tab.page.locator(".outcome:focus").getByText(text).first().waitFor();
+  const disk = async (serial) => tab.page.locator(`dialog input[value="${(await host.disk(serial)).id}"]`);
+
+  await tab.visit(`machine/volume/${(await host.volume("System")).id}`);
+  await tab.press("Change volume level");
+  await tab.gone("[data-coming]");
+  await tab.choose("RAID level", "RAID_5");
+  await (await disk("QV48021001C3")).check();
+  await coming.locator(".is-coming").getByText("RAID 5").waitFor();
+  await coming.getByText(/QV48021001C3 \(new\)/).waitFor();
+  await tab.requireAccessible();
+  await tab.press("Show the plan");
+  await hasKeys("The storage library has the last word.");
+  await tab.press("Cancel", tab.page.locator("dialog"));
+
+  const { id, type } = await host.disk("OD1T9930B1F0");
+  await tab.visit(`machine/disk/${id}`);
+  await tab.press("Set disk spare: mark");
+  await coming.locator(".coming-disk").getByText(/OD1T9930B1F0 becomes a spare/).waitFor();
+  await tab.press("Show the plan");
+  await hasKeys("The storage library has the last word.");
+  if (await tab.page.locator("#confirmation").isVisible()) await tab.confirm(`${type} OD1T9930B1F0`);
+  await tab.press("Do it");
+  await hasKeys("It is done.");
+});

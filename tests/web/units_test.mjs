@@ -336,7 +336,7 @@ test("what stops work is the operation that begins it, by another word", () => {
 
 const { candidatesPath, judged } = await load("live/candidates.ts");
 const { mebibytesOf, entryOf } = await load("format/size_entry.ts");
-const { comingArray } = await load("live/coming.ts");
+const { comingOf, isNothing } = await load("live/coming.ts");
 const { lackedBy, reach, propertiesOf, draftFor } = await load("live/draft.ts");
 const { wantedBy } = await load("live/steps.ts");
 
@@ -426,28 +426,109 @@ const kArrays = {
 const comes = (type, rest) => ({ fate: "comes", text: "", objects: [{ type, id: null, ...rest }] });
 const kMembers = [{ type: "disk", id: "1", name: "One" }];
 
-test("a volume that comes into an array stands beside those that are there", () => {
-  const volume = comes("volume", { name: "New", level: "RAID_5", members: kMembers, aboutTotalBytes: "20" });
-  const into = { fate: "changes", text: "", objects: [{ type: "array", id: "a", name: "First" }] };
-  assert.deepEqual(comingArray(kArrays, { effects: [volume, into] }), {
-    name: "First",
-    bytes: 100,
-    parts: [
-      { name: "Old", level: "RAID_0", bytes: 40, isNew: false },
-      { name: "New", level: "RAID_5", bytes: 20, isNew: true },
-    ],
-    rest: 40,
-    members: ["One"],
-  });
-});
+const meets = (fate, type, rest) => ({ fate, text: `It ${fate}.`, objects: [{ type, ...rest }] });
+const kOld = { name: "Old", level: "RAID_0", bytes: 40, isOther: false };
+const kOne = { id: "1", name: "One", isNew: false };
 
-test("a new array has what comes in it alone, and a plan without a volume none", () => {
-  const volume = comes("volume", { name: "New", level: "RAID_1", aboutTotalBytes: "50" });
-  const told = comingArray(kArrays, { effects: [volume, comes("array", { members: kMembers, aboutTotalBytes: "90" })] });
-  assert.deepEqual([told.name, told.bytes, told.rest, told.parts.length, told.members], [null, 90, 40, 1, ["One"]]);
-  assert.equal(comingArray(kArrays, { effects: [] }), null);
-  assert.equal(comingArray(kArrays, {}), null);
-});
+for (const [what, effects, told] of [
+  [
+    "a volume that comes into an array stands beside those that are there",
+    [
+      comes("volume", { name: "New", level: "RAID_5", members: kMembers, aboutTotalBytes: "20" }),
+      meets("changes", "array", { id: "a", name: "First" }),
+    ],
+    {
+      arrays: [
+        {
+          name: "First",
+          bytes: 100,
+          parts: [kOld, { name: "New", level: "RAID_5", bytes: 20, isOther: true }],
+          rest: 40,
+          members: [kOne],
+        },
+      ],
+      disks: [],
+    },
+  ],
+  [
+    "a new array has what comes in it alone, and its disks no line of their own",
+    [
+      comes("volume", { name: "New", level: "RAID_1", aboutTotalBytes: "50" }),
+      comes("array", { members: kMembers, aboutTotalBytes: "90" }),
+      meets("changes", "disk", { id: "1", name: "One" }),
+    ],
+    {
+      arrays: [
+        {
+          name: null,
+          bytes: 90,
+          parts: [{ name: "New", level: "RAID_1", bytes: 50, isOther: true }],
+          rest: 40,
+          members: [kOne],
+        },
+      ],
+      disks: [],
+    },
+  ],
+  [
+    "an array that grows has its new members, and its volumes as they are",
+    [
+      meets("changes", "array", { id: "a", name: "First" }),
+      meets("changes", "array", { id: "a", name: "First", aboutTotalBytes: "150", members: [kMembers[0], { id: "3", name: "Three" }] }),
+    ],
+    {
+      arrays: [
+        { name: "First", bytes: 150, parts: [kOld], rest: 110, members: [kOne, { id: "3", name: "Three", isNew: true }] },
+      ],
+      disks: [],
+    },
+  ],
+  [
+    "a volume of another level and size is drawn as it will be, on disks that join",
+    [
+      meets("changes", "volume", { id: "v", name: "Old", level: "RAID_5", aboutTotalBytes: "60", members: [{ id: "3", name: "Three" }] }),
+    ],
+    {
+      arrays: [
+        {
+          name: "First",
+          bytes: 100,
+          parts: [{ name: "Old", level: "RAID_5", bytes: 60, isOther: true }],
+          rest: 40,
+          members: [{ id: "3", name: "Three", isNew: true }],
+        },
+      ],
+      disks: [],
+    },
+  ],
+  [
+    "a volume that changes in other ways keeps level and size, and the disk that serves it has a line",
+    [meets("changes", "volume", { id: "v", name: "Old" }), meets("overwritten", "disk", { id: "3", name: "Three" })],
+    {
+      arrays: [{ name: "First", bytes: 100, parts: [{ ...kOld, isOther: true }], rest: 60, members: [] }],
+      disks: [{ id: "3", name: "Three", text: "It overwritten." }],
+    },
+  ],
+  [
+    "a volume that goes leaves its place free",
+    [meets("goes", "volume", { id: "v", name: "Old" }), meets("changes", "array", { id: "a", name: "First" })],
+    { arrays: [{ name: "First", bytes: 100, parts: [], rest: 100, members: [] }], disks: [] },
+  ],
+  ["an array that goes is not drawn", [meets("goes", "volume", { id: "v" }), meets("goes", "array", { id: "a" })], { arrays: [], disks: [] }],
+  [
+    "a disk that becomes a spare has one line of all that befalls it",
+    [meets("changes", "disk", { id: "3", name: "Three" }), meets("overwritten", "disk", { id: "3", name: "Three" })],
+    { arrays: [], disks: [{ id: "3", name: "Three", text: "It changes. It overwritten." }] },
+  ],
+  ["what meets nothing comes to nothing", [], { arrays: [], disks: [] }],
+  ["a plan without effects comes to nothing", undefined, { arrays: [], disks: [] }],
+]) {
+  test(what, () => {
+    const coming = comingOf(kArrays, { effects });
+    assert.deepEqual(coming, told);
+    assert.equal(isNothing(coming), told.arrays.length + told.disks.length === 0);
+  });
+}
 
 test("a draft goes as far as it is told, step by step", () => {
   const begin = draftFor({ ...kMachine, volumes: [{ name: "Volume_1" }] });

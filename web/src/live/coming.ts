@@ -1,11 +1,18 @@
-// Arrays as they will be, as a plan tells.
+// What a machine comes to by a change, as its plan tells.
 import type { Plan } from "../api/schema";
 import type { Machine } from "./picture";
 
+/** A volume as it will be. */
 export interface Part {
   name: string;
   level: string;
   bytes: number;
+  isOther: boolean; // than it is now: it comes, or changes
+}
+
+export interface Member {
+  id: string;
+  name: string;
   isNew: boolean;
 }
 
@@ -14,40 +21,101 @@ export interface ComingArray {
   bytes: number;
   parts: Part[];
   rest: number; // redundancy, and what stays free
-  members: string[];
+  members: Member[]; // none where they stay the same
+}
+
+/** A disk beside the arrays, with what becomes of it in the service's words. */
+export interface ComingDisk {
+  id: string;
+  name: string;
+  text: string;
+}
+
+export interface Coming {
+  arrays: ComingArray[];
+  disks: ComingDisk[];
 }
 
 type Effect = NonNullable<Plan["effects"]>[number];
-type Met = Effect["objects"][number];
+type Met = Effect["objects"][number] & Pick<Effect, "fate" | "text">;
 
 const bytesOf = (text: string | undefined): number => Number(text ?? 0);
 
-const metBy = (plan: Plan, fate: Effect["fate"], type: Met["type"]): Met[] =>
-  (plan.effects ?? []).filter((each) => each.fate === fate).flatMap((each) => each.objects.filter((met) => met.type === type));
+const metBy = (plan: Plan): Met[] =>
+  (plan.effects ?? []).flatMap(({ fate, text, objects }) => objects.map((met) => ({ ...met, fate, text })));
 
-function presentIn(machine: Machine, plan: Plan, id: string | null): { name: string | null; bytes: number; parts: Part[] } {
-  const array = machine.arrays.find((each) => each.id === id);
-  const met = [...metBy(plan, "comes", "array"), ...metBy(plan, "changes", "array")].find((each) => each.id === id);
-  const parts = machine.volumes
+/** Of those that stay or come; null of one that comes. */
+function arraysMet(machine: Machine, met: Met[]): (string | null)[] {
+  const gone = met.filter(({ type, fate }) => type === "array" && fate === "goes").map(({ id }) => id);
+  const ids = met.map(({ type, id }) =>
+    type === "volume" ? machine.volumes.find((volume) => volume.id === id)?.arrayId : type === "array" ? id : undefined,
+  );
+  return [...new Set(ids)].filter((id) => id !== undefined && !gone.includes(id)) as (string | null)[];
+}
+
+/** Volumes that stay, as they will be. */
+const present = (machine: Machine, met: Met[], id: string | null): Part[] =>
+  machine.volumes
     .filter((volume) => volume.arrayId === id)
-    .map((volume) => ({ name: volume.name, level: volume.raidLevel, bytes: bytesOf(volume.totalSize), isNew: false }));
-  return { name: array?.name ?? null, bytes: bytesOf(met?.aboutTotalBytes ?? array?.totalSize), parts };
+    .flatMap((volume) => {
+      const own = met.filter((each) => each.type === "volume" && each.id === volume.id);
+      const change = own.find(({ fate }) => fate === "changes");
+      const part = {
+        name: volume.name,
+        level: change?.level || volume.raidLevel,
+        bytes: bytesOf(change?.aboutTotalBytes ?? volume.totalSize),
+        isOther: change !== undefined,
+      };
+      return own.some(({ fate }) => fate === "goes") ? [] : [part];
+    });
+
+const fresh = (met: Met[]): Part[] =>
+  met
+    .filter(({ type, fate }) => type === "volume" && fate === "comes")
+    .map(({ name, level, aboutTotalBytes }) => ({
+      name: name ?? "",
+      level: level ?? "",
+      bytes: bytesOf(aboutTotalBytes),
+      isOther: true,
+    }));
+
+function arrayAsPlanned(machine: Machine, met: Met[], id: string | null, more: Part[]): ComingArray {
+  const array = machine.arrays.find((each) => each.id === id);
+  const own = met.filter((each) => each.type === "array" && each.id === id);
+  const isOfIt = (each: Met): boolean =>
+    each.fate === "comes" ? more.length > 0 : machine.volumes.some((volume) => volume.id === each.id && volume.arrayId === id);
+  const members = [...own, ...met.filter((each) => each.type === "volume" && isOfIt(each))].find((each) => each.members)?.members ?? [];
+  const isMember = (disk: string): boolean => machine.disks.some((each) => each.id === disk && each.arrayId === id);
+  const parts = [...present(machine, met, id), ...more];
+  const bytes = bytesOf(own.find((each) => each.aboutTotalBytes)?.aboutTotalBytes ?? array?.totalSize);
+  return {
+    name: array?.name ?? null,
+    bytes,
+    parts,
+    rest: Math.max(0, bytes - parts.reduce((sum, part) => sum + part.bytes, 0)),
+    members: members.map((each) => ({ id: each.id ?? "", name: each.name ?? "", isNew: id !== null && !isMember(each.id ?? "") })),
+  };
 }
 
-/** The array that new volumes come in; null where none comes. */
-export function comingArray(machine: Machine, plan: Plan): ComingArray | null {
-  const volumes = metBy(plan, "comes", "volume");
-  const array = [...metBy(plan, "comes", "array"), ...metBy(plan, "changes", "array")][0];
-  if (volumes.length === 0 || !array) return null;
-  const present = presentIn(machine, plan, array.id);
-  const fresh = volumes.map((each) => ({
-    name: each.name ?? "",
-    level: each.level ?? "",
-    bytes: bytesOf(each.aboutTotalBytes),
-    isNew: true,
-  }));
-  const parts = [...present.parts, ...fresh];
-  const used = parts.reduce((sum, part) => sum + part.bytes, 0);
-  const members = array.members ?? volumes[0]?.members ?? [];
-  return { ...present, parts, rest: Math.max(0, present.bytes - used), members: members.map((each) => each.name) };
+/** The arrays that a change meets as they will be, new volumes in the first of them, and the disks that it meets beside these. */
+export function comingOf(machine: Machine, plan: Plan): Coming {
+  const met = metBy(plan);
+  const volumes = fresh(met);
+  const host = met.find(({ type, fate }) => type === "array" && (fate === "comes" || fate === "changes"))?.id;
+  const arrays = arraysMet(machine, met).map((id) => arrayAsPlanned(machine, met, id, id === host ? volumes : []));
+  const members = new Set(arrays.flatMap((array) => array.members.map(({ id }) => id)));
+  return { arrays, disks: disksMet(met.filter(({ id }) => !members.has(id ?? ""))) };
 }
+
+/** Each with all that befalls it. */
+function disksMet(met: Met[]): ComingDisk[] {
+  const disks = new Map<string, ComingDisk>();
+  for (const { type, id, name, text } of met) {
+    if (type !== "disk" || !id) continue;
+    const known = disks.get(id);
+    disks.set(id, { id, name: name ?? "", text: known ? `${known.text} ${text}` : text });
+  }
+  return [...disks.values()];
+}
+
+export const isNothing = ({ arrays, disks }: Coming): boolean => arrays.length === 0 && disks.length === 0;

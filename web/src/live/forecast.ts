@@ -11,12 +11,12 @@ export interface Forecast {
 
 const kPause = 200; // milliseconds in which nothing more was chosen
 
-/** Both null while something is missing. What was forecast before stays until the answer is there. */
-export function useForecast(operation: Operation, wanted: Wanted, values: Values, revision: number): Forecast {
+/** Both null while something is missing, or nothing told. What was forecast before stays until the answer is there. */
+export function useForecast(operation: Operation, wanted: Wanted, values: Values | null, revision: number): Forecast {
   const [forecast, setForecast] = useState<Forecast>({ plan: null, words: null });
-  const asked = isWhole(operation, values) ? JSON.stringify(values) : null;
+  const asked = values && isWhole(operation, values) ? JSON.stringify([wanted.id, values]) : null;
   useEffect(() => {
-    if (asked === null) {
+    if (values === null || asked === null) {
       setForecast({ plan: null, words: null });
       return;
     }

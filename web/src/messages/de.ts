@@ -435,6 +435,15 @@ export const de: Messages = {
     exportButton: "Verlauf exportieren",
     of: "Verlauf dieses Objekts",
   },
+  coming: {
+    title: "Was entsteht",
+    newArray: "Ein neues Array",
+    about: (bytes) => `etwa ${bytes}`,
+    rest: "Redundanz und was frei bleibt",
+    members: (names) => `Auf ${names}`,
+    refused: (words) => `Das würde abgelehnt: ${words}`,
+    newMember: (name) => `${name} (neu)`,
+  },
   create: {
     begin: "Volume anlegen …",
     steps: ["Level", "Datenträger", "Eigenschaften", "Plan"],
@@ -457,13 +466,7 @@ export const de: Messages = {
     where: "Wohin es kommt",
     sources: { DISK: "Ein neues Array aus Datenträgern", ARRAY: "Ein vorhandenes Array" },
     chosen: (count, total) => `${count} gewählt, zusammen ${total}.`,
-    picture: "Was entsteht",
     pictureNone: "Hier steht, was entsteht, sobald genug gewählt ist.",
-    newArray: "Ein neues Array",
-    about: (bytes) => `etwa ${bytes}`,
-    rest: "Redundanz und was frei bleibt",
-    members: (names) => `Auf ${names}`,
-    refused: (words) => `Das würde abgelehnt: ${words}`,
   },
   readiness: {
     headline: {

@@ -203,6 +203,15 @@ export const en = {
     exportButton: "Export the history",
     of: "Its history",
   },
+  coming: {
+    title: "What comes",
+    newArray: "A new array",
+    about: (bytes: string) => `about ${bytes}`,
+    rest: "redundancy, and what stays free",
+    members: (names: string) => `On ${names}`,
+    refused: (words: string) => `It would be refused: ${words}`,
+    newMember: (name: string) => `${name} (new)`,
+  },
   create: {
     begin: "Make a volume …",
     steps: ["Level", "Disks", "Properties", "Plan"],
@@ -225,13 +234,7 @@ export const en = {
     where: "Where it comes to",
     sources: { DISK: "A new array, from disks", ARRAY: "An array that is there" } as Record<string, string>,
     chosen: (count: number, total: string) => `${count} chosen, ${total} together.`,
-    picture: "What comes",
     pictureNone: "What comes of it stands here as soon as enough is chosen.",
-    newArray: "A new array",
-    about: (bytes: string) => `about ${bytes}`,
-    rest: "redundancy, and what stays free",
-    members: (names: string) => `On ${names}`,
-    refused: (words: string) => `It would be refused: ${words}`,
   },
   readiness: {
     headline: {

@@ -63,7 +63,7 @@ function Wizard({ operation, machine, revision, place }: Props) {
           {step === 4 && <CreateDeed {...part} onAgain={() => setValues(draftFor(machine))} />}
           {step < kSteps.length && <Moves operation={operation} values={values} step={step} />}
         </section>
-        <ComingCard machine={machine} forecast={forecast} />
+        <ComingCard machine={machine} forecast={forecast} none={messages.create.pictureNone} />
       </div>
     </>
   );

@@ -3,7 +3,10 @@ import { type Operation, operationOf } from "../api/document";
 import { operationWords } from "../format/units";
 import { counts, failureWords, isWhole, type Values, type Wanted } from "../live/change";
 import { useDeed } from "../live/deed";
+import { useForecast } from "../live/forecast";
+import { revisionOf, usePicture } from "../live/machine_context";
 import { messages } from "../messages/messages";
+import { ComingCard } from "./coming_card";
 import { DeedView } from "./deed_view";
 import { FieldInput } from "./field_input";
 import { TargetInput } from "./target_input";
@@ -65,6 +68,11 @@ interface FormProps {
 function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
   const [values, setValues] = useState<Values>(wanted.given);
   const deed = useDeed(operation, wanted, values);
+  const picture = usePicture();
+  const isTold = wanted.id !== "" && isWhole(operation, values);
+  const isChoosing = deed.plan === null && !deed.isDone;
+  const forecast = useForecast(operation, wanted, isTold && isChoosing ? values : null, revisionOf(picture));
+  const shown = deed.plan ? { plan: deed.plan, words: null } : forecast;
   useEffect(() => {
     if (deed.isDone) onDone?.();
   }, [deed.isDone]);
@@ -82,10 +90,11 @@ function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
             onValue={(value) => setValues({ ...values, [field.name]: value })}
           />
         ))}
+      {!deed.isDone && picture.machine && <ComingCard machine={picture.machine} forecast={shown} />}
       <DeedView
         deed={deed}
         name={wanted.name}
-        isWhole={wanted.id !== "" && isWhole(operation, values)}
+        isWhole={isTold}
         done={messages.change.done}
       >
         <button type="button" onClick={onClose}>

@@ -1,4 +1,4 @@
-import { useEffect, useState } from "preact/hooks";
+import { useEffect, useRef, useState } from "preact/hooks";
 import type { ComponentChildren } from "preact";
 import type { Deed } from "../live/deed";
 import { messages } from "../messages/messages";
@@ -12,15 +12,34 @@ interface Props {
   children: ComponentChildren; // further buttons
 }
 
-/** The plan, its confirmation, and the deed. */
+/** The plan, its confirmation, and the deed. Whoever presses a button finds the keys at what comes of it, since the button goes. */
 export function DeedView({ deed, name, isWhole, done, children }: Props) {
   const [typed, setTyped] = useState("");
   const { plan, isBusy, isDone } = deed;
   useEffect(() => setTyped(""), [plan]); // another plan may lose something else
+  const isPressed = useRef(false);
+  const outcome = useRef<HTMLDivElement>(null);
+  useEffect(() => {
+    if (!isPressed.current || isBusy) return;
+    isPressed.current = false;
+    outcome.current?.focus();
+  }, [isBusy]);
+  const pressing = (act: () => void) => (): void => {
+    isPressed.current = true;
+    act();
+  };
   const isDestructive = (plan?.lost?.length ?? 0) > 0;
   return (
     <>
-      {!isDone && plan && <PlanView plan={plan} />}
+      <div ref={outcome} tabIndex={-1} class="outcome">
+        {!isDone && plan && <PlanView plan={plan} />}
+        <p role="status">{isDone && done}</p>
+        {deed.words && (
+          <p class="refusal" role="alert">
+            {deed.words}
+          </p>
+        )}
+      </div>
       {!isDone && plan && isDestructive && (
         <div class="field">
           <label for="confirmation">{messages.change.confirm(name)}</label>
@@ -32,20 +51,14 @@ export function DeedView({ deed, name, isWhole, done, children }: Props) {
           />
         </div>
       )}
-      <p role="status">{isDone && done}</p>
-      {deed.words && (
-        <p class="refusal" role="alert">
-          {deed.words}
-        </p>
-      )}
       <div class="locate">
         {!isDone && !plan && (
-          <button type="button" class="primary" disabled={isBusy || !isWhole} onClick={deed.askPlan}>
+          <button type="button" class="primary" disabled={isBusy || !isWhole} onClick={pressing(deed.askPlan)}>
             {messages.change.plan}
           </button>
         )}
         {!isDone && plan && (
-          <button type="button" class="primary" disabled={isBusy || (isDestructive && typed !== name)} onClick={deed.act}>
+          <button type="button" class="primary" disabled={isBusy || (isDestructive && typed !== name)} onClick={pressing(deed.act)}>
             {messages.change.act}
           </button>
         )}

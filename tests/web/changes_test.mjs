@@ -103,7 +103,8 @@ story("what is of the machine as a whole is done from its page", async ({ host, 
 story("what a change comes to is drawn while it is chosen, and whoever presses a button has the keys at what comes of it", async ({ host, signedIn }) => {
   const tab = await signedIn("administer");
   const coming = tab.page.locator("dialog [data-coming=there]");
-  const hasKeys = (text) => tab.page.locator(".outcome:focus").getByText(text).first().waitFor();
+  const outcome = tab.page.getByRole("group", { name: "What comes of it" }).and(tab.page.locator(":focus"));
+  const hasKeys = (text) => outcome.getByText(text).first().waitFor();
   const disk = async (serial) => tab.page.locator(`dialog input[value="${(await host.disk(serial)).id}"]`);
 
   await tab.visit(`machine/volume/${(await host.volume("System")).id}`);

@@ -335,6 +335,7 @@ export const de: Messages = {
     act: "Ausführen",
     cancel: "Abbrechen",
     done: "Ausgeführt.",
+    outcome: "Was daraus wird",
     work: (kind, name) => `Danach läuft weiter: ${kind}, ${name}.`,
     likely: (time) => `Voraussichtliche Dauer: ${time}.`,
     lost: (what) => `Das ist nicht wiederzubekommen: ${what}.`,

@@ -106,6 +106,7 @@ export const en = {
     act: "Do it",
     cancel: "Cancel",
     done: "It is done.",
+    outcome: "What comes of it",
     work: (kind: string, name: string) => `${kind} of ${name} goes on afterwards.`,
     likely: (time: string) => `It will likely take ${time}.`,
     lost: (what: string) => `This cannot be had again: ${what}.`,

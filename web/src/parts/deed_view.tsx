@@ -31,7 +31,7 @@ export function DeedView({ deed, name, isWhole, done, children }: Props) {
   const isDestructive = (plan?.lost?.length ?? 0) > 0;
   return (
     <>
-      <div ref={outcome} tabIndex={-1} class="outcome">
+      <div ref={outcome} tabIndex={-1} role="group" aria-label={messages.change.outcome} class="outcome">
         {!isDone && plan && <PlanView plan={plan} />}
         <p role="status">{isDone && done}</p>
         {deed.words && (

@@ -149,6 +149,7 @@ story("a disk that was chosen is lost while the form is open: the choice is told
   const tab = await signedIn("administer");
   const volume = await host.volume("Archive");
   await tab.visit(`machine/volume/${volume.id}`);
+  tab.expect(/404.*dryRun=true$/, /status of 404/); // what is still chosen would be refused
   await tab.press("Rebuild volume");
   const sound = await host.disk("OD3T2210A40C");
   const second = await host.disk("OD3T2210A40F");
@@ -156,6 +157,7 @@ story("a disk that was chosen is lost while the form is open: the choice is told
   await host.befall("pull-disk", sound.id);
   const told = tab.page.locator(`dialog option[value="${sound.id}"]`, { hasText: "This object is not there any more." });
   await told.waitFor({ state: "attached" });
+  await tab.seeText("It would be refused");
   await tab.choose("Disk", second.id);
   await tab.plan();
   await tab.confirm("Archive");
@@ -168,6 +170,7 @@ story("a disk of a list of ticks is lost while the form is open", async ({ host,
   const free = await host.disk(kFree);
   const [array] = (await host.ask("GET", "mirn/arrays")).filter(({ name }) => name === "System_Array");
   await tab.visit(`machine/array/${array.id}`);
+  tab.expect(/404.*dryRun=true$/, /status of 404/);
   await tab.press("Add array disks");
   await tab.page.locator(`dialog input[value="${free.id}"]`).check();
   await host.befall("pull-disk", kFree);
@@ -175,6 +178,7 @@ story("a disk of a list of ticks is lost while the form is open", async ({ host,
   // What was chosen stays there as gone, to be taken back; otherwise it would be sent unseen.
   const chosen = tab.page.locator(`dialog input[value="${free.id}"]`);
   await tab.page.locator("dialog li", { hasText: "This object is not there any more." }).waitFor();
+  await tab.seeText("It would be refused");
   await chosen.click();
   await tab.gone(chosen);
   await tab.requireOff("Show the plan", null, dialog(tab));

@@ -70,13 +70,15 @@ function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
   const deed = useDeed(operation, wanted, values);
   const picture = usePicture();
   const isTold = wanted.id !== "" && isWhole(operation, values);
+  const open = operation.fields.filter((field) => wanted.given[field.name] === undefined && counts(field, values));
+  // Before anything is chosen the service could only tell what is missing.
+  const isChosen = isTold && (open.length === 0 || values !== wanted.given);
   const isChoosing = deed.plan === null && !deed.isDone;
-  const forecast = useForecast(operation, wanted, isTold && isChoosing ? values : null, revisionOf(picture));
+  const forecast = useForecast(operation, wanted, isChosen && isChoosing ? values : null, revisionOf(picture));
   const shown = deed.plan ? { plan: deed.plan, words: null } : forecast;
   useEffect(() => {
     if (deed.isDone) onDone?.();
   }, [deed.isDone]);
-  const open = operation.fields.filter((field) => wanted.given[field.name] === undefined && counts(field, values));
   return (
     <>
       {!deed.isDone &&

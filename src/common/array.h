@@ -11,6 +11,7 @@
 #include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
+#include "shared_text.h"
 
 /// A set of disks that volumes are made on. Immutable once built, but for the links that the
 /// session fills in.
@@ -19,6 +20,7 @@ class Array {
   class Builder;
 
   const std::wstring& id() const { return m_id; }
+  const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   const std::wstring& name() const { return m_name; }
   const std::vector<std::wstring>& controllerIds() const { return m_controllerIds; }
@@ -43,9 +45,9 @@ class Array {
  private:
   Array() = default;
 
-  std::wstring m_id;
+  SharedText m_id;
   VEX_HANDLE m_handle = 0;
-  std::wstring m_name;
+  SharedText m_name;
   std::vector<std::wstring> m_controllerIds;  // filled by the session
   ArrayState m_state = ArrayState::UNKNOWN;
   std::uint64_t m_totalSize = 0;
@@ -82,9 +84,9 @@ class Array::Builder : public ModelBuilder<Array::Builder, Array> {
  public:
   Builder() : ModelBuilder(Array()) {}
 
-  Builder& id(std::wstring value) { return set<&Array::m_id>(std::move(value)); }
+  Builder& id(SharedText value) { return set<&Array::m_id>(std::move(value)); }
   Builder& handle(VEX_HANDLE value) { return set<&Array::m_handle>(value); }
-  Builder& name(std::wstring value) { return set<&Array::m_name>(std::move(value)); }
+  Builder& name(SharedText value) { return set<&Array::m_name>(std::move(value)); }
   Builder& state(ArrayState value) { return set<&Array::m_state>(value); }
   Builder& totalSize(std::uint64_t value) { return set<&Array::m_totalSize>(value); }
   Builder& freeSize(std::uint64_t value) { return set<&Array::m_freeSize>(value); }

@@ -10,6 +10,7 @@
 #include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
+#include "shared_text.h"
 
 /// One storage controller, made through `ControllerBuilder` (common/controller_builder.h). Immutable once
 /// built, but for the link that the session fills in.
@@ -114,6 +115,7 @@ class Controller {
   };
 
   const std::wstring& id() const { return m_id; }
+  const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   const std::wstring& raidId() const { return m_raidId; }  ///< Empty for a controller without RAID.
   VEX_HANDLE raidHandle() const { return m_raidHandle; }
@@ -133,7 +135,7 @@ class Controller {
   const Switch& readPatrol() const { return m_readPatrol; }
   const Switch& rohi() const { return m_rohi; }
 
-  void setRaidId(std::wstring id) { m_raidId = std::move(id); }
+  void setRaidId(SharedText id) { m_raidId = std::move(id); }
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
@@ -147,15 +149,15 @@ class Controller {
  private:
   Controller() = default;
 
-  std::wstring m_id;
+  SharedText m_id;
   VEX_HANDLE m_handle = 0;
-  std::wstring m_raidId;  // filled by the session
+  SharedText m_raidId;  // filled by the session
   VEX_HANDLE m_raidHandle = 0;
-  std::wstring m_address;
-  std::wstring m_name;
+  SharedText m_address;
+  SharedText m_name;
   ControllerType m_type = ControllerType::UNKNOWN;
   ControllerMode m_mode = ControllerMode::UNKNOWN;
-  std::wstring m_version;
+  SharedText m_version;
   std::uint64_t m_availableDisks = 0;
   std::uint64_t m_availableDevices = 0;
   bool m_disableESataSpanning = false;

@@ -13,14 +13,14 @@ class Controller::Builder : public ModelBuilder<Controller::Builder, Controller>
  public:
   Builder() : ModelBuilder(Controller()) {}
 
-  Builder& id(std::wstring value) { return set<&Controller::m_id>(std::move(value)); }
+  Builder& id(SharedText value) { return set<&Controller::m_id>(std::move(value)); }
   Builder& handle(VEX_HANDLE value) { return set<&Controller::m_handle>(value); }
   Builder& raidHandle(VEX_HANDLE value) { return set<&Controller::m_raidHandle>(value); }
-  Builder& address(std::wstring value) { return set<&Controller::m_address>(std::move(value)); }
-  Builder& name(std::wstring value) { return set<&Controller::m_name>(std::move(value)); }
+  Builder& address(SharedText value) { return set<&Controller::m_address>(std::move(value)); }
+  Builder& name(SharedText value) { return set<&Controller::m_name>(std::move(value)); }
   Builder& type(ControllerType value) { return set<&Controller::m_type>(value); }
   Builder& mode(ControllerMode value) { return set<&Controller::m_mode>(value); }
-  Builder& version(std::wstring value) { return set<&Controller::m_version>(std::move(value)); }
+  Builder& version(SharedText value) { return set<&Controller::m_version>(std::move(value)); }
   Builder& availableDisks(std::uint64_t value) { return set<&Controller::m_availableDisks>(value); }
   Builder& availableDevices(std::uint64_t value) { return set<&Controller::m_availableDevices>(value); }
   Builder& disableESataSpanning(bool value) { return set<&Controller::m_disableESataSpanning>(value); }

@@ -28,6 +28,12 @@ EndDevice::Builder& EndDevice::Builder::vendorId(std::wstring value) {
   return set<&EndDevice::m_vendorId>(prefixed(trimmed(value)));
 }
 
+void EndDevice::shareTextsWith(const EndDevice& other) {
+  m_vendorId.shareIfEqual(other.m_vendorId);
+  m_model.shareIfEqual(other.m_model);
+  m_firmware.shareIfEqual(other.m_firmware);
+}
+
 ServiceObject EndDevice::toServiceObject() const { return field::formOf<EndDevice>(*this); }
 
 ServiceObject EndDevice::schema() { return field::schemaOf<EndDevice>(); }

@@ -10,6 +10,7 @@
 #include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
+#include "shared_text.h"
 
 /// Anything attached to a controller, a disk above all. Immutable once built, but for the links and the
 /// hot-plug flag that the session fills in.
@@ -37,6 +38,7 @@ class EndDevice {
   };
 
   const std::wstring& id() const { return m_id; }
+  const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   const std::wstring& controllerId() const { return m_controllerId; }
   VEX_HANDLE controllerHandle() const { return m_controllerHandle; }
@@ -59,9 +61,11 @@ class EndDevice {
   bool isOrdanNVMe() const { return m_isOrdanNVMe; }
   bool managedHotplug() const { return m_managedHotplug; }
 
-  void setControllerId(std::wstring id) { m_controllerId = std::move(id); }
-  void setRaidId(std::wstring id) { m_raidId = std::move(id); }
-  void setArrayId(std::wstring id) { m_arrayId = std::move(id); }
+  void setControllerId(SharedText id) { m_controllerId = std::move(id); }
+  void setRaidId(SharedText id) { m_raidId = std::move(id); }
+  void setArrayId(SharedText id) { m_arrayId = std::move(id); }
+  /// Keeps one text with a device that has the same maker, model or firmware, as neighbours mostly have.
+  void shareTextsWith(const EndDevice& other);
   void setManagedHotplug(bool value) { m_managedHotplug = value; }
 
   /// The form that clients see: an object, with keys that depend on the type of device and disk.
@@ -76,22 +80,22 @@ class EndDevice {
  private:
   EndDevice() = default;
 
-  std::wstring m_id;
+  SharedText m_id;
   VEX_HANDLE m_handle = 0;
-  std::wstring m_controllerId;  // filled by the session
+  SharedText m_controllerId;  // filled by the session
   VEX_HANDLE m_controllerHandle = 0;
-  std::wstring m_raidId;  // filled by the session
+  SharedText m_raidId;  // filled by the session
   VEX_HANDLE m_raidHandle = 0;
-  std::wstring m_arrayId;  // filled by the session
+  SharedText m_arrayId;  // filled by the session
   VEX_HANDLE m_arrayHandle = 0;
   VEX_HANDLE m_phyHandle = 0;
-  std::wstring m_address;
+  SharedText m_address;
   DeviceType m_deviceType = DeviceType::UNKNOWN;
   std::uint32_t m_unpublishedNumber = 0;
-  std::wstring m_vendorId;
-  std::wstring m_serialNumber;
-  std::wstring m_model;
-  std::wstring m_firmware;
+  SharedText m_vendorId;
+  SharedText m_serialNumber;
+  SharedText m_model;
+  SharedText m_firmware;
   Disk m_disk;
   std::uint64_t m_unpublishedSize = 0;
   LinkSpeed m_negotiatedLinkSpeed = LinkSpeed::UNKNOWN;
@@ -185,20 +189,20 @@ class EndDevice::Builder : public ModelBuilder<EndDevice::Builder, EndDevice> {
  public:
   Builder() : ModelBuilder(EndDevice()) {}
 
-  Builder& id(std::wstring value) { return set<&EndDevice::m_id>(std::move(value)); }
+  Builder& id(SharedText value) { return set<&EndDevice::m_id>(std::move(value)); }
   Builder& handle(VEX_HANDLE value) { return set<&EndDevice::m_handle>(value); }
   Builder& controllerHandle(VEX_HANDLE value) { return set<&EndDevice::m_controllerHandle>(value); }
   Builder& raidHandle(VEX_HANDLE value) { return set<&EndDevice::m_raidHandle>(value); }
   Builder& arrayHandle(VEX_HANDLE value) { return set<&EndDevice::m_arrayHandle>(value); }
   Builder& phyHandle(VEX_HANDLE value) { return set<&EndDevice::m_phyHandle>(value); }
-  Builder& address(std::wstring value) { return set<&EndDevice::m_address>(std::move(value)); }
+  Builder& address(SharedText value) { return set<&EndDevice::m_address>(std::move(value)); }
   Builder& deviceType(DeviceType value) { return set<&EndDevice::m_deviceType>(value); }
   Builder& unpublishedNumber(std::uint32_t value) { return set<&EndDevice::m_unpublishedNumber>(value); }
   /// Trims white space at both ends and puts "0x" in front, unless the text has a "0x" anywhere.
   Builder& vendorId(std::wstring value);
-  Builder& serialNumber(std::wstring value) { return set<&EndDevice::m_serialNumber>(std::move(value)); }
-  Builder& model(std::wstring value) { return set<&EndDevice::m_model>(std::move(value)); }
-  Builder& firmware(std::wstring value) { return set<&EndDevice::m_firmware>(std::move(value)); }
+  Builder& serialNumber(SharedText value) { return set<&EndDevice::m_serialNumber>(std::move(value)); }
+  Builder& model(SharedText value) { return set<&EndDevice::m_model>(std::move(value)); }
+  Builder& firmware(SharedText value) { return set<&EndDevice::m_firmware>(std::move(value)); }
   Builder& disk(Disk value) { return set<&EndDevice::m_disk>(value); }
   Builder& unpublishedSize(std::uint64_t value) { return set<&EndDevice::m_unpublishedSize>(value); }
   Builder& negotiatedLinkSpeed(LinkSpeed value) { return set<&EndDevice::m_negotiatedLinkSpeed>(value); }

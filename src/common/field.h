@@ -91,6 +91,10 @@ struct Optional<std::optional<Value>> : std::true_type {
 template <auto kMember>
 using BareOf = typename Optional<ValueOf<kMember>>::Bare;
 
+/// Whether the member reads as a text, as `std::wstring` and `SharedText` do.
+template <auto kMember>
+inline constexpr bool kIsText = std::is_convertible_v<const BareOf<kMember>&, const std::wstring&>;
+
 /// One object for each member of each class: its address tells them apart, whatever their types.
 template <auto kMember>
 struct Identity {
@@ -180,14 +184,14 @@ constexpr auto group(const wchar_t* key, const wchar_t* help) {
 
 template <auto kMember>
 constexpr auto text(const wchar_t* key, const wchar_t* help) {
-  static_assert(std::is_same_v<BareOf<kMember>, std::wstring>);
+  static_assert(kIsText<kMember>);
   return Field<kinds::Text, kMember>(key, help);
 }
 
 /// A text that reads null while it is empty.
 template <auto kMember>
 constexpr auto textOrNull(const wchar_t* key, const wchar_t* help) {
-  static_assert(std::is_same_v<BareOf<kMember>, std::wstring>);
+  static_assert(kIsText<kMember>);
   return Field<kinds::TextOrNull, kMember>(key, help);
 }
 
@@ -195,14 +199,14 @@ constexpr auto textOrNull(const wchar_t* key, const wchar_t* help) {
 /// comparison, whether it is published or not.
 template <auto kMember>
 constexpr auto link(const wchar_t* key, const wchar_t* refersTo, const wchar_t* help) {
-  static_assert(std::is_same_v<BareOf<kMember>, std::wstring>);
+  static_assert(kIsText<kMember>);
   return Field<kinds::Link, kMember>(key, help).naming(refersTo).withoutFlag();
 }
 
 /// The same, null while it names nothing.
 template <auto kMember>
 constexpr auto linkOrNull(const wchar_t* key, const wchar_t* refersTo, const wchar_t* help) {
-  static_assert(std::is_same_v<BareOf<kMember>, std::wstring>);
+  static_assert(kIsText<kMember>);
   return Field<kinds::LinkOrNull, kMember>(key, help).naming(refersTo).withoutFlag();
 }
 

@@ -10,6 +10,7 @@
 #include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
+#include "shared_text.h"
 
 /// A connection point of a controller or end device. Immutable once built, but for the links that the session
 /// fills in.
@@ -18,6 +19,7 @@ class Port {
   class Builder;
 
   const std::wstring& id() const { return m_id; }
+  const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   const std::wstring& address() const { return m_address; }
   std::uint32_t numPhys() const { return m_numPhys; }
@@ -27,8 +29,8 @@ class Port {
   const std::wstring& connectedPortId() const { return m_connectedPortId; }
   VEX_HANDLE connectedPortHandle() const { return m_connectedPortHandle; }
 
-  void setLocalDeviceId(std::wstring id) { m_localDeviceId = std::move(id); }
-  void setConnectedPortId(std::wstring id) { m_connectedPortId = std::move(id); }
+  void setLocalDeviceId(SharedText id) { m_localDeviceId = std::move(id); }
+  void setConnectedPortId(SharedText id) { m_connectedPortId = std::move(id); }
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
@@ -42,14 +44,14 @@ class Port {
  private:
   Port() = default;
 
-  std::wstring m_id;
+  SharedText m_id;
   VEX_HANDLE m_handle = 0;
-  std::wstring m_address;
+  SharedText m_address;
   std::uint32_t m_numPhys = 0;
   PortLocalDeviceType m_localDeviceType = PortLocalDeviceType::UNKNOWN;
-  std::wstring m_localDeviceId;  // filled by the session
+  SharedText m_localDeviceId;  // filled by the session
   VEX_HANDLE m_localDeviceHandle = 0;
-  std::wstring m_connectedPortId;  // filled by the session
+  SharedText m_connectedPortId;  // filled by the session
   VEX_HANDLE m_connectedPortHandle = 0;
 };
 
@@ -79,9 +81,9 @@ class Port::Builder : public ModelBuilder<Port::Builder, Port> {
  public:
   Builder() : ModelBuilder(Port()) {}
 
-  Builder& id(std::wstring value) { return set<&Port::m_id>(std::move(value)); }
+  Builder& id(SharedText value) { return set<&Port::m_id>(std::move(value)); }
   Builder& handle(VEX_HANDLE value) { return set<&Port::m_handle>(value); }
-  Builder& address(std::wstring value) { return set<&Port::m_address>(std::move(value)); }
+  Builder& address(SharedText value) { return set<&Port::m_address>(std::move(value)); }
   Builder& numPhys(std::uint32_t value) { return set<&Port::m_numPhys>(value); }
   Builder& localDeviceType(PortLocalDeviceType value) { return set<&Port::m_localDeviceType>(value); }
   Builder& localDeviceHandle(VEX_HANDLE value) { return set<&Port::m_localDeviceHandle>(value); }

@@ -12,6 +12,7 @@
 #include "raid_range.h"
 #include "raidlevelsupport.h"
 #include "ServiceObject.h"
+#include "shared_text.h"
 
 /// What a RAID engine can do. Immutable once built, but for the levels and the range, which the request for
 /// them stores in its own copy.
@@ -20,6 +21,7 @@ class Raid {
   class Builder;
 
   const std::wstring& id() const { return m_id; }
+  const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   std::uint32_t maxDisksPerArray() const { return m_maxDisksPerArray; }
   std::uint32_t maxRaidDisksSupported() const { return m_maxRaidDisksSupported; }
@@ -54,7 +56,7 @@ class Raid {
 
   bool showsLevels() const;
 
-  std::wstring m_id;
+  SharedText m_id;
   VEX_HANDLE m_handle = 0;
   std::uint32_t m_maxDisksPerArray = 0;
   std::uint32_t m_maxRaidDisksSupported = 0;
@@ -113,7 +115,7 @@ class Raid::Builder : public ModelBuilder<Raid::Builder, Raid> {
  public:
   Builder() : ModelBuilder(Raid()) {}
 
-  Builder& id(std::wstring value) { return set<&Raid::m_id>(std::move(value)); }
+  Builder& id(SharedText value) { return set<&Raid::m_id>(std::move(value)); }
   Builder& handle(VEX_HANDLE value) { return set<&Raid::m_handle>(value); }
   Builder& maxDisksPerArray(std::uint32_t value) { return set<&Raid::m_maxDisksPerArray>(value); }
   Builder& maxRaidDisksSupported(std::uint32_t value) { return set<&Raid::m_maxRaidDisksSupported>(value); }

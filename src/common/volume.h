@@ -11,6 +11,7 @@
 #include "field.h"
 #include "handle.h"
 #include "ServiceObject.h"
+#include "shared_text.h"
 
 /// A RAID volume on an array. Immutable once built, but for the links that the session fills in.
 class Volume {
@@ -69,8 +70,8 @@ class Volume {
   VEX_HANDLE journalingDriveHandle() const { return m_journalingDriveHandle; }
   RwhPolicy rwhPolicy() const { return m_rwhPolicy; }
 
-  void setArrayId(std::wstring id) { m_arrayId = std::move(id); }
-  void setJournalingDriveId(std::wstring id) { m_journalingDriveId = std::move(id); }
+  void setArrayId(SharedText id) { m_arrayId = std::move(id); }
+  void setJournalingDriveId(SharedText id) { m_journalingDriveId = std::move(id); }
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
@@ -84,12 +85,12 @@ class Volume {
  private:
   Volume() = default;
 
-  std::wstring m_id;
+  SharedText m_id;
   VEX_HANDLE m_handle = 0;
-  std::wstring m_arrayId;  // filled by the session
+  SharedText m_arrayId;  // filled by the session
   VEX_HANDLE m_arrayHandle = 0;
   std::uint32_t m_arrayOrdinal = 0;
-  std::wstring m_name;
+  SharedText m_name;
   VolumeState m_state = VolumeState::UNKNOWN;
   RaidLevel m_raidLevel = RaidLevel::RAID_UNKNOWN;
   std::uint64_t m_totalSize = 0;
@@ -103,7 +104,7 @@ class Volume {
   Verify m_verify;
   SectorSize m_sectorSize;
   // The write-hole group.
-  std::wstring m_journalingDriveId;  // filled by the session
+  SharedText m_journalingDriveId;  // filled by the session
   VEX_HANDLE m_journalingDriveHandle = 0;
   RwhPolicy m_rwhPolicy = RwhPolicy::NONE;
 };
@@ -151,11 +152,11 @@ class Volume::Builder : public ModelBuilder<Volume::Builder, Volume> {
  public:
   Builder() : ModelBuilder(Volume()) {}
 
-  Builder& id(std::wstring value) { return set<&Volume::m_id>(std::move(value)); }
+  Builder& id(SharedText value) { return set<&Volume::m_id>(std::move(value)); }
   Builder& handle(VEX_HANDLE value) { return set<&Volume::m_handle>(value); }
   Builder& arrayHandle(VEX_HANDLE value) { return set<&Volume::m_arrayHandle>(value); }
   Builder& arrayOrdinal(std::uint32_t value) { return set<&Volume::m_arrayOrdinal>(value); }
-  Builder& name(std::wstring value) { return set<&Volume::m_name>(std::move(value)); }
+  Builder& name(SharedText value) { return set<&Volume::m_name>(std::move(value)); }
   Builder& state(VolumeState value) { return set<&Volume::m_state>(value); }
   Builder& raidLevel(RaidLevel value) { return set<&Volume::m_raidLevel>(value); }
   Builder& totalSize(std::uint64_t value) { return set<&Volume::m_totalSize>(value); }

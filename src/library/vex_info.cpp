@@ -130,9 +130,13 @@ std::vector<EndDevice> VexInfo::getEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE 
                                               std::string filter) const {
   const auto records = readEndDevices(handle, scope, filter);
   PhyIndex phys(readPhys(handle, scope));
-  return converted(records, [&](const VEX_END_DEVICE_INFO& record) {
-    return m_converter->toEndDevice(record, phys.of(record.endDeviceHandle));
-  });
+  std::vector<EndDevice> devices;
+  devices.reserve(records.size());
+  for (const VEX_END_DEVICE_INFO& record : records) {
+    devices.push_back(m_converter->toEndDevice(record, phys.of(record.endDeviceHandle)));
+    if (devices.size() > 1) devices.back().shareTextsWith(devices[devices.size() - 2]);
+  }
+  return devices;
 }
 
 std::vector<Array> VexInfo::getArrays(VEX_HANDLE handle, VEX_SCOPE_TYPE scope, std::string filter) const {

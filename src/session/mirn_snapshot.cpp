@@ -25,12 +25,12 @@ class IdsByHandle {
   explicit IdsByHandle(const std::vector<Object>& objects) {
     m_ids.reserve(objects.size());
     for (const Object& object : objects) {
-      if (object.handle() != 0) m_ids.push_back({object.handle(), &object.id()});
+      if (object.handle() != 0) m_ids.push_back({object.handle(), &object.sharedId()});
     }
   }
 
   /// Null when the handle names nothing.
-  const std::wstring* find(VEX_HANDLE handle) const {
+  const SharedText* find(VEX_HANDLE handle) const {
     const auto* const found = findFirstBy([](const Entry& entry) { return entry.handle; }, m_ids, handle);
     return found == nullptr ? nullptr : found->id;
   }
@@ -38,7 +38,7 @@ class IdsByHandle {
  private:
   struct Entry {
     VEX_HANDLE handle;
-    const std::wstring* id;
+    const SharedText* id;
   };
 
   std::vector<Entry> m_ids;

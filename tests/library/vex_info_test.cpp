@@ -594,4 +594,19 @@ TEST_F(VexInfoTest, ThousandsOfDevicesKeepTheirOwnPhys) {
   }
 }
 
+TEST_F(VexInfoTest, DevicesOfOneModelShareItsTexts) {
+  ScriptedMachine machine;
+  machine.addController(kSata, VEX_CONTROLLER_TYPE_SATA, 0);
+  for (VEX_HANDLE disk = 0; disk < 4; ++disk) {
+    setText(machine.addDisk(1000 + disk, kSata).model, disk < 3 ? "Common" : "Rare");
+  }
+  m_library.setMachine(machine);
+  m_info->open();
+  const auto devices = m_info->getEndDevices(0, 0, "");
+  ASSERT_THAT(devices, SizeIs(4));
+  EXPECT_EQ(&devices[1].model(), &devices[0].model());
+  EXPECT_EQ(&devices[2].model(), &devices[0].model());
+  EXPECT_EQ(devices[3].model(), L"Rare");
+}
+
 }  // namespace

@@ -234,6 +234,16 @@ TEST_P(LinksToNothing, AreEmpty) {
 // Handle 0 names nothing, not even an object that has it.
 INSTANTIATE_TEST_SUITE_P(Handles, LinksToNothing, testing::Values(kUnheardOf, kNothing));
 
+TEST(SnapshotLinks, TakeNoMemoryOfTheirOwn) {
+  const MirnSnapshot snapshot = linkedTo(1);
+  const EndDevice& disk = snapshot.endDevices.back();
+  EXPECT_EQ(&disk.arrayId(), &snapshot.arrays.back().id());
+  EXPECT_EQ(&disk.raidId(), &snapshot.raids.back().id());
+  EXPECT_EQ(&disk.controllerId(), &snapshot.controllers.back().id());
+  EXPECT_EQ(&snapshot.ports.back().localDeviceId(), &disk.id());
+  EXPECT_EQ(&snapshot.volumes.back().journalingDriveId(), &disk.id());
+}
+
 TEST(SnapshotLinks, LeaveAnIdAsItStoodWhenNothingMatches) {
   MirnSnapshot read;
   read.volumes = {volume(1, L"volume").arrayHandle(kUnheardOf).build()};

@@ -14,6 +14,7 @@
 #include "enumerations.h"
 #include "field.h"
 #include "raid_range.h"
+#include "shared_text.h"
 #include "text.h"
 
 /// What tests make of a class's list of fields: values for all of them, and all the ways to change one.
@@ -22,6 +23,7 @@
 class ChangeValue {
  public:
   static void of(std::wstring& value) { value += L"'"; }
+  static void of(SharedText& value) { value = value.text() + L"'"; }
   static void of(bool& value) { value = !value; }
   template <class Number>
   static std::enable_if_t<std::is_unsigned<Number>::value> of(Number& value) {
@@ -185,6 +187,7 @@ class FillBuilder {
 
  private:
   void fill(std::wstring& value, const wchar_t* name) const { value = name; }
+  void fill(SharedText& value, const wchar_t* name) const { value = name; }
   void fill(bool& value, const wchar_t*) const { value = true; }
   template <class Value>
   void fill([[maybe_unused]] Value& value, const wchar_t*) const {

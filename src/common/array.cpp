@@ -5,7 +5,9 @@
 
 using ovra::data_transfer::ServiceObject;
 
-Array Array::Builder::build() const { return builtOrAssert("src\\common\\array", __LINE__); }
+Array Array::Builder::build() const& { return builtOrAssert("src\\common\\array", __LINE__); }
+
+Array Array::Builder::build() && { return movedOrAssert("src\\common\\array", __LINE__); }
 
 ServiceObject Array::toServiceObject() const { return field::formOf<Array>(*this); }
 

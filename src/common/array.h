@@ -94,7 +94,8 @@ class Array::Builder : public ModelBuilder<Array::Builder, Array> {
   Builder& numDisks(std::uint32_t value) { return set<&Array::m_numDisks>(value); }
   Builder& numVolumes(std::uint32_t value) { return set<&Array::m_numVolumes>(value); }
 
-  Array build() const;
+  Array build() const&;
+  Array build() &&;  ///< Hands out the object itself.
 };
 
 #endif

@@ -21,7 +21,8 @@ constexpr char kNotFullyInitialized[] = "Not fully initialized";
 ///       Builder() : ModelBuilder(Disk()) {}
 ///       Builder& id(std::wstring value) { return set<&Disk::m_id>(std::move(value)); }
 ///       Builder& size(std::uint64_t value) { return set<&Disk::m_size>(value); }
-///       Disk build() const { return builtOrAssert("src\\common\\disk", __LINE__); }
+///       Disk build() const& { return builtOrAssert("src\\common\\disk", __LINE__); }
+///       Disk build() && { return movedOrAssert("src\\common\\disk", __LINE__); }
 ///     };
 template <class Derived, class Object>
 class ModelBuilder {
@@ -46,15 +47,34 @@ class ModelBuilder {
     return m_object;
   }
 
+  /// The object itself, which the builder has no longer.
+  Object movedOrAssert([[maybe_unused]] const char* path, [[maybe_unused]] unsigned line) {
+    MIRN_ASSERT_AT(m_flags.count() == m_flags.size(), "m_flags.count() == m_flags.size()", path, line);
+    return std::move(m_object);
+  }
+
   /// A copy of the object. A forgotten field raises `Exception`.
   template <class Exception>
   Object builtOrThrow() const {
-    if (m_flags.count() != m_flags.size()) throw Exception(kNotFullyInitialized);
+    throwUnlessBuilt<Exception>();
     return m_object;
+  }
+
+  /// The object itself, which the builder has no longer.
+  template <class Exception>
+  Object movedOrThrow() {
+    throwUnlessBuilt<Exception>();
+    return std::move(m_object);
   }
 
   std::bitset<flagCount<Object>()> m_flags;
   Object m_object;
+
+ private:
+  template <class Exception>
+  void throwUnlessBuilt() const {
+    if (m_flags.count() != m_flags.size()) throw Exception(kNotFullyInitialized);
+  }
 };
 
 #endif

@@ -1,11 +1,15 @@
 #include "enddevice.h"
 
+#include <string_view>
+
 #include "field_comparison.h"
 #include "published_fields.h"
 
 using ovra::data_transfer::ServiceObject;
 
-EndDevice EndDevice::Builder::build() const { return builtOrAssert("src\\common\\enddevice", __LINE__); }
+EndDevice EndDevice::Builder::build() const& { return builtOrAssert("src\\common\\enddevice", __LINE__); }
+
+EndDevice EndDevice::Builder::build() && { return movedOrAssert("src\\common\\enddevice", __LINE__); }
 
 namespace {
 
@@ -18,20 +22,25 @@ std::wstring trimmed(const std::wstring& text) {
   return text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
 }
 
-std::wstring prefixed(const std::wstring& text) {
-  return text.find(kHexPrefix) == std::wstring::npos ? kHexPrefix + text : text;
+bool isPrefixed(const std::wstring& text) { return text.find(kHexPrefix) != std::wstring::npos; }
+
+std::wstring prefixed(const std::wstring& text) { return isPrefixed(text) ? text : kHexPrefix + text; }
+
+bool isWhiteSpace(wchar_t character) {
+  return std::wstring_view(kWhiteSpace).find(character) != std::wstring_view::npos;
+}
+
+bool isVendorId(const std::wstring& text) {
+  return isPrefixed(text) && !isWhiteSpace(text.front()) && !isWhiteSpace(text.back());
 }
 
 }  // namespace
 
-EndDevice::Builder& EndDevice::Builder::vendorId(std::wstring value) {
-  return set<&EndDevice::m_vendorId>(prefixed(trimmed(value)));
-}
+std::wstring EndDevice::vendorIdOf(const std::wstring& text) { return prefixed(trimmed(text)); }
 
-void EndDevice::shareTextsWith(const EndDevice& other) {
-  m_vendorId.shareIfEqual(other.m_vendorId);
-  m_model.shareIfEqual(other.m_model);
-  m_firmware.shareIfEqual(other.m_firmware);
+/// What has that form already stays the shared text that it is.
+EndDevice::Builder& EndDevice::Builder::vendorId(const SharedText& value) {
+  return set<&EndDevice::m_vendorId>(isVendorId(value) ? value : SharedText(vendorIdOf(value)));
 }
 
 ServiceObject EndDevice::toServiceObject() const { return field::formOf<EndDevice>(*this); }

@@ -64,14 +64,16 @@ class EndDevice {
   void setControllerId(SharedText id) { m_controllerId = std::move(id); }
   void setRaidId(SharedText id) { m_raidId = std::move(id); }
   void setArrayId(SharedText id) { m_arrayId = std::move(id); }
-  /// Keeps one text with a device that has the same maker, model or firmware, as neighbours mostly have.
-  void shareTextsWith(const EndDevice& other);
   void setManagedHotplug(bool value) { m_managedHotplug = value; }
 
   /// The form that clients see: an object, with keys that depend on the type of device and disk.
   ovra::data_transfer::ServiceObject toServiceObject() const;
   /// The schema of that form, as `field::schemaOf` gives it.
   static ovra::data_transfer::ServiceObject schema();
+
+  /// The maker's id as it is kept and shown: without white space at both ends, and with "0x" in front unless
+  /// there is a "0x" anywhere.
+  static std::wstring vendorIdOf(const std::wstring& text);
 
   /// Every field, see field.h.
   template <class Walk>
@@ -198,8 +200,8 @@ class EndDevice::Builder : public ModelBuilder<EndDevice::Builder, EndDevice> {
   Builder& address(SharedText value) { return set<&EndDevice::m_address>(std::move(value)); }
   Builder& deviceType(DeviceType value) { return set<&EndDevice::m_deviceType>(value); }
   Builder& unpublishedNumber(std::uint32_t value) { return set<&EndDevice::m_unpublishedNumber>(value); }
-  /// Trims white space at both ends and puts "0x" in front, unless the text has a "0x" anywhere.
-  Builder& vendorId(std::wstring value);
+  /// Takes `vendorIdOf` the text.
+  Builder& vendorId(const SharedText& value);
   Builder& serialNumber(SharedText value) { return set<&EndDevice::m_serialNumber>(std::move(value)); }
   Builder& model(SharedText value) { return set<&EndDevice::m_model>(std::move(value)); }
   Builder& firmware(SharedText value) { return set<&EndDevice::m_firmware>(std::move(value)); }
@@ -210,7 +212,8 @@ class EndDevice::Builder : public ModelBuilder<EndDevice::Builder, EndDevice> {
   Builder& isOrdanNVMe(bool value) { return set<&EndDevice::m_isOrdanNVMe>(value); }
   Builder& managedHotplug(bool value) { return set<&EndDevice::m_managedHotplug>(value); }
 
-  EndDevice build() const;
+  EndDevice build() const&;
+  EndDevice build() &&;  ///< Hands out the object itself.
 };
 
 #endif

@@ -5,7 +5,9 @@
 
 using ovra::data_transfer::ServiceObject;
 
-Port Port::Builder::build() const { return builtOrAssert("src\\common\\port", __LINE__); }
+Port Port::Builder::build() const& { return builtOrAssert("src\\common\\port", __LINE__); }
+
+Port Port::Builder::build() && { return movedOrAssert("src\\common\\port", __LINE__); }
 
 ServiceObject Port::toServiceObject() const { return field::formOf<Port>(*this); }
 

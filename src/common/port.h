@@ -89,7 +89,8 @@ class Port::Builder : public ModelBuilder<Port::Builder, Port> {
   Builder& localDeviceHandle(VEX_HANDLE value) { return set<&Port::m_localDeviceHandle>(value); }
   Builder& connectedPortHandle(VEX_HANDLE value) { return set<&Port::m_connectedPortHandle>(value); }
 
-  Port build() const;
+  Port build() const&;
+  Port build() &&;  ///< Hands out the object itself.
 };
 
 #endif

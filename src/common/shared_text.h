@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-/// A text that never changes, so that its copies share it: a copy takes no memory and counts one up. It is read
-/// as a `std::wstring`, whose reference stays valid as long as any of the copies. An empty text takes no memory
-/// at all. Copies may belong to different threads.
+/// A text that never changes, so that its copies share it: a copy takes no memory and counts one up. It is
+/// read as a `std::wstring`, whose reference stays valid as long as any of the copies. An empty text takes no
+/// memory at all. Copies may belong to different threads.
 class SharedText {
  public:
   SharedText() = default;
@@ -18,18 +18,18 @@ class SharedText {
 
   operator const std::wstring&() const { return text(); }
   const std::wstring& text() const { return m_shared ? m_shared->text : noText(); }
+  bool empty() const { return !m_shared; }
 
+  /// Whether another copy has the text, too. Whoever has the only one stays the only one until copying it.
+  bool isShared() const { return m_shared && m_shared->use_count() > 1; }
   /// Whether both are one text in memory.
   bool isSharedWith(const SharedText& other) const { return m_shared == other.m_shared; }
-  /// Takes the other's text for its own if they are equal.
-  void shareIfEqual(const SharedText& other) {
-    if (*this == other) m_shared = other.m_shared;
-  }
 
   friend bool operator==(const SharedText& one, const SharedText& other) {
     return one.isSharedWith(other) || one.text() == other.text();
   }
   friend bool operator!=(const SharedText& one, const SharedText& other) { return !(one == other); }
+  friend bool operator<(const SharedText& one, const SharedText& other) { return one.text() < other.text(); }
 
  private:
   struct Shared : boost::intrusive_ref_counter<Shared> {

@@ -5,7 +5,9 @@
 
 using ovra::data_transfer::ServiceObject;
 
-Volume Volume::Builder::build() const { return builtOrThrow<InitializationException>(); }
+Volume Volume::Builder::build() const& { return builtOrThrow<InitializationException>(); }
+
+Volume Volume::Builder::build() && { return movedOrThrow<InitializationException>(); }
 
 ServiceObject Volume::toServiceObject() const { return field::formOf<Volume>(*this); }
 

@@ -49,6 +49,7 @@ class Volume {
   };
 
   const std::wstring& id() const { return m_id; }
+  const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   const std::wstring& arrayId() const { return m_arrayId; }
   VEX_HANDLE arrayHandle() const { return m_arrayHandle; }
@@ -172,7 +173,8 @@ class Volume::Builder : public ModelBuilder<Volume::Builder, Volume> {
   Builder& journalingDriveHandle(VEX_HANDLE value) { return set<&Volume::m_journalingDriveHandle>(value); }
   Builder& rwhPolicy(RwhPolicy value) { return set<&Volume::m_rwhPolicy>(value); }
 
-  Volume build() const;
+  Volume build() const&;
+  Volume build() &&;  ///< Hands out the object itself.
 };
 
 #endif

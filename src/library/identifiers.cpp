@@ -12,19 +12,28 @@ constexpr std::uint64_t kFnvStart = 0xcbf29ce484222325U;
 constexpr std::uint64_t kFnvPrime = 0x100000001b3U;
 
 /// 64-bit FNV-1a over two bytes a code unit, low byte first, whatever the width of a unit.
-template <class Text>
-std::uint64_t hashOf(const Text& text) {
+std::uint64_t hashOf(const std::wstring& text) {
   std::uint64_t hash = kFnvStart;
-  for (const auto character : text) {
+  for (const wchar_t character : text) {
     const unsigned unit = static_cast<std::uint16_t>(character);
     for (const unsigned byte : {unit & 0xFFU, unit >> 8}) hash = (hash ^ byte) * kFnvPrime;
   }
   return hash;
 }
 
-std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }
+/// The same for a text of ASCII, which has the units of the wide text already: each has a high byte of 0,
+/// which does no more than multiply once more.
+std::uint64_t hashOfAscii(std::string_view text) {
+  std::uint64_t hash = kFnvStart;
+  for (const char character : text) {
+    hash = (hash ^ static_cast<unsigned char>(character)) * (kFnvPrime * kFnvPrime);
+  }
+  return hash;
+}
 
 }  // namespace
+
+std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
 std::wstring wideFromNarrow(std::string_view text) {
   text = untilNul(text);
@@ -32,11 +41,12 @@ std::wstring wideFromNarrow(std::string_view text) {
   return utf8ToWide(std::string(text));
 }
 
-/// ASCII has the units of the wide text already, so that most ids take no conversion.
-std::wstring idFromUniqueId(std::string_view text) {
+std::wstring idFromUniqueId(std::string_view text) { return decimalText(idNumber(text)); }
+
+std::uint64_t idNumber(std::string_view text) {
   text = untilNul(text);
-  const std::uint64_t hash = isAscii(text) ? hashOf(text) : hashOf(utf8ToWide(std::string(text)));
-  return decimalText(hash ^ (hash >> 32));
+  const std::uint64_t hash = isAscii(text) ? hashOfAscii(text) : hashOf(utf8ToWide(std::string(text)));
+  return hash ^ (hash >> 32);
 }
 
 std::wstring addressToString(std::uint32_t address) {

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+/// What stands ahead of the first NUL; all where there is none.
+std::string_view untilNul(std::string_view text);
+
 /// The library's UTF-8 text up to its first NUL, or whole where there is none. Text that is not UTF-8 raises
 /// `std::range_error` with "bad conversion".
 std::wstring wideFromNarrow(std::string_view text);
@@ -19,6 +22,9 @@ std::wstring wideFromNarrow(const char (&field)[kSize]) {
 /// The object id made from the library's identity text up to its first NUL: one to twenty decimal digits, the
 /// same on every platform and at every start. Equal texts give equal ids.
 std::wstring idFromUniqueId(std::string_view text);
+
+/// The number that these digits tell.
+std::uint64_t idNumber(std::string_view text);
 
 template <std::size_t kSize>
 std::wstring idFromUniqueId(const char (&field)[kSize]) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "controller_builder.h"
 #include "identifiers.h"
@@ -81,30 +82,32 @@ std::set<StripSize> stripSizesOf(std::uint32_t bits) {
 
 }  // namespace
 
+VexConverter::VexConverter(std::shared_ptr<KnownTexts> texts) : m_texts(std::move(texts)) {}
+
 EndDevice VexConverter::toEndDevice(const VEX_END_DEVICE_INFO& record,
                                     const std::vector<VEX_PHY_INFO>& phys) const {
   const VEX_PHY_INFO phy = phyOf(record.endDeviceHandle, phys);
-  return EndDevice::Builder()
-      .id(idFromUniqueId(record.uniqueId))
+  EndDevice::Builder builder;
+  builder.id(m_texts->id(record.uniqueId))
       .handle(record.endDeviceHandle)
       .controllerHandle(record.controllerHandle)
       .raidHandle(record.raidInfoHandle)
       .arrayHandle(record.arrayHandle)
       .phyHandle(phy.phyHandle)
-      .address(addressToString(record.address))
+      .address(m_texts->address(record.address))
       .deviceType(deviceTypeFromVex(record.deviceType))
       .unpublishedNumber(record.unpublishedNumber)
-      .vendorId(wideFromNarrow(record.vendorId))
-      .serialNumber(wideFromNarrow(record.serialNumber))
-      .model(wideFromNarrow(record.model))
-      .firmware(wideFromNarrow(record.firmware))
+      .vendorId(m_texts->formed(record.vendorId, EndDevice::vendorIdOf))
+      .serialNumber(m_texts->text(record.serialNumber))
+      .model(m_texts->text(record.model))
+      .firmware(m_texts->text(record.firmware))
       .disk(toDisk(record))
       .unpublishedSize(record.unpublishedSize)
       .negotiatedLinkSpeed(linkSpeedFromVex(phy.negotiatedLinkSpeed))
       .lyxDomain(record.lyxDomain)
       .isOrdanNVMe(isSet(record.isOrdanNVMe))
-      .managedHotplug(isSet(record.managedHotplug))
-      .build();
+      .managedHotplug(isSet(record.managedHotplug));
+  return std::move(builder).build();
 }
 
 /// RAID 1 has no strips.
@@ -127,7 +130,7 @@ RaidLevelSupport VexConverter::toRaidLevelSupport(const VEX_RAID_LEVEL_INFO& rec
 
 Raid VexConverter::toRaid(const VEX_RAID_INFO& record) const {
   return Raid::Builder()
-      .id(idFromUniqueId(record.uniqueId))
+      .id(m_texts->id(record.uniqueId))
       .handle(record.raidInfoHandle)
       .maxDisksPerArray(record.maxDisksPerArray)
       .maxRaidDisksSupported(record.maxRaidDisksSupported)
@@ -142,29 +145,29 @@ Raid VexConverter::toRaid(const VEX_RAID_INFO& record) const {
 }
 
 Port VexConverter::toPort(const VEX_PORT_INFO& record) const {
-  return Port::Builder()
-      .id(idFromUniqueId(record.uniqueId))
+  Port::Builder builder;
+  builder.id(m_texts->id(record.uniqueId))
       .handle(record.portHandle)
-      .address(addressToString(record.address))
+      .address(m_texts->address(record.address))
       .numPhys(record.numPhys)
       .localDeviceType(portLocalDeviceTypeFromVex(record.localDeviceType))
       .localDeviceHandle(record.localDeviceHandle)
-      .connectedPortHandle(record.connectedPortHandle)
-      .build();
+      .connectedPortHandle(record.connectedPortHandle);
+  return std::move(builder).build();
 }
 
 Controller VexConverter::toController(const VEX_CONTROLLER_INFO& record, std::uint64_t availableDisks,
                                       std::uint64_t availableDevices,
                                       const boost::optional<VEX_RAID_INFO>& /*raid*/) const {
   return ControllerBuilder()
-      .id(idFromUniqueId(record.uniqueId))
+      .id(m_texts->id(record.uniqueId))
       .handle(record.controllerHandle)
       .raidHandle(record.raidInfoHandle)
-      .address(addressToString(record.address))
-      .name(wideFromNarrow(record.name))
+      .address(m_texts->address(record.address))
+      .name(m_texts->text(record.name))
       .type(controllerTypeFromVex(record.controllerType))
       .mode(modeOf(record))
-      .version(wideFromNarrow(record.version))
+      .version(m_texts->text(record.version))
       .availableDisks(availableDisks)
       .availableDevices(availableDevices)
       .disableESataSpanning(isSet(record.disableESataSpanning))
@@ -180,12 +183,12 @@ Controller VexConverter::toController(const VEX_CONTROLLER_INFO& record, std::ui
 
 Volume VexConverter::toVolume(const VEX_VOLUME_INFO& record) const {
   const RaidLevel level = raidLevelFromVex(record.raidLevel);
-  return Volume::Builder()
-      .id(idFromUniqueId(record.uniqueId))
+  Volume::Builder builder;
+  builder.id(m_texts->id(record.uniqueId))
       .handle(record.volumeHandle)
       .arrayHandle(record.arrayHandle)
       .arrayOrdinal(record.arrayOrdinal)
-      .name(wideFromNarrow(record.name))
+      .name(m_texts->text(record.name))
       .state(volumeStateFromVex(record.state))
       .raidLevel(level)
       .totalSize(record.totalSize)
@@ -199,22 +202,22 @@ Volume VexConverter::toVolume(const VEX_VOLUME_INFO& record) const {
       .verify({record.verifyErrors, record.verifyBadBlocks})
       .sectorSize({record.logicalSectorSize, record.physicalSectorSize})
       .journalingDriveHandle(record.journalingDriveHandle)
-      .rwhPolicy(rwhPolicyFromVex(record.rwhPolicy))
-      .build();
+      .rwhPolicy(rwhPolicyFromVex(record.rwhPolicy));
+  return std::move(builder).build();
 }
 
 Array VexConverter::toArray(const VEX_ARRAY_INFO& record) const {
-  return Array::Builder()
-      .id(idFromUniqueId(record.uniqueId))
+  Array::Builder builder;
+  builder.id(m_texts->id(record.uniqueId))
       .handle(record.arrayHandle)
-      .name(wideFromNarrow(record.name))
+      .name(m_texts->text(record.name))
       .state(arrayStateFromVex(record.state))
       .totalSize(record.totalSize)
       .freeSize(record.freeSize)
       .writeCachePolicy(writeCacheStateFromVex(record.writeCacheState))
       .numDisks(record.numDisks)
-      .numVolumes(record.numVolumes)
-      .build();
+      .numVolumes(record.numVolumes);
+  return std::move(builder).build();
 }
 
 /// The library's version stands for the product's as well.

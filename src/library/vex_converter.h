@@ -3,11 +3,13 @@
 
 #include <boost/optional.hpp>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "array.h"
 #include "controller.h"
 #include "enddevice.h"
+#include "known_texts.h"
 #include "non_copyable.h"
 #include "port.h"
 #include "raid.h"
@@ -16,8 +18,8 @@
 #include "VEXL2.h"
 #include "volume.h"
 
-/// Turns library records into model objects. Has no state and calls no library, so it is safe
-/// from any thread.
+/// Turns library records into model objects. Calls no library, and knows of no record that it has turned. For
+/// one thread at a time.
 ///
 /// Related objects keep their handles; the ids that belong to them are empty until the session fills them in.
 /// Text that is not UTF-8 raises `std::range_error`.
@@ -45,6 +47,9 @@ class IVexConverter {
 
 class VexConverter : public IVexConverter, private NonCopyable {
  public:
+  /// Objects have their texts from `texts`, so that all who make objects with these share them.
+  explicit VexConverter(std::shared_ptr<KnownTexts> texts = std::make_shared<KnownTexts>());
+
   EndDevice toEndDevice(const VEX_END_DEVICE_INFO& record,
                         const std::vector<VEX_PHY_INFO>& phys) const override;
   RaidLevelSupport toRaidLevelSupport(const VEX_RAID_LEVEL_INFO& record, std::uint32_t level) const override;
@@ -59,6 +64,9 @@ class VexConverter : public IVexConverter, private NonCopyable {
 
   virtual Controller::Functions toFunctions(const VEX_CONTROLLER_INFO& record) const;
   virtual EndDevice::Disk toDisk(const VEX_END_DEVICE_INFO& record) const;
+
+ private:
+  std::shared_ptr<KnownTexts> m_texts;  // never null
 };
 
 #endif

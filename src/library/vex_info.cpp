@@ -4,7 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "identifiers.h"
 #include "record_reading.h"
 #include "sorted_list.h"
 #include "vex_codes.h"
@@ -41,40 +40,45 @@ IVexInfo::ControllerIds idsByController(const std::vector<Controller>& controlle
 }
 
 template <class Object>
-std::vector<std::wstring> idsOf(const std::vector<Object>& objects) {
-  return converted(objects, [](const Object& object) { return object.id(); });
+std::vector<SharedText> idsOf(const std::vector<Object>& objects) {
+  return converted(objects, [](const Object& object) { return SharedText(object.sharedId()); });
 }
 
 /// Finds the first phy of each device, so that thousands of devices need not walk thousands of phys each. A
 /// phy without a device (handle 0) is nobody's.
 class PhyIndex {
  public:
-  explicit PhyIndex(std::vector<VEX_PHY_INFO> phys) : m_phys(std::move(phys)) {
-    sortStablyBy(kDeviceOf, m_phys);
-  }
+  explicit PhyIndex(std::vector<VEX_PHY_INFO> phys) : m_phys(sortedByDevice(std::move(phys))) {}
 
   /// One phy, or none, until the next look-up.
   const std::vector<VEX_PHY_INFO>& of(VEX_HANDLE endDevice) {
     m_found.clear();
     if (endDevice == 0) return m_found;
-    if (const auto* const phy = findFirstBy(kDeviceOf, m_phys, endDevice)) m_found.push_back(*phy);
+    if (const auto* const phy = m_search.find(endDevice)) m_found.push_back(*phy);
     return m_found;
   }
 
  private:
   static constexpr auto kDeviceOf = [](const VEX_PHY_INFO& phy) { return phy.endDeviceHandle; };
 
-  std::vector<VEX_PHY_INFO> m_phys;
+  static std::vector<VEX_PHY_INFO> sortedByDevice(std::vector<VEX_PHY_INFO> phys) {
+    sortStablyBy(kDeviceOf, phys);
+    return phys;
+  }
+
+  const std::vector<VEX_PHY_INFO> m_phys;
+  const OrderedSearch<VEX_PHY_INFO, decltype(kDeviceOf)> m_search{kDeviceOf, m_phys};
   std::vector<VEX_PHY_INFO> m_found;
 };
 
 }  // namespace
 
-std::unique_ptr<IVexInfo> makeVexInfo() {
-  return std::make_unique<VexInfo>(std::make_unique<VexConverter>());
+std::unique_ptr<IVexInfo> makeVexInfo(const std::shared_ptr<KnownTexts>& texts) {
+  return std::make_unique<VexInfo>(std::make_unique<VexConverter>(texts), texts);
 }
 
-VexInfo::VexInfo(std::unique_ptr<IVexConverter> converter) : m_converter(std::move(converter)) {}
+VexInfo::VexInfo(std::unique_ptr<IVexConverter> converter, std::shared_ptr<KnownTexts> texts)
+    : m_converter(std::move(converter)), m_texts(std::move(texts)) {}
 
 VexInfo::~VexInfo() {
   if (m_session == 0) return;
@@ -130,13 +134,9 @@ std::vector<EndDevice> VexInfo::getEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE 
                                               std::string filter) const {
   const auto records = readEndDevices(handle, scope, filter);
   PhyIndex phys(readPhys(handle, scope));
-  std::vector<EndDevice> devices;
-  devices.reserve(records.size());
-  for (const VEX_END_DEVICE_INFO& record : records) {
-    devices.push_back(m_converter->toEndDevice(record, phys.of(record.endDeviceHandle)));
-    if (devices.size() > 1) devices.back().shareTextsWith(devices[devices.size() - 2]);
-  }
-  return devices;
+  return converted(records, [&](const VEX_END_DEVICE_INFO& record) {
+    return m_converter->toEndDevice(record, phys.of(record.endDeviceHandle));
+  });
 }
 
 std::vector<Array> VexInfo::getArrays(VEX_HANDLE handle, VEX_SCOPE_TYPE scope, std::string filter) const {
@@ -198,9 +198,9 @@ std::vector<Volume> VexInfo::volumesOf(const Controller& controller) const {
 }
 
 /// Nothing else of a port's record can be wrong, so that it takes no whole port to tell its id.
-std::vector<std::wstring> VexInfo::portIdsOf(const Controller& controller) const {
+std::vector<SharedText> VexInfo::portIdsOf(const Controller& controller) const {
   return converted(readPorts(controller.handle(), VEX_SCOPE_CONTROLLER_PORTS),
-                   [](const VEX_PORT_INFO& record) { return idFromUniqueId(record.uniqueId); });
+                   [this](const VEX_PORT_INFO& record) { return m_texts->id(record.uniqueId); });
 }
 
 std::vector<VEX_CONTROLLER_INFO> VexInfo::readControllers() const {

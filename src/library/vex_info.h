@@ -10,12 +10,15 @@
 #include "vex_info_interface.h"
 #include "VEXL2.h"
 
-/// A reader for one snapshot.
-std::unique_ptr<IVexInfo> makeVexInfo();
+/// A reader for one snapshot, whose objects have their texts from `texts`.
+std::unique_ptr<IVexInfo> makeVexInfo(
+    const std::shared_ptr<KnownTexts>& texts = std::make_shared<KnownTexts>());
 
 class VexInfo : public IVexInfo, private NonCopyable {
  public:
-  explicit VexInfo(std::unique_ptr<IVexConverter> converter);
+  /// The ids of ports come from `texts`, too.
+  explicit VexInfo(std::unique_ptr<IVexConverter> converter,
+                   std::shared_ptr<KnownTexts> texts = std::make_shared<KnownTexts>());
 
   /// Closes a session that is open still. A refusal of that is nobody's concern any more.
   ~VexInfo() override;
@@ -39,7 +42,7 @@ class VexInfo : public IVexInfo, private NonCopyable {
  private:
   virtual std::vector<Array> arraysOf(const Controller& controller) const;
   virtual std::vector<Volume> volumesOf(const Controller& controller) const;
-  virtual std::vector<std::wstring> portIdsOf(const Controller& controller) const;
+  virtual std::vector<SharedText> portIdsOf(const Controller& controller) const;
 
   virtual std::vector<VEX_CONTROLLER_INFO> readControllers() const;
   virtual std::vector<VEX_END_DEVICE_INFO> readEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
@@ -58,6 +61,7 @@ class VexInfo : public IVexInfo, private NonCopyable {
 
   VEX_HANDLE m_session = 0;  // 0: none is open
   std::unique_ptr<IVexConverter> m_converter;
+  std::shared_ptr<KnownTexts> m_texts;  // never null
 };
 
 #endif

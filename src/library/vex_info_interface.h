@@ -11,6 +11,7 @@
 #include "port.h"
 #include "raid.h"
 #include "raidlevelsupport.h"
+#include "shared_text.h"
 #include "version.h"
 #include "VEXL2.h"
 #include "volume.h"
@@ -22,7 +23,7 @@
 /// kept; text that is not UTF-8 raises `std::range_error`. An object is used by one thread.
 class IVexInfo {
  public:
-  using ControllerIds = std::map<std::wstring, std::vector<std::wstring>>;
+  using ControllerIds = std::map<std::wstring, std::vector<SharedText>>;
   using RaidLevels = std::map<std::wstring, std::map<RaidLevel, RaidLevelSupport>>;
 
   virtual ~IVexInfo() = default;

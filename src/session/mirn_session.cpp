@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "lent_texts.h"
 #include "logger.h"
 #include "mirn_exception.h"
 #include "plugin_log_line.h"
@@ -132,7 +133,8 @@ Picture MirnSession::takePictureForCaller() {
 }
 
 MirnSnapshot MirnSession::takeSnapshot() {
-  const std::unique_ptr<IVexInfo> info = makeVexInfo();
+  const LentTexts known(m_texts);
+  const std::unique_ptr<IVexInfo> info = makeVexInfo(known.texts());
   openLibrarySession(*info);
   MirnSnapshot snapshot = readSnapshot(*info);
   finishSnapshot(snapshot);

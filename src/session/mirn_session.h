@@ -19,6 +19,8 @@
 #include "snapshot_reads.h"
 #include "VEXL2.h"
 
+class KnownTexts;
+
 /// The back end: holds the snapshot, serves every read from it, carries out the actions, and runs the event
 /// thread. Neither copied nor moved: listeners hold pointers to its interfaces.
 class MirnSession : public SnapshotReads, public SessionActions {
@@ -100,6 +102,9 @@ class MirnSession : public SnapshotReads, public SessionActions {
 
   // Exchanged whole, and guarded by m_mutex; the picture itself does not change.
   Picture m_snapshot = std::make_shared<const IndexedSnapshot>();
+
+  // Of the pictures so far, for the next one; see LentTexts.
+  std::shared_ptr<KnownTexts> m_texts;
 
   ChangeWatch m_changes;
 

@@ -1,6 +1,7 @@
 #include "mirn_snapshot.h"
 
 #include <algorithm>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -17,31 +18,21 @@ void sortByHandle(std::vector<Object>& objects) {
 }
 
 /// Ids by handle. Of several objects with one handle the first counts; handle 0 names nothing.
+template <class Object>
 class IdsByHandle {
  public:
-  /// The list is sorted by handle. Its objects stay where they are, and keep their ids, as long as the ids
-  /// are looked up.
-  template <class Object>
-  explicit IdsByHandle(const std::vector<Object>& objects) {
-    m_ids.reserve(objects.size());
-    for (const Object& object : objects) {
-      if (object.handle() != 0) m_ids.push_back({object.handle(), &object.sharedId()});
-    }
-  }
+  /// The list is sorted by handle. It stays where it is, and keeps its ids, as long as they are looked up.
+  explicit IdsByHandle(const std::vector<Object>& objects) : m_search(kHandleOf, objects) {}
 
   /// Null when the handle names nothing.
   const SharedText* find(VEX_HANDLE handle) const {
-    const auto* const found = findFirstBy([](const Entry& entry) { return entry.handle; }, m_ids, handle);
-    return found == nullptr ? nullptr : found->id;
+    if (handle == 0) return nullptr;
+    const Object* const object = m_search.find(handle);
+    return object == nullptr ? nullptr : &object->sharedId();
   }
 
  private:
-  struct Entry {
-    VEX_HANDLE handle;
-    const SharedText* id;
-  };
-
-  std::vector<Entry> m_ids;
+  OrderedSearch<Object, decltype(kHandleOf)> m_search;
 };
 
 /// What the objects of a picture name each other by.
@@ -53,11 +44,11 @@ struct Ids {
         endDevices(snapshot.endDevices),
         ports(snapshot.ports) {}
 
-  const IdsByHandle raids;
-  const IdsByHandle controllers;
-  const IdsByHandle arrays;
-  const IdsByHandle endDevices;
-  const IdsByHandle ports;
+  const IdsByHandle<Raid> raids;
+  const IdsByHandle<Controller> controllers;
+  const IdsByHandle<Array> arrays;
+  const IdsByHandle<EndDevice> endDevices;
+  const IdsByHandle<Port> ports;
 };
 
 void sortIds(MirnSnapshot::IdLists& lists) {
@@ -110,10 +101,10 @@ void linkPorts(std::vector<Port>& ports, const Ids& ids) {
 }
 
 void linkArrays(MirnSnapshot& snapshot) {
-  std::unordered_map<std::wstring, std::vector<std::wstring>> controllersOfArray;
+  std::unordered_map<std::wstring_view, std::vector<std::wstring>> controllersOfArray;
   for (const auto& [controllerId, arrayIds] : snapshot.controllerArrays) {
-    for (const std::wstring& arrayId : arrayIds) {
-      std::vector<std::wstring>& controllerIds = controllersOfArray[arrayId];
+    for (const SharedText& arrayId : arrayIds) {
+      std::vector<std::wstring>& controllerIds = controllersOfArray[arrayId.text()];
       if (controllerIds.empty() || controllerIds.back() != controllerId)
         controllerIds.push_back(controllerId);
     }

@@ -12,12 +12,13 @@
 #include "port.h"
 #include "raid.h"
 #include "raidlevelsupport.h"
+#include "shared_text.h"
 #include "version.h"
 #include "volume.h"
 
 /// One complete picture of the storage system: a plain value. The session guards the one in use.
 struct MirnSnapshot {
-  using IdLists = std::map<std::wstring, std::vector<std::wstring>>;
+  using IdLists = std::map<std::wstring, std::vector<SharedText>>;
   using RaidLevels = std::map<std::wstring, std::map<RaidLevel, RaidLevelSupport>>;
 
   std::vector<Raid> raids;

@@ -34,12 +34,12 @@ std::vector<Object> SnapshotReads::objectsOfController(const std::wstring& contr
                                                        MirnSnapshot::IdLists MirnSnapshot::*idLists) {
   const Picture now = picture();
   findById(now->controllers, controllerId, kErrorObjectNotFound, kControllerNotFound);
-  const std::vector<std::wstring>& ids = lookUp((*now).*idLists, controllerId);
+  const std::vector<SharedText>& ids = lookUp((*now).*idLists, controllerId);
 
   std::vector<Object> result;
   for (const Object& object : (*now).*objects) {
     // The snapshot keeps these lists sorted.
-    if (std::binary_search(ids.begin(), ids.end(), object.id())) result.push_back(object);
+    if (std::binary_search(ids.begin(), ids.end(), object.sharedId())) result.push_back(object);
   }
   return result;
 }
@@ -126,10 +126,11 @@ boost::optional<Volume> SnapshotReads::findVolumeByName(const std::wstring& name
 
 boost::optional<Controller> SnapshotReads::findControllerOfVolume(const std::wstring& volumeId) {
   const Picture now = picture();
-  const bool isKnown = now->volumesById.find(volumeId) != nullptr;
+  const Volume* const volume = now->volumesById.find(volumeId);
   for (const Controller& controller : now->controllers) {
-    const std::vector<std::wstring>& ids = lookUp(now->controllerVolumes, controller.id());
-    if (isKnown && std::binary_search(ids.begin(), ids.end(), volumeId)) return controller;
+    const std::vector<SharedText>& ids = lookUp(now->controllerVolumes, controller.id());
+    if (volume != nullptr && std::binary_search(ids.begin(), ids.end(), volume->sharedId()))
+      return controller;
   }
   return {};
 }

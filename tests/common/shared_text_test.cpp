@@ -65,16 +65,27 @@ TEST(SharedText, ComparesByWhatItReads) {
   EXPECT_EQ(SharedText(), SharedText(L""));
 }
 
-TEST(SharedText, SharesTheTextOfAnEqualOneAlone) {
-  const SharedText other = L"text";
-  SharedText equal = L"text";
-  EXPECT_FALSE(equal.isSharedWith(other));
-  equal.shareIfEqual(other);
-  EXPECT_TRUE(equal.isSharedWith(other));
+TEST(SharedText, StandsInTheOrderOfWhatItReads) {
+  EXPECT_LT(SharedText(L"10"), SharedText(L"9"));
+  EXPECT_LT(SharedText(), SharedText(L"a"));
+  EXPECT_FALSE(SharedText(L"a") < SharedText(L"a"));
+}
 
-  SharedText different = L"texts";
-  different.shareIfEqual(other);
-  EXPECT_EQ(different.text(), L"texts");
+TEST(SharedText, TellsWhetherAnotherHasIt) {
+  EXPECT_FALSE(SharedText().isShared());
+  const SharedText text = L"text";
+  EXPECT_FALSE(text.isShared());
+  {
+    const SharedText copy = text;
+    EXPECT_TRUE(text.isShared());
+  }
+  EXPECT_FALSE(text.isShared());
+}
+
+TEST(SharedText, TellsWhetherThereIsAText) {
+  EXPECT_TRUE(SharedText().empty());
+  EXPECT_TRUE(SharedText(L"").empty());
+  EXPECT_FALSE(SharedText(L"a").empty());
 }
 
 TEST(SharedText, IsCopiedAndDroppedByManyThreadsAtOnce) {

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 using testing::ElementsAre;
@@ -26,6 +28,13 @@ std::vector<Numbered> sorted(std::vector<Numbered> list) {
 TEST(SortStablyBy, OrdersByTheKeyAndKeepsTheOrderOfElementsWithOneKey) {
   EXPECT_THAT(sorted({{2, 'a'}, {1, 'b'}, {2, 'c'}, {1, 'd'}}),
               ElementsAre(Numbered{1, 'b'}, Numbered{1, 'd'}, Numbered{2, 'a'}, Numbered{2, 'c'}));
+}
+
+TEST(SortStablyBy, OrdersElementsThatCanBeMovedAlone) {
+  std::vector<std::unique_ptr<int>> list;
+  for (const int number : {3, 1, 2}) list.push_back(std::make_unique<int>(number));
+  sortStablyBy([](const std::unique_ptr<int>& element) { return *element; }, list);
+  EXPECT_THAT(list, ElementsAre(testing::Pointee(1), testing::Pointee(2), testing::Pointee(3)));
 }
 
 TEST(SortStablyBy, LeavesAListInOrderAsItIs) {
@@ -67,6 +76,24 @@ TEST(FindFirstBy, GivesNullForAKeyThatNoneHas) {
   const std::vector<Numbered> list = {{1, 'a'}, {5, 'd'}};
   for (const int key : {0, 3, 6}) EXPECT_EQ(findFirstBy(kNumberOf, list, key), nullptr) << key;
   EXPECT_EQ(findFirstBy(kNumberOf, std::vector<Numbered>(), 1), nullptr);
+}
+
+TEST(OrderedSearch, FindsInAnyOrderWhatFindFirstByFinds) {
+  const std::vector<Numbered> list = {{1, 'a'}, {2, 'b'}, {2, 'c'}, {2, 'd'}, {5, 'e'}, {7, 'f'}, {7, 'g'}};
+  const OrderedSearch search(kNumberOf, list);
+  for (int first = 0; first < 9; ++first) {
+    for (int second = 0; second < 9; ++second) {
+      search.find(first);
+      ASSERT_EQ(search.find(second), findFirstBy(kNumberOf, list, second)) << second << " after " << first;
+    }
+  }
+}
+
+TEST(OrderedSearch, FindsNothingInAnEmptyList) {
+  const std::vector<Numbered> list;
+  const OrderedSearch search(kNumberOf, list);
+  EXPECT_EQ(search.find(0), nullptr);
+  EXPECT_EQ(search.find(1), nullptr);
 }
 
 }  // namespace

@@ -113,6 +113,32 @@ TEST_F(TakingASnapshot, GivesAFinishedPicture) {
   EXPECT_EQ(snapshot.version->vexVersion(), L"8.7.6.5432");
 }
 
+TEST_F(TakingASnapshot, MakesNoTextAgainThatAnotherPictureHas) {
+  const MirnSnapshot before = m_session.takeSnapshot();
+  const MirnSnapshot now = m_session.takeSnapshot();
+  ASSERT_EQ(now.endDevices.size(), before.endDevices.size());
+  for (std::size_t i = 0; i < now.endDevices.size(); ++i) {
+    EXPECT_EQ(&now.endDevices[i].id(), &before.endDevices[i].id());
+    EXPECT_EQ(&now.endDevices[i].address(), &before.endDevices[i].address());
+    EXPECT_EQ(&now.endDevices[i].vendorId(), &before.endDevices[i].vendorId());
+    EXPECT_EQ(&now.endDevices[i].serialNumber(), &before.endDevices[i].serialNumber());
+  }
+  EXPECT_EQ(&now.volumes.front().name(), &before.volumes.front().name());
+  EXPECT_EQ(&now.ports.front().localDeviceId(), &now.controllers.front().id());
+}
+
+TEST_F(TakingASnapshot, TellsATextThatHasChangedAndNoOther) {
+  const MirnSnapshot before = m_session.takeSnapshot();
+  m_library.change(
+      [](ScriptedMachine& machine) { setText(machine.endDevices.at(kFree1).serialNumber, "another"); });
+  const MirnSnapshot now = m_session.takeSnapshot();
+  for (std::size_t i = 0; i < now.endDevices.size(); ++i) {
+    const EndDevice& disk = now.endDevices[i];
+    EXPECT_EQ(disk.serialNumber(),
+              disk.handle() == kFree1 ? L"another" : before.endDevices[i].serialNumber());
+  }
+}
+
 TEST_F(TakingASnapshot, LeavesThePictureInPlaceAsItIs) {
   m_session.takeSnapshot();
   EXPECT_THAT(m_session.getVolumes(), IsEmpty());

@@ -77,4 +77,6 @@ class Reader : public IVexInfo {
 
 }  // namespace
 
-std::unique_ptr<IVexInfo> makeVexInfo() { return std::make_unique<Reader>(); }
+std::unique_ptr<IVexInfo> makeVexInfo(const std::shared_ptr<KnownTexts>& /*texts*/) {
+  return std::make_unique<Reader>();
+}

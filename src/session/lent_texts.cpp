@@ -1,0 +1,20 @@
+#include "lent_texts.h"
+
+#include <new>
+#include <utility>
+
+#include "known_texts.h"
+
+LentTexts::LentTexts(std::shared_ptr<KnownTexts>& place)
+    : m_place(place), m_texts(std::atomic_exchange(&place, std::shared_ptr<KnownTexts>())) {
+  if (!m_texts) m_texts = std::make_shared<KnownTexts>();
+}
+
+LentTexts::~LentTexts() {
+  try {
+    m_texts->forgetUnused();
+  } catch (const std::bad_alloc&) {
+    return;  // they are made anew when there is memory again
+  }
+  std::atomic_store(&m_place, std::move(m_texts));
+}

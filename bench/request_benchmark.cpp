@@ -1,10 +1,8 @@
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <iostream>
-
 #include "library_calls.h"
 #include "mirn_session.h"
+#include "renaming.h"
 #include "running_plugin.h"
 #include "scripted_library/large_machine.h"
 #include "side_by_side.h"
@@ -33,42 +31,6 @@ void getVolumes(benchmark::State& state) {
   };
   runBesideFloor(state, request, copyAndBuild);
 }
-
-/// Gives a volume two names in turn, in the library as well.
-class Renaming {
- public:
-  explicit Renaming(RunningPlugin& running) : m_running(running) {
-    const Volume volume = MirnSession().takeSnapshot().volumes.front();
-    m_id = volume.id();
-    m_handle = volume.handle();
-    running.library.effect(
-        onEveryCall("VexVolumeRename"), [](ScriptedMachine& machine, const ScriptedCall& call) {
-          setText(machine.volumes.at(static_cast<VEX_HANDLE>(call.arguments[0].number)).name,
-                  call.arguments[1].bytes);
-        });
-  }
-
-  void rename() {
-    ServiceObject body;
-    body.member(L"name") = m_isFirst ? std::wstring(L"Second name") : std::wstring(L"First name");
-    m_isFirst = !m_isFirst;
-    const ServiceObject answer = m_running.put(L"mirn/volumes", {m_id, L"name"}, body);
-    if (answer.isObject()) return;
-    std::cerr << "The volume was not renamed.\n";
-    std::exit(EXIT_FAILURE);
-  }
-
-  void callLibrary() const {
-    VexVolumeRename(m_handle, "Another name");
-    callLibraryAsASnapshotDoes();
-  }
-
- private:
-  RunningPlugin& m_running;
-  std::wstring m_id;
-  VEX_HANDLE m_handle = 0;
-  bool m_isFirst = false;
-};
 
 /// Floor: the library's time, for the change and for reading everything again.
 void renameVolume(benchmark::State& state) {

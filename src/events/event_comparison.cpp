@@ -2,29 +2,10 @@
 
 #include <boost/optional.hpp>
 #include <memory>
-#include <string_view>
-#include <unordered_map>
+
+#include "id_index.h"
 
 namespace {
-
-/// Finds the first object of a list with an id. Refers to the list.
-template <class Object>
-class IdIndex {
- public:
-  explicit IdIndex(const std::vector<Object>& objects) {
-    m_first.reserve(objects.size());
-    for (const auto& object : objects) m_first.emplace(object.id(), &object);
-  }
-
-  /// Null when the list has none.
-  const Object* find(const std::wstring& id) const {
-    const auto found = m_first.find(id);
-    return found == m_first.end() ? nullptr : found->second;
-  }
-
- private:
-  std::unordered_map<std::wstring_view, const Object*> m_first;
-};
 
 // What a change of state tells. Every state is spelled out, so that the compiler names the places that a new
 // one concerns. To enter a number that is no state tells nothing.

@@ -3,38 +3,32 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "id_index.h"
 #include "mirn_snapshot.h"
 
-/// The objects of a list by id, of several with one id the first. Made at the first look-up, which may come
-/// from any thread; from then on the list must stay as it is.
+/// The objects of a list by id. The index is made at the first look-up, which may come from any thread; from
+/// then on the list must stay as it is.
 template <class Object>
-class IdIndex {
+class ObjectsById {
  public:
-  /// `objects` must outlive the index.
-  explicit IdIndex(const std::vector<Object>& objects) : m_objects(objects) {}
+  /// `objects` must outlive this.
+  explicit ObjectsById(const std::vector<Object>& objects) : m_objects(objects) {}
 
-  /// Null when there is none.
+  /// The first with this id; null when there is none.
   const Object* find(const std::wstring& id) const {
-    std::call_once(m_made, [this] { make(); });
-    const auto found = m_byId.find(id);
-    return found == m_byId.end() ? nullptr : found->second;
+    std::call_once(m_made, [this] { m_index.emplace(m_objects); });
+    return m_index->find(id);
   }
 
  private:
-  void make() const {
-    m_byId.reserve(m_objects.size());
-    for (const Object& object : m_objects) m_byId.emplace(object.id(), &object);
-  }
-
   const std::vector<Object>& m_objects;
   mutable std::once_flag m_made;
-  mutable std::unordered_map<std::wstring_view, const Object*> m_byId;
+  mutable std::optional<IdIndex<Object>> m_index;
 };
 
 /// A finished picture: it doesn't change any more, and so its objects can be found by id.
@@ -45,12 +39,12 @@ class IndexedSnapshot : public MirnSnapshot {
   IndexedSnapshot(const IndexedSnapshot&) = delete;
   IndexedSnapshot& operator=(const IndexedSnapshot&) = delete;
 
-  const IdIndex<Raid> raidsById{raids};
-  const IdIndex<Controller> controllersById{controllers};
-  const IdIndex<Array> arraysById{arrays};
-  const IdIndex<EndDevice> endDevicesById{endDevices};
-  const IdIndex<Port> portsById{ports};
-  const IdIndex<Volume> volumesById{volumes};
+  const ObjectsById<Raid> raidsById{raids};
+  const ObjectsById<Controller> controllersById{controllers};
+  const ObjectsById<Array> arraysById{arrays};
+  const ObjectsById<EndDevice> endDevicesById{endDevices};
+  const ObjectsById<Port> portsById{ports};
+  const ObjectsById<Volume> volumesById{volumes};
 };
 
 /// A picture as it is shared: whoever holds it reads it without a lock, for as long as they like.

@@ -19,7 +19,8 @@ bool isSameAscii(const std::wstring& known, std::string_view text) {
   if (known.size() != text.size()) return false;
   std::uint32_t difference = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    difference |= static_cast<std::uint32_t>(known[i]) ^ static_cast<unsigned char>(text[i]);
+    const auto unit = static_cast<unsigned char>(text[i]);
+    difference |= (static_cast<std::uint32_t>(known[i]) ^ unit) | (unit & 0x80U);
   }
   return difference == 0;
 }
@@ -28,21 +29,23 @@ bool isSameAscii(const std::wstring& known, std::string_view text) {
 
 SharedText KnownTexts::id(std::string_view uniqueId) {
   const std::uint64_t number = idNumber(uniqueId);
-  return m_ids.findOrMake(number, kIsAnyOfThisHash, [number] { return decimalText(number); });
+  SharedText known = m_ids.find(number, kIsAnyOfThisHash);
+  return known.empty() ? m_ids.add(number, decimalText(number)) : known;
 }
 
 SharedText KnownTexts::address(std::uint32_t address) {
-  return m_addresses.findOrMake(address, kIsAnyOfThisHash, [address] { return addressToString(address); });
+  SharedText known = m_addresses.find(address, kIsAnyOfThisHash);
+  return known.empty() ? m_addresses.add(address, addressToString(address)) : known;
 }
 
 SharedText KnownTexts::text(std::string_view field) {
   const std::string_view text = untilNul(field);
-  if (text.empty()) return {};
-  if (!isAscii(text)) return same(utf8ToWide(std::string(text)));
-  return m_texts.findOrMake(
-      std::hash<std::string_view>()(text),
-      [text](const std::wstring& known) { return isSameAscii(known, text); },
-      [text] { return std::wstring(text.begin(), text.end()); });
+  const std::uint64_t hash = std::hash<std::string_view>()(text);
+  SharedText known =
+      m_texts.find(hash, [text](const std::wstring& other) { return isSameAscii(other, text); });
+  if (!known.empty()) return known;
+  return isAscii(text) ? m_texts.add(hash, std::wstring(text.begin(), text.end()))
+                       : same(utf8ToWide(std::string(text)));
 }
 
 SharedText KnownTexts::formed(std::string_view field, std::wstring (*form)(const std::wstring&)) {
@@ -62,7 +65,7 @@ void KnownTexts::forgetUnused() {
 }
 
 SharedText KnownTexts::same(std::wstring text) {
-  return m_texts.findOrMake(
-      std::hash<std::wstring>()(text), [&text](const std::wstring& known) { return known == text; },
-      [&text] { return std::move(text); });
+  const std::uint64_t hash = std::hash<std::wstring>()(text);
+  SharedText known = m_texts.find(hash, [&text](const std::wstring& other) { return other == text; });
+  return known.empty() ? m_texts.add(hash, std::move(text)) : known;
 }

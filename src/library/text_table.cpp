@@ -12,6 +12,14 @@ bool hasRoomFor(std::size_t count, std::size_t places) { return count * 4 <= pla
 
 }  // namespace
 
+SharedText TextTable::add(std::uint64_t hash, SharedText text) {
+  if (text.empty()) return text;
+  makeRoomFor(m_count + 1);
+  put({hash, text});
+  ++m_count;
+  return text;
+}
+
 void TextTable::forgetUnused() {
   const auto isUnused = [](const Entry& entry) { return !entry.text.empty() && !entry.text.isShared(); };
   const auto unused = static_cast<std::size_t>(std::count_if(m_entries.begin(), m_entries.end(), isUnused));
@@ -19,24 +27,12 @@ void TextTable::forgetUnused() {
   TextTable remaining;
   remaining.makeRoomFor(m_count - unused);
   for (Entry& entry : m_entries) {
-    if (!entry.text.empty() && !isUnused(entry)) remaining.add(std::move(entry));
+    if (entry.text.isShared()) remaining.add(entry.hash, std::move(entry.text));
   }
   std::swap(*this, remaining);
 }
 
-/// The multiplication spreads hashes that are near each other, as plain numbers are.
-std::size_t TextTable::firstPlaceOf(std::uint64_t hash) const {
-  constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15U;
-  return static_cast<std::size_t>((hash * kSpread) >> 32) & (m_entries.size() - 1);
-}
-
-void TextTable::add(Entry entry) {
-  makeRoomFor(m_count + 1);
-  putIntoFreePlace(std::move(entry));
-  ++m_count;
-}
-
-void TextTable::putIntoFreePlace(Entry entry) {
+void TextTable::put(Entry entry) {
   const auto isNoText = [](const std::wstring&) { return false; };
   m_entries[placeOf(entry.hash, isNoText)] = std::move(entry);
 }
@@ -47,6 +43,6 @@ void TextTable::makeRoomFor(std::size_t count) {
   while (!hasRoomFor(count, places)) places *= 2;
   std::vector<Entry> before = std::exchange(m_entries, std::vector<Entry>(places));
   for (Entry& entry : before) {
-    if (!entry.text.empty()) putIntoFreePlace(std::move(entry));
+    if (!entry.text.empty()) put(std::move(entry));
   }
 }

@@ -12,16 +12,14 @@
 /// the place that its hash names, or at the next free one behind it.
 class TextTable {
  public:
-  /// The text with this hash for which `is(text)` holds, a `std::wstring`; what `make()` gives where there is
-  /// none. An empty one is not held.
-  template <class Is, class Make>
-  SharedText findOrMake(std::uint64_t hash, Is is, Make make) {
-    const std::size_t place = placeOf(hash, is);
-    if (place < m_entries.size() && !m_entries[place].text.empty()) return m_entries[place].text;
-    SharedText text = make();
-    if (!text.empty()) add({hash, text});
-    return text;
+  /// The text with this hash for which `is(text)` holds, a `std::wstring`; an empty one where there is none.
+  template <class Is>
+  SharedText find(std::uint64_t hash, Is is) const {
+    return m_entries.empty() ? SharedText() : m_entries[placeOf(hash, is)].text;
   }
+
+  /// Holds a text that was not found, unless it is empty, and gives it back.
+  SharedText add(std::uint64_t hash, SharedText text);
 
   /// Lets go of the texts that nobody else holds.
   void forgetUnused();
@@ -34,10 +32,9 @@ class TextTable {
     SharedText text;  // empty: the place is free
   };
 
-  /// Where the text stands, or would stand. Behind the end while the list has no place at all.
+  /// Where the text stands, or would stand.
   template <class Is>
   std::size_t placeOf(std::uint64_t hash, Is is) const {
-    if (m_entries.empty()) return 0;
     std::size_t place = firstPlaceOf(hash);
     while (!m_entries[place].text.empty() &&
            !(m_entries[place].hash == hash && is(m_entries[place].text.text()))) {
@@ -46,9 +43,13 @@ class TextTable {
     return place;
   }
 
-  std::size_t firstPlaceOf(std::uint64_t hash) const;
-  void add(Entry entry);
-  void putIntoFreePlace(Entry entry);
+  /// The multiplication spreads hashes that are near each other, as plain numbers are.
+  std::size_t firstPlaceOf(std::uint64_t hash) const {
+    constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15U;
+    return static_cast<std::size_t>((hash * kSpread) >> 32) & (m_entries.size() - 1);
+  }
+
+  void put(Entry entry);
   void makeRoomFor(std::size_t count);
 
   std::vector<Entry> m_entries;  // a power of two of them, or none; some are free always

@@ -49,12 +49,15 @@ TEST(KnownTexts, HoldNothingForAnEmptyField) {
 
 TEST(KnownTexts, MakeATextBeyondAsciiOnceToo) {
   KnownTexts texts;
-  const SharedText text = texts.text(std::string_view("l\xC3\xBC"
-                                                      "fter"));
-  EXPECT_EQ(text.text(), L"l\x00FC"
-                         L"fter");
-  EXPECT_TRUE(texts.text(std::string_view("l\xC3\xBC"
-                                          "fter"))
+  const SharedText text =
+      texts.text(std::string_view("l\xC3\xBC"
+                                  "fter"));
+  EXPECT_EQ(text.text(),
+            L"l\x00FC"
+            L"fter");
+  EXPECT_TRUE(texts
+                  .text(std::string_view("l\xC3\xBC"
+                                         "fter"))
                   .isSharedWith(text));
 }
 

@@ -2,27 +2,28 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
 namespace {
 
-/// The text with this hash, made where the table has none.
-SharedText textOf(TextTable& table, std::uint64_t hash, const std::wstring& text) {
-  return table.findOrMake(
-      hash, [&](const std::wstring& known) { return known == text; }, [&] { return text; });
+SharedText found(const TextTable& table, std::uint64_t hash, const std::wstring& text) {
+  return table.find(hash, [&](const std::wstring& known) { return known == text; });
 }
 
-TEST(TextTable, MakesATextThatItDoesNotHaveAlone) {
+/// The text with this hash, made where the table has none.
+SharedText textOf(TextTable& table, std::uint64_t hash, const std::wstring& text) {
+  const SharedText known = found(table, hash, text);
+  return known.empty() ? table.add(hash, text) : known;
+}
+
+TEST(TextTable, FindsWhatWasAddedAndNothingElse) {
   TextTable table;
-  const SharedText first = textOf(table, 1, L"one");
-  const SharedText again = table.findOrMake(
-      1, [](const std::wstring&) { return true; },
-      []() -> std::wstring {
-        ADD_FAILURE() << "made again";
-        return {};
-      });
-  EXPECT_TRUE(again.isSharedWith(first));
+  EXPECT_TRUE(found(table, 1, L"one").empty());
+  const SharedText one = table.add(1, L"one");
+  EXPECT_EQ(one.text(), L"one");
+  EXPECT_TRUE(found(table, 1, L"one").isSharedWith(one));
+  EXPECT_TRUE(found(table, 1, L"other").empty());
+  EXPECT_TRUE(found(table, 2, L"one").empty());
   EXPECT_EQ(table.size(), 1U);
 }
 
@@ -40,15 +41,6 @@ TEST(TextTable, HoldsNoEmptyText) {
   TextTable table;
   EXPECT_TRUE(textOf(table, 1, L"").empty());
   EXPECT_EQ(table.size(), 0U);
-}
-
-TEST(TextTable, StaysAsItIsWhenATextCannotBeMade) {
-  TextTable table;
-  const SharedText one = textOf(table, 1, L"one");
-  const auto fails = []() -> std::wstring { throw std::range_error("bad conversion"); };
-  EXPECT_THROW(table.findOrMake(2, [](const std::wstring&) { return true; }, fails), std::range_error);
-  EXPECT_EQ(table.size(), 1U);
-  EXPECT_TRUE(textOf(table, 1, L"one").isSharedWith(one));
 }
 
 TEST(TextTable, FindsTheRemainingOfOneHashWhenOneOfThemIsForgotten) {

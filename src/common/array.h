@@ -23,7 +23,7 @@ class Array {
   const SharedText& sharedId() const { return m_id; }
   VEX_HANDLE handle() const { return m_handle; }
   const std::wstring& name() const { return m_name; }
-  const std::vector<std::wstring>& controllerIds() const { return m_controllerIds; }
+  const std::vector<SharedText>& controllerIds() const { return m_controllerIds; }
   ArrayState state() const { return m_state; }
   std::uint64_t totalSize() const { return m_totalSize; }  ///< Bytes.
   std::uint64_t freeSize() const { return m_freeSize; }    ///< Bytes.
@@ -31,7 +31,7 @@ class Array {
   std::uint32_t numDisks() const { return m_numDisks; }
   std::uint32_t numVolumes() const { return m_numVolumes; }
 
-  void setControllerIds(std::vector<std::wstring> ids) { m_controllerIds = std::move(ids); }
+  void setControllerIds(std::vector<SharedText> ids) { m_controllerIds = std::move(ids); }
 
   /// The form that clients see: an object.
   ovra::data_transfer::ServiceObject toServiceObject() const;
@@ -48,7 +48,7 @@ class Array {
   SharedText m_id;
   VEX_HANDLE m_handle = 0;
   SharedText m_name;
-  std::vector<std::wstring> m_controllerIds;  // filled by the session
+  std::vector<SharedText> m_controllerIds;  // filled by the session
   ArrayState m_state = ArrayState::UNKNOWN;
   std::uint64_t m_totalSize = 0;
   std::uint64_t m_freeSize = 0;

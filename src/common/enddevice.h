@@ -20,16 +20,16 @@ class EndDevice {
 
   /// What a disk has beyond any other device. Sizes are bytes.
   struct Disk {
-    DiskType type = DiskType::UNKNOWN;
-    DiskState state = DiskState::UNKNOWN;
-    DiskUsage usage = DiskUsage::UNKNOWN;
     std::uint64_t totalSize = 0;
     std::uint64_t logicalSectorSize = 0;
     std::uint64_t physicalSectorSize = 0;
     std::uint64_t freeSize = 0;
+    DiskType type = DiskType::UNKNOWN;
+    DiskState state = DiskState::UNKNOWN;
+    DiskUsage usage = DiskUsage::UNKNOWN;
     WriteCacheState writeCachePolicy = WriteCacheState::UNKNOWN;
-    bool systemDisk = false;
     X8Disk x8Disk = X8Disk::UNKNOWN;
+    bool systemDisk = false;
 
     /// What every device tells of it.
     struct Condition;
@@ -82,24 +82,25 @@ class EndDevice {
  private:
   EndDevice() = default;
 
+  // There are tens of thousands of them: what is widest comes first.
   SharedText m_id;
-  VEX_HANDLE m_handle = 0;
   SharedText m_controllerId;  // filled by the session
-  VEX_HANDLE m_controllerHandle = 0;
-  SharedText m_raidId;  // filled by the session
-  VEX_HANDLE m_raidHandle = 0;
-  SharedText m_arrayId;  // filled by the session
-  VEX_HANDLE m_arrayHandle = 0;
-  VEX_HANDLE m_phyHandle = 0;
+  SharedText m_raidId;        // filled by the session
+  SharedText m_arrayId;       // filled by the session
   SharedText m_address;
-  DeviceType m_deviceType = DeviceType::UNKNOWN;
-  std::uint32_t m_unpublishedNumber = 0;
   SharedText m_vendorId;
   SharedText m_serialNumber;
   SharedText m_model;
   SharedText m_firmware;
   Disk m_disk;
   std::uint64_t m_unpublishedSize = 0;
+  VEX_HANDLE m_handle = 0;
+  VEX_HANDLE m_controllerHandle = 0;
+  VEX_HANDLE m_raidHandle = 0;
+  VEX_HANDLE m_arrayHandle = 0;
+  VEX_HANDLE m_phyHandle = 0;
+  DeviceType m_deviceType = DeviceType::UNKNOWN;
+  std::uint32_t m_unpublishedNumber = 0;
   LinkSpeed m_negotiatedLinkSpeed = LinkSpeed::UNKNOWN;
   std::uint32_t m_lyxDomain = 0;
   bool m_isOrdanNVMe = false;

@@ -8,6 +8,7 @@
 
 #include "enumerations.h"
 #include "field.h"
+#include "list_form.h"
 #include "published_form.h"
 
 /// How the kinds of field.h go on the wire. Each has
@@ -58,8 +59,9 @@ struct Link : Text {};
 struct LinkOrNull : TextOrNull {};
 
 struct Links : ByValue {
-  static void put(PublishedForm& form, const wchar_t* key, const std::vector<std::wstring>& value) {
-    form.texts(key, value);
+  template <class TextList>
+  static void put(PublishedForm& form, const wchar_t* key, const TextList& value) {
+    form.part(key, textsOf(value));
   }
   static void describe(ServiceObject& schema) {
     describeAs(schema, L"array");

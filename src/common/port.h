@@ -44,15 +44,16 @@ class Port {
  private:
   Port() = default;
 
+  // There are tens of thousands of them: texts by themselves, and then what is half as wide.
   SharedText m_id;
-  VEX_HANDLE m_handle = 0;
   SharedText m_address;
+  SharedText m_localDeviceId;    // filled by the session
+  SharedText m_connectedPortId;  // filled by the session
+  VEX_HANDLE m_handle = 0;
+  VEX_HANDLE m_localDeviceHandle = 0;
+  VEX_HANDLE m_connectedPortHandle = 0;
   std::uint32_t m_numPhys = 0;
   PortLocalDeviceType m_localDeviceType = PortLocalDeviceType::UNKNOWN;
-  SharedText m_localDeviceId;  // filled by the session
-  VEX_HANDLE m_localDeviceHandle = 0;
-  SharedText m_connectedPortId;  // filled by the session
-  VEX_HANDLE m_connectedPortHandle = 0;
 };
 
 template <class Walk>

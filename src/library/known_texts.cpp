@@ -40,7 +40,7 @@ SharedText KnownTexts::address(std::uint32_t address) {
 
 SharedText KnownTexts::text(std::string_view field) {
   const std::string_view text = untilNul(field);
-  const std::uint64_t hash = std::hash<std::string_view>()(text);
+  const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
   SharedText known =
       m_texts.find(hash, [text](const std::wstring& other) { return isSameAscii(other, text); });
   if (!known.empty()) return known;
@@ -65,7 +65,7 @@ void KnownTexts::forgetUnused() {
 }
 
 SharedText KnownTexts::same(std::wstring text) {
-  const std::uint64_t hash = std::hash<std::wstring>()(text);
+  const auto hash = static_cast<std::uint32_t>(std::hash<std::wstring>()(text));
   SharedText known = m_texts.find(hash, [&text](const std::wstring& other) { return other == text; });
   return known.empty() ? m_texts.add(hash, std::move(text)) : known;
 }

@@ -50,9 +50,9 @@ class KnownTexts : private NonCopyable {
 
   SharedText same(std::wstring text);
 
-  TextTable m_ids;
-  TextTable m_addresses;
-  TextTable m_texts;
+  TextTable<std::uint64_t> m_ids;
+  TextTable<std::uint32_t> m_addresses;
+  TextTable<std::uint32_t> m_texts;
   Formed m_lastFormed;
 };
 

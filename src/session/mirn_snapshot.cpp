@@ -101,12 +101,13 @@ void linkPorts(std::vector<Port>& ports, const Ids& ids) {
 }
 
 void linkArrays(MirnSnapshot& snapshot) {
-  std::unordered_map<std::wstring_view, std::vector<std::wstring>> controllersOfArray;
+  std::unordered_map<std::wstring_view, std::vector<SharedText>> controllersOfArray;
   for (const auto& [controllerId, arrayIds] : snapshot.controllerArrays) {
+    const SharedText controller = controllerId;
     for (const SharedText& arrayId : arrayIds) {
-      std::vector<std::wstring>& controllerIds = controllersOfArray[arrayId.text()];
-      if (controllerIds.empty() || controllerIds.back() != controllerId)
-        controllerIds.push_back(controllerId);
+      std::vector<SharedText>& controllers = controllersOfArray[arrayId.text()];
+      if (controllers.empty() || !controllers.back().isSharedWith(controller))
+        controllers.push_back(controller);
     }
   }
   for (Array& array : snapshot.arrays) array.setControllerIds(controllersOfArray[array.id()]);

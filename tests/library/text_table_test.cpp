@@ -2,22 +2,25 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 namespace {
 
-SharedText found(const TextTable& table, std::uint64_t hash, const std::wstring& text) {
+using Table = TextTable<std::uint32_t>;
+
+SharedText found(const Table& table, std::uint32_t hash, const std::wstring& text) {
   return table.find(hash, [&](const std::wstring& known) { return known == text; });
 }
 
 /// The text with this hash, made where the table has none.
-SharedText textOf(TextTable& table, std::uint64_t hash, const std::wstring& text) {
+SharedText textOf(Table& table, std::uint32_t hash, const std::wstring& text) {
   const SharedText known = found(table, hash, text);
   return known.empty() ? table.add(hash, text) : known;
 }
 
 TEST(TextTable, FindsWhatWasAddedAndNothingElse) {
-  TextTable table;
+  Table table;
   EXPECT_TRUE(found(table, 1, L"one").empty());
   const SharedText one = table.add(1, L"one");
   EXPECT_EQ(one.text(), L"one");
@@ -28,7 +31,7 @@ TEST(TextTable, FindsWhatWasAddedAndNothingElse) {
 }
 
 TEST(TextTable, KeepsTextsOfOneHashApart) {
-  TextTable table;
+  Table table;
   const SharedText one = textOf(table, 7, L"one");
   const SharedText other = textOf(table, 7, L"other");
   EXPECT_EQ(other.text(), L"other");
@@ -38,13 +41,13 @@ TEST(TextTable, KeepsTextsOfOneHashApart) {
 }
 
 TEST(TextTable, HoldsNoEmptyText) {
-  TextTable table;
+  Table table;
   EXPECT_TRUE(textOf(table, 1, L"").empty());
   EXPECT_EQ(table.size(), 0U);
 }
 
 TEST(TextTable, FindsTheRemainingOfOneHashWhenOneOfThemIsForgotten) {
-  TextTable table;
+  Table table;
   const SharedText first = textOf(table, 7, L"first");
   textOf(table, 7, L"unused");
   const SharedText last = textOf(table, 7, L"last");

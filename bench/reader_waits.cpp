@@ -17,8 +17,8 @@
 // What readers of a list and whoever changes something wait for each other: lists of 24 volumes are asked for
 // at a steady pace by 2, 8 and 32 readers, first by themselves, and then while one picture after the other is
 // taken and exchanged and a volume renamed again and again. Fails where the 99th percentile of a read is
-// beyond three times the quiet one, or a renaming takes more than 50 ms. Its argument is how many seconds each
-// of them takes.
+// beyond three times the quiet one, or a renaming takes more than 50 ms. The argument tells how many seconds
+// each of these takes.
 
 namespace {
 

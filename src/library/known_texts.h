@@ -20,7 +20,7 @@ class KnownTexts : private NonCopyable {
   SharedText address(std::uint32_t address);
   /// As `wideFromNarrow`.
   SharedText text(std::string_view field);
-  /// What `form` makes of that. It is made once for several in a row that are alike, as neighbours mostly are.
+  /// What `form` makes of that: made once for several in a row that are alike, as neighbours mostly are.
   SharedText formed(std::string_view field, std::wstring (*form)(const std::wstring&));
 
   template <std::size_t kSize>

@@ -56,8 +56,8 @@ class TextTable {
     return place;
   }
 
-  /// The multiplication spreads hashes that are near each other, as plain numbers are, over 32 bits, and these
-  /// over the places.
+  /// The multiplication spreads hashes that are near each other, as plain numbers are, over 32 bits, and
+  /// these over the places.
   std::size_t firstPlaceOf(Hash hash) const {
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15U;
     const std::uint64_t spread = (std::uint64_t{hash} * kSpread) >> 32;

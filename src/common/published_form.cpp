@@ -4,12 +4,12 @@
 #include "list_form.h"
 
 PublishedForm& PublishedForm::text(const wchar_t* key, std::wstring value) {
-  m_object.member(key) = std::move(value);
+  member(key) = std::move(value);
   return *this;
 }
 
 PublishedForm& PublishedForm::number(const wchar_t* key, std::uint64_t value) {
-  m_object.member(key) = value;
+  member(key) = value;
   return *this;
 }
 
@@ -22,6 +22,6 @@ PublishedForm& PublishedForm::texts(const wchar_t* key, const std::vector<std::w
 }
 
 PublishedForm& PublishedForm::part(const wchar_t* key, ServiceObject value) {
-  m_object.member(key).swap(value);
+  member(key).swap(value);
   return *this;
 }

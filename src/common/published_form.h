@@ -25,7 +25,7 @@ class PublishedForm {
   /// A template, so that nothing but a boolean is taken.
   template <class Bool, class = std::enable_if_t<std::is_same<Bool, bool>::value>>
   PublishedForm& flag(const wchar_t* key, Bool value) {
-    m_object.member(key) = value;
+    member(key) = value;
     return *this;
   }
   PublishedForm& texts(const wchar_t* key, const std::vector<std::wstring>& values);
@@ -36,7 +36,13 @@ class PublishedForm {
   ServiceObject take() { return std::move(m_object); }
 
  private:
+  ServiceObject& member(const wchar_t* key) {
+    m_key = key;
+    return m_object.member(m_key);
+  }
+
   ServiceObject m_object;
+  std::wstring m_key;  // the last one, so that its memory serves for the next
 };
 
 #endif

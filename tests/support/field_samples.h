@@ -36,6 +36,7 @@ class ChangeValue {
   }
 
   static void of(std::vector<std::wstring>& value) { value.emplace_back(L"another"); }
+  static void of(std::vector<SharedText>& value) { value.emplace_back(L"another"); }
 
   template <class Enumeration>
   static void of(std::set<Enumeration>& value) {
@@ -50,7 +51,8 @@ class ChangeValue {
   }
 
   template <class Value>
-  static std::enable_if_t<!std::is_same<Value, std::wstring>::value> of(std::vector<Value>& value) {
+  static std::enable_if_t<!std::is_convertible<const Value&, const std::wstring&>::value> of(
+      std::vector<Value>& value) {
     value.pop_back();
   }
 

@@ -69,11 +69,11 @@ std::vector<double> timesOfReads(RunningPlugin& running, std::size_t readers, do
   const auto begin = Clock::now();
   for (std::size_t i = 0; i < readers; ++i) {
     threads.emplace_back([&, i] {
-      auto next = begin + kPace * i / readers;
+      Clock::time_point next = begin + kPace * static_cast<int>(i) / static_cast<int>(readers);
       while (Seconds(next - begin).count() < seconds) {
         std::this_thread::sleep_until(next);
         times[i].push_back(secondsOf([&] { running.get(L"mirn/volumes"); }));
-        next = std::max(next + kPace, Clock::now());
+        next = std::max<Clock::time_point>(next + kPace, Clock::now());
       }
     });
   }

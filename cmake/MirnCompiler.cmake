@@ -26,6 +26,8 @@ target_compile_options(mirn_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Werror
   $<$<COMPILE_LANGUAGE:CXX>:-Wconversion -Wnon-virtual-dtor -Woverloaded-virtual>
   $<$<CXX_COMPILER_ID:Clang>:-Wno-unused-command-line-argument>
+  # Neighbours that are compiled as one source are headers in its eyes, whose types are to be seen elsewhere.
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wno-subobject-linkage>
   # Where it inlines much, g++ 12 takes the other alternatives of a boost::variant for uninitialised reads.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-maybe-uninitialized>)
 

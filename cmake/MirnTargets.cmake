@@ -1,6 +1,6 @@
 # One helper a kind of target. Each takes SOURCES and DEPENDS; what they share stands in mirn_configure.
 
-# Applies what every target of ours has: warnings, dependencies, precompiled headers.
+# Applies what every target of ours has: warnings, dependencies, precompiled headers, sources that stand alone.
 # PCH names the target that carries the precompiled header, or NONE.
 function(mirn_configure target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "PCH" "DEPENDS")
@@ -9,6 +9,7 @@ function(mirn_configure target)
     target_precompile_headers(${target} REUSE_FROM ${arg_PCH})
     add_dependencies(${target} ${arg_PCH})
   endif()
+  mirn_compile_some_alone(${target})
 endfunction()
 
 # A layer: a static library whose folder is an include root. What its headers include stands under DEPENDS and is seen by

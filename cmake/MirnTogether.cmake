@@ -1,0 +1,150 @@
+# Where CMAKE_UNITY_BUILD is on, neighbours are compiled as one source, since the headers that they share are most of the
+# price. These are compiled alone: they have a name of their own that a neighbour has, too; or a test links one of them, or
+# another one in its place, without the neighbours.
+set(MIRN_COMPILED_ALONE
+  base/archive_tar.cpp
+  base/tick_clock.cpp
+  cli/commands/curl.cpp
+  cli/commands/findings.cpp
+  cli/commands/plan.cpp
+  cli/commands/status.cpp
+  cli/commands/top.cpp
+  cli/commands/what_if.cpp
+  cli/destination/destination.cpp
+  cli/destination/profile.cpp
+  cli/document/schema.cpp
+  cli/terminal/terminal_posix.cpp
+  host/answers/json_reader.cpp
+  host/answers/json_writer.cpp
+  host/api/plugin_read.cpp
+  host/api/request_target.cpp
+  host/bundle/bundle_source.cpp
+  host/bundle/bundled_configuration.cpp
+  host/bundle/tar_form.cpp
+  host/commands/token_command.cpp
+  host/console/console_endpoints.cpp
+  host/controls/control_arguments.cpp
+  host/controls/disk_names.cpp
+  host/http/chunk.cpp
+  host/http/header_scan.cpp
+  host/http/host_names.cpp
+  host/http/request_reader.cpp
+  host/http/request_rules.cpp
+  host/http/response_head.cpp
+  host/identity/admission.cpp
+  host/identity/role.cpp
+  host/identity/secrets_posix.cpp
+  host/identity/token.cpp
+  host/identity/token_file.cpp
+  host/identity/token_lines.cpp
+  host/insight/alarm_endpoints.cpp
+  host/insight/history_export_endpoint.cpp
+  host/insight/history_question.cpp
+  host/insight/job_endpoints.cpp
+  host/insight/stream_endpoint.cpp
+  host/metrics/metrics_endpoint.cpp
+  host/metrics/process_metrics.cpp
+  host/net/connection.cpp
+  host/net/handed_sockets_posix.cpp
+  host/openapi/operations.cpp
+  host/openapi/responses.cpp
+  host/system/health_monitor.cpp
+  host/system/log.cpp
+  host/whatif/what_if_events.cpp
+  insight/health/tolerance.cpp
+  insight/history/form_reading.cpp
+  insight/metrics/machine_metrics.cpp
+  insight/metrics/state_words.cpp
+  insight/plan/affected_objects.cpp
+  insight/plan/operation_effects.cpp
+  insight/plan/planned_shape.cpp
+  insight/plan/room.cpp
+  insight/readiness/exposure.cpp
+  insight/readiness/readiness_form.cpp
+  insight/readiness/rebuild_times.cpp
+  simulator/rules/volume_work.cpp
+  simulator/state/process_lock_posix.cpp
+  simulator/twin/draft.cpp
+  simulator/twin/guesses.cpp
+  src/catalogue/controller_rows.cpp
+  src/catalogue/disk_rows.cpp
+  src/catalogue/port_rows.cpp
+  src/catalogue/raid_rows.cpp
+  src/catalogue/service_rows.cpp
+  src/catalogue/volume_rows.cpp
+  src/contract/ServiceObject.cpp
+  src/contract/text.cpp
+  src/library/vex_info.cpp
+  src/listeners/volume_creation.cpp
+  src/listeners/volumes_listener.cpp
+  src/logging/event_log_provider_posix.cpp
+  src/logging/event_log_provider_windows.cpp
+  src/session/snapshot_comparison.cpp
+  tests/events/event_time_locale_posix_test.cpp
+  tests/host/answers/problem_test.cpp
+  tests/host/api/request_target_test.cpp
+  tests/host/configuration/configuration_file_test.cpp
+  tests/host/configuration/notification_options_posix_test.cpp
+  tests/host/configuration/notification_options_test.cpp
+  tests/host/identity/known_clients_test.cpp
+  tests/host/identity/token_lines_test.cpp
+  tests/host/identity/token_store_test.cpp
+  tests/host/insight/history_export_endpoint_test.cpp
+  tests/host/insight/stream_endpoint_test.cpp
+  tests/host/net/listening_client.cpp
+  tests/host/notifications/command_runner_posix_test.cpp
+  tests/host/notifications/webhook_url_test.cpp
+  tests/host/options_posix_test.cpp
+  tests/host/system/log_test.cpp
+  tests/host/whatif/what_if_posix_test.cpp
+  tests/insight/health/machine_causes_test.cpp
+  tests/insight/health/tolerance_test.cpp
+  tests/insight/jobs/job_tracker_test.cpp
+  tests/insight/machine/random_machine.cpp
+  tests/insight/machine/tolerance_proof.cpp
+  tests/insight/metrics/insight_metrics_test.cpp
+  tests/insight/plan/room_test.cpp
+  tests/insight/service/insight_service_test.cpp
+  tests/insight/view/served_view_test.cpp
+  tests/library/vex_converter_test.cpp
+  tests/listeners/events_listener_test.cpp
+  tests/listeners/refusals_test.cpp
+  tests/listeners/volume_change_test.cpp
+  tests/listeners/volumes_listener_checks_test.cpp
+  tests/logging/event_log_provider_posix_test.cpp
+  tests/module/varied_requests.cpp
+  tests/module/varied_volume_requests.cpp
+  tests/session/device_actions_test.cpp
+  tests/session/mirn_session_test.cpp
+  tests/session/stored_setting_test.cpp
+  tests/session/volume_actions_test.cpp
+  tests/session/watched_session_test.cpp
+  tests/simulator/bay_test.cpp
+  tests/simulator/control_test.cpp
+  tests/simulator/incident_test.cpp
+  tests/simulator/migration_test.cpp
+  tests/simulator/reading_test.cpp
+  tests/simulator/refusals_of_migration.cpp
+  tests/simulator/refusals_of_volumes.cpp
+  tests/simulator/state_test.cpp
+  tests/support/action_cases.cpp
+  tests/system/alarm_stories_test.cpp
+  tests/system/disk_stories_test.cpp
+  tests/system/health_test.cpp
+  tests/system/history_stories_test.cpp
+  tests/system/job_stories_test.cpp
+  tests/system/story.cpp
+  tests/system/stream_test.cpp
+)
+
+# Leaves those out of what the target compiles together.
+function(mirn_compile_some_alone target)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source IN LISTS sources)
+    cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE OUTPUT_VARIABLE name)
+    cmake_path(RELATIVE_PATH name BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
+    if(name IN_LIST MIRN_COMPILED_ALONE)
+      set_source_files_properties(${source} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    endif()
+  endforeach()
+endfunction()

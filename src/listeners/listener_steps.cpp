@@ -14,7 +14,8 @@ void requireThat(bool condition, const char* errorId, const std::wstring& messag
 }
 
 std::wstring parseIdentifier(const std::wstring& text, const std::wstring& message) {
-  requireThat(boost::regex_match(text, boost::wregex(L"[[:alnum:]]+")), kErrorInvalidParameter, message);
+  static const boost::wregex pattern(L"[[:alnum:]]+");
+  requireThat(boost::regex_match(text, pattern), kErrorInvalidParameter, message);
   return text;
 }
 

@@ -2,8 +2,9 @@
 #define MIRN_SESSION_SESSION_LOCKS_H
 
 #include <boost/thread/lock_types.hpp>
-#include <boost/thread/shared_mutex.hpp>
 #include <cstdint>
+
+#include "session_mutex.h"
 
 /// The three kinds of ownership of the snapshot, and the step between two of them. Nothing else touches the
 /// mutex itself.
@@ -13,9 +14,6 @@
 ///
 /// All that is here exists for `SessionMutex` alone. The waits are templates, defined in
 /// session_lock_waits.h, so that a test can hand in a mutex that tells what it is asked for.
-
-/// A waiting writer of this mutex shuts the door on new readers, so that none starves.
-using SessionMutex = boost::shared_mutex;
 
 /// Reads: any number at once, beside one upgrade ownership.
 using SharedOwnership = boost::shared_lock<SessionMutex>;

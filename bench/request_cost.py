@@ -4,7 +4,8 @@
 usage: request_cost.py HOST MODULE MIRN_SCENARIO [--only NAME]... [--keep FOLDER]
 
 For each kind of request: processor instructions and allocations (callgrind), bytes that the process copies itself (dhat),
-and system calls by name (strace), of some hundred requests over one connection, one after the other. With --keep the profiles stay in FOLDER, for callgrind_annotate. Needs valgrind and strace.
+and system calls by name (strace), of some hundred requests over one connection, one after the other. With --keep the
+profiles stay in FOLDER, for callgrind_annotate. Needs valgrind and strace.
 """
 
 import argparse
@@ -21,6 +22,7 @@ import tempfile
 import time
 
 sys.dont_write_bytecode = True
+from callgrind_profile import Profile  # noqa: E402
 from host_throughput import machine, VOLUMES  # noqa: E402
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "system"))
@@ -28,7 +30,6 @@ from local_host import LocalHost  # noqa: E402
 
 PATH = "/api/v1/" + VOLUMES
 WARM_UP, ROUNDS, COUNTED = 20, 6, 600
-ALLOCATING = {"malloc", "calloc", "realloc", "aligned_alloc", "posix_memalign", "memalign"}
 KINDS = ["kept answer", "304", "each answer made anew", "/healthz"]
 
 
@@ -75,23 +76,6 @@ def serving(arguments, kind, launcher):
             host.kill()
 
 
-def totals_of(profile):
-    """Instructions, and calls of what allocates, in a profile of callgrind."""
-    names, instructions, allocations, called = {}, 0, 0, None
-    for line in profile.read_text().splitlines():
-        if line.startswith("cfn="):
-            number, _, name = line[4:].partition(" ")
-            called = names.setdefault(number, name)
-        elif line.startswith("fn="):
-            number, _, name = line[3:].partition(" ")
-            names.setdefault(number, name)
-        elif line.startswith("calls=") and called in ALLOCATING:
-            allocations += int(line[6:].split()[0])
-        elif line.startswith("totals:"):
-            instructions = int(line.split()[1])
-    return instructions, allocations
-
-
 def control(pid, order):
     subprocess.run(["callgrind_control", order, str(pid)], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
@@ -107,7 +91,8 @@ def profiled(arguments, kind, folder):
         for number in range(1, ROUNDS + 1):
             client.ask_often(COUNTED // ROUNDS)
             control(host.process.pid, "--dump")
-            costs.append(totals_of(pathlib.Path(f"{folder}/profile.{number}")))
+            seen = Profile(pathlib.Path(f"{folder}/profile.{number}"))
+            costs.append((seen.instructions, seen.allocations))
     return [cost / (COUNTED // ROUNDS) for cost in min(costs)]
 
 

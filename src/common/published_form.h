@@ -1,6 +1,7 @@
 #ifndef MIRN_COMMON_PUBLISHED_FORM_H
 #define MIRN_COMMON_PUBLISHED_FORM_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <type_traits>
@@ -41,8 +42,15 @@ class PublishedForm {
     return m_object.member(m_key);
   }
 
+  static std::wstring roomForKeys() {
+    constexpr std::size_t kLongest = 32;
+    std::wstring room;
+    room.reserve(kLongest);
+    return room;
+  }
+
   ServiceObject m_object;
-  std::wstring m_key;  // the last one, so that its memory serves for the next
+  std::wstring m_key = roomForKeys();  // the last one, so that its memory serves for the next
 };
 
 #endif

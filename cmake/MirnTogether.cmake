@@ -93,6 +93,7 @@ set(MIRN_COMPILED_ALONE
   tests/host/insight/stream_endpoint_test.cpp
   tests/host/net/listening_client.cpp
   tests/host/notifications/command_runner_posix_test.cpp
+  tests/host/notifications/notifier_test.cpp
   tests/host/notifications/webhook_url_test.cpp
   tests/host/options_posix_test.cpp
   tests/host/system/log_test.cpp

@@ -17,7 +17,7 @@
 
 // Does one thing on a machine of so many devices, twice, and a third time under the eyes of callgrind
 // (`--instr-atstart=no`); bench/profile.py reads what it saw.
-//   profiled_work snapshot|refresh|rename|get-devices|get-volumes DEVICES
+//   profiled_work snapshot|refresh|library|rename|get-devices|get-volumes DEVICES
 
 namespace {
 
@@ -46,6 +46,10 @@ void refresh(ScriptedMachine machine) {
   onSession(std::move(machine), [](MirnSession& session) { session.refresh(false); });
 }
 
+void callLibrary(ScriptedMachine machine) {
+  onSession(std::move(machine), [](MirnSession&) { callLibraryAsASnapshotDoes(); });
+}
+
 void rename(ScriptedMachine machine) {
   RunningPlugin running(std::move(machine));
   Renaming renaming(running);
@@ -60,6 +64,7 @@ void get(ScriptedMachine machine, const wchar_t* path) {
 const std::map<std::string, std::function<void(ScriptedMachine)>> kWork = {
     {"snapshot", takeSnapshot},
     {"refresh", refresh},
+    {"library", callLibrary},
     {"rename", rename},
     {"get-devices", [](ScriptedMachine machine) { get(std::move(machine), L"mirn/enddevices"); }},
     {"get-volumes", [](ScriptedMachine machine) { get(std::move(machine), L"mirn/volumes"); }}};

@@ -16,8 +16,8 @@
 #include "scripted_library/large_machine.h"
 
 // Does one thing on a machine of so many devices, twice, and a third time under the eyes of callgrind
-// (`--instr-atstart=no`); bench/profile.py reads what it saw.
-//   profiled_work snapshot|refresh|library|rename|get-devices|get-volumes DEVICES
+// (`--instr-atstart=no`); bench/profile.py reads what it saw. Usage: profiled_work WORK DEVICES, the work by
+// a name of `kWork`.
 
 namespace {
 

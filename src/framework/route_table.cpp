@@ -40,8 +40,8 @@ bool isOfWords(std::wstring_view pattern) {
                      [](wchar_t sign) { return (sign >= L'a' && sign <= L'z') || sign == L'/'; });
 }
 
-/// Whether the path cannot match, for patterns of words, or of an id and then words: nearly every path is told
-/// from them by how it ends, at a hundredth of what it takes to compile a pattern.
+/// Whether the path cannot match, for patterns of words, or of an id and then words: nearly every path is
+/// told from them by how it ends, at a hundredth of what it takes to compile a pattern.
 bool isOther(std::wstring_view path, std::wstring_view pattern) {
   const bool takesIdentifier = begins(pattern, kIdentifier);
   const std::wstring_view words = pattern.substr(takesIdentifier ? kIdentifier.size() : 0);

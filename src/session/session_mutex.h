@@ -7,8 +7,8 @@
 #include "reader_turns.h"
 
 /// A shared mutex with upgrade ownership whose readers and exchanges take turns: readers who wait while one
-/// exchange goes on come in before the next, however fast that follows. A waiting writer shuts the door on new
-/// readers, so that none starves.
+/// exchange goes on come in before the next, however fast that follows. A waiting writer shuts the door on
+/// new readers, so that none starves.
 ///
 /// The functions are those that Boost.Thread's locks ask a mutex for, see `boost::shared_mutex`.
 class SessionMutex {

@@ -64,6 +64,7 @@ set(MIRN_COMPILED_ALONE
   insight/readiness/rebuild_times.cpp
   simulator/rules/volume_work.cpp
   simulator/state/process_lock_posix.cpp
+  simulator/state/process_lock_windows.cpp
   simulator/twin/draft.cpp
   simulator/twin/guesses.cpp
   src/catalogue/controller_rows.cpp
@@ -79,6 +80,7 @@ set(MIRN_COMPILED_ALONE
   src/listeners/volumes_listener.cpp
   src/logging/event_log_provider_posix.cpp
   src/logging/event_log_provider_windows.cpp
+  src/session/session_locks.cpp
   src/session/snapshot_comparison.cpp
   tests/events/event_time_locale_posix_test.cpp
   tests/host/answers/problem_test.cpp
@@ -117,6 +119,8 @@ set(MIRN_COMPILED_ALONE
   tests/module/varied_volume_requests.cpp
   tests/session/device_actions_test.cpp
   tests/session/mirn_session_test.cpp
+  tests/session/session_locks_test.cpp
+  tests/session/session_mutex_test.cpp
   tests/session/stored_setting_test.cpp
   tests/session/volume_actions_test.cpp
   tests/session/watched_session_test.cpp

@@ -11,6 +11,7 @@
 /// new readers, so that none starves.
 ///
 /// The functions are those that Boost.Thread's locks ask a mutex for, see `boost::shared_mutex`.
+// NOLINTBEGIN(readability-identifier-naming)
 class SessionMutex {
  public:
   /// An exchange waits no longer than `courtesy` for readers to come in.
@@ -60,5 +61,6 @@ class SessionMutex {
   ReaderTurns m_turns;
   const std::chrono::microseconds m_courtesy;
 };
+// NOLINTEND(readability-identifier-naming)
 
 #endif

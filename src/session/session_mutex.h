@@ -6,12 +6,12 @@
 
 #include "reader_turns.h"
 
+// NOLINTBEGIN(readability-identifier-naming)
 /// A shared mutex with upgrade ownership whose readers and exchanges take turns: readers who wait while one
 /// exchange goes on come in before the next, however fast that follows. A waiting writer shuts the door on
 /// new readers, so that none starves.
 ///
 /// The functions are those that Boost.Thread's locks ask a mutex for, see `boost::shared_mutex`.
-// NOLINTBEGIN(readability-identifier-naming)
 class SessionMutex {
  public:
   /// An exchange waits no longer than `courtesy` for readers to come in.

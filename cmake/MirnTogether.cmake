@@ -80,6 +80,7 @@ set(MIRN_COMPILED_ALONE
   src/listeners/volumes_listener.cpp
   src/logging/event_log_provider_posix.cpp
   src/logging/event_log_provider_windows.cpp
+  src/session/reader_turns.cpp
   src/session/session_locks.cpp
   src/session/snapshot_comparison.cpp
   tests/events/event_time_locale_posix_test.cpp

@@ -119,6 +119,18 @@ story("what a change comes to is drawn while it is chosen, and whoever presses a
   await hasKeys("The storage library has the last word.");
   await tab.press("Cancel", tab.page.locator("dialog"));
 
+  const [data] = (await host.ask("GET", "mirn/arrays")).filter(({ name }) => name === "Data_Array");
+  for (const [place, change, drawn, fill] of [
+    [`array/${data.id}`, "Add array disks", /OD1T9930B1F0 \(new\)/, async () => (await disk("OD1T9930B1F0")).check()],
+    [`disk/${(await host.disk("QV48021001C3")).id}`, "Set disk spare: unmark", /QV48021001C3/],
+  ]) {
+    await tab.visit(`machine/${place}`);
+    await tab.press(change);
+    await fill?.();
+    await coming.getByText(drawn).first().waitFor();
+    await tab.press("Cancel", tab.page.locator("dialog"));
+  }
+
   const { id, type } = await host.disk("OD1T9930B1F0");
   await tab.visit(`machine/disk/${id}`);
   await tab.press("Set disk spare: mark");

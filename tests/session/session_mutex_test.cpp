@@ -20,7 +20,6 @@ struct ClockOfWhoWaits {
   using rep = duration::rep;
   using period = duration::period;
   using time_point = boost::chrono::time_point<ClockOfWhoWaits>;
-  static constexpr bool is_steady = true;
 
   static time_point now() {
     isWaiting = true;

@@ -7,7 +7,9 @@ void MirnSession::carryOut(const PreparedCall& call) {
 }
 
 void MirnSession::carryOut(const PreparedCall& call, const std::function<void()>& precondition) {
+  Picture before;  // destroyed when nobody waits for the lock any more
   UpgradeOwnership ownership = acquireUpgrade(m_mutex, m_lockTimeout);
+  before = m_snapshot;
   precondition();
   const VEX_STATUS status = call.make();
   const ExclusiveStep exclusive(ownership);

@@ -19,6 +19,7 @@ async function load(name) {
 }
 
 const units = await load("format/units.ts");
+const { askAgain } = await load("api/client.ts");
 const { EventReader } = await load("api/stream.ts");
 const { entryText } = await load("format/entry_text.ts");
 
@@ -122,6 +123,40 @@ const kMachine = {
 
 const { shared } = await load("live/sharing.ts");
 const kTwoDisks = () => ({ disks: [{ id: "1", state: "NORMAL", ports: ["p"] }, { id: "2", state: "NORMAL", ports: [] }], arrays: [] });
+
+/** The service's next answer, and what it was asked with. */
+function answering(status, tag, body) {
+  const asked = {};
+  globalThis.document = { baseURI: "http://host/" };
+  globalThis.sessionStorage = { getItem: () => null };
+  globalThis.fetch = async (address, { headers }) => {
+    Object.assign(asked, { address: String(address), headers });
+    return new Response(body, { status, headers: tag ? { ETag: tag } : {} });
+  };
+  return asked;
+}
+
+test("a list is asked for with the tag that it had, and is not sent again where it is the same", async () => {
+  const { signal } = new AbortController();
+  let asked = answering(200, '"a"', "[1]");
+  const first = await askAgain("mirn/arrays", null, signal);
+  assert.deepEqual(first, { tag: '"a"', body: [1] });
+  assert.deepEqual(asked, { address: "http://host/api/v1/mirn/arrays", headers: {} });
+
+  asked = answering(304, '"a"', null);
+  assert.equal(await askAgain("mirn/arrays", first, signal), first);
+  assert.deepEqual(asked.headers, { "If-None-Match": '"a"' });
+
+  answering(200, '"b"', "[2]");
+  assert.deepEqual(await askAgain("mirn/arrays", first, signal), { tag: '"b"', body: [2] });
+
+  asked = answering(200, null, "[3]");
+  await askAgain("mirn/arrays", { tag: null, body: [2] }, signal);
+  assert.deepEqual(asked.headers, {});
+
+  answering(503, null, '{"detail": "Later."}');
+  await assert.rejects(askAgain("mirn/arrays", first, signal), { status: 503, message: "Later." });
+});
 
 test("what is fetched again and equal is what was there", () => {
   const before = kTwoDisks();

@@ -45,7 +45,23 @@ export async function exchange(path: string, wishes: Wishes = {}): Promise<Respo
 
 /** The value of a good answer; null of one without a body. Raises a `Refusal`. */
 export async function ask<Body>(path: string, wishes: Wishes = {}): Promise<Body> {
-  const answer = await exchange(path, wishes);
+  return bodyOf<Body>(await exchange(path, wishes));
+}
+
+/** A good answer's value with the tag by which the service knows it again; null: it gave none. */
+export interface Tagged<Body> {
+  tag: string | null;
+  body: Body;
+}
+
+/** `known` itself where the service still has the same to tell. Raises a `Refusal`. */
+export async function askAgain<Body>(path: string, known: Tagged<Body> | null, signal: AbortSignal): Promise<Tagged<Body>> {
+  const answer = await exchange(path, { signal, fields: known?.tag ? { "If-None-Match": known.tag } : {} });
+  if (known && answer.status === 304) return known;
+  return { tag: answer.headers.get("ETag"), body: await bodyOf<Body>(answer) };
+}
+
+async function bodyOf<Body>(answer: Response): Promise<Body> {
   if (!answer.ok) throw await refusalOf(answer);
   if (answer.status === 204) return null as Body;
   try {

@@ -1,8 +1,9 @@
 // All that the pages show, fetched anew when the service tells that something has changed.
-import { ask, Refusal } from "../api/client";
+import { ask, askAgain, Refusal, type Tagged } from "../api/client";
 import type { Controller, Disk, Health, HistoryEntry, Job, Jobs, Port, StorageArray, Volume } from "../api/schema";
 import { listen, type StreamEvent } from "../api/stream";
 import type { Freshness } from "./freshness";
+import { nextTask } from "./next_task";
 import { shared } from "./sharing";
 
 export interface Machine {
@@ -53,6 +54,7 @@ export class LivePicture {
   private readonly end = new AbortController();
   private isLooking = false;
   private isStale = false;
+  private readonly lists = new Map<string, Tagged<unknown>>();
 
   constructor(private readonly tell: (picture: Picture) => void) {}
 
@@ -112,26 +114,24 @@ export class LivePicture {
   private async fetchAll(): Promise<boolean> {
     const { signal } = this.end;
     const get = <Body>(path: string): Promise<Body> => ask<Body>(path, { signal });
-    // Each when it comes: all at once would take longer than a frame of a large machine.
-    const before = this.picture;
-    const list = async <Each>(path: string, known: Each[] | undefined): Promise<Each[]> => shared(known, await get<Each[]>(path));
     try {
       const [health, jobs, history, controllers, disks, ports, arrays, volumes] = await Promise.all([
         get<Health>("health"),
         get<Jobs>("jobs"),
         latestEntries(get),
-        list<Controller>("mirn/controllers", before.machine?.controllers),
-        list<Disk>("mirn/enddevices", before.machine?.disks),
-        list<Port>("mirn/ports", before.machine?.ports),
-        list<StorageArray>("mirn/arrays", before.machine?.arrays),
-        list<Volume>("mirn/volumes", before.machine?.volumes),
+        this.list<Controller>("mirn/controllers"),
+        this.list<Disk>("mirn/enddevices"),
+        this.list<Port>("mirn/ports"),
+        this.list<StorageArray>("mirn/arrays"),
+        this.list<Volume>("mirn/volumes"),
       ]);
+      await nextTask();
       this.change({
         health,
         jobs: jobs.items,
         entries: history ?? [],
         hasHistory: history !== null,
-        machine: shared(before.machine, { controllers, disks, ports, arrays, volumes }),
+        machine: shared(this.picture.machine, { controllers, disks, ports, arrays, volumes }),
         takenAt: Date.now(),
         failure: null,
       });
@@ -140,6 +140,18 @@ export class LivePicture {
       this.change({ failure: failure instanceof Refusal ? failure : new Refusal(0, "") });
       return false;
     }
+  }
+
+  /** Each object of it that is as it was stays the very object. */
+  private async list<Each>(path: string): Promise<Each[]> {
+    const known = (this.lists.get(path) ?? null) as Tagged<Each[]> | null;
+    const now = await askAgain<Each[]>(path, known, this.end.signal);
+    if (now !== known) {
+      await nextTask();
+      now.body = shared(known?.body, now.body);
+      this.lists.set(path, now);
+    }
+    return now.body;
   }
 }
 

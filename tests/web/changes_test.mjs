@@ -123,6 +123,7 @@ story("what a change comes to is drawn while it is chosen, and whoever presses a
   for (const [place, change, drawn, fill] of [
     [`array/${data.id}`, "Add array disks", /OD1T9930B1F0 \(new\)/, async () => (await disk("OD1T9930B1F0")).check()],
     [`disk/${(await host.disk("QV48021001C3")).id}`, "Set disk spare: unmark", /QV48021001C3/],
+    [`volume/${(await host.volume("Database")).id}`, "Set volume write hole policy: rwh distributed", /Database/],
   ]) {
     await tab.visit(`machine/${place}`);
     await tab.press(change);
@@ -130,6 +131,12 @@ story("what a change comes to is drawn while it is chosen, and whoever presses a
     await coming.getByText(drawn).first().waitFor();
     await tab.press("Cancel", tab.page.locator("dialog"));
   }
+
+  await tab.visit(`machine/volume/${(await host.volume("Database")).id}`);
+  await tab.press("Set volume write hole policy: rwh journaling drive");
+  await tab.requireOff("Show the plan"); // the service asks for a drive, though its document does not
+  await tab.gone("[data-coming]");
+  await tab.press("Cancel", tab.page.locator("dialog"));
 
   const { id, type } = await host.disk("OD1T9930B1F0");
   await tab.visit(`machine/disk/${id}`);

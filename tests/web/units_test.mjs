@@ -247,7 +247,7 @@ test("facts are named and written for people", () => {
   ]);
 });
 
-const { bodyOf, isWhole } = await load("live/change.ts");
+const { asking, bodyOf, isWhole } = await load("live/change.ts");
 const { operationsIn } = await load("api/document.ts");
 const kDocument = {
   paths: {
@@ -289,6 +289,10 @@ test("an operation is read from the document, with what it asks", () => {
   assert.equal(isWhole(operation, { raidLevel: "RAID_0" }), true);
   assert.deepEqual(bodyOf(operation, { raidLevel: "RAID_0", disks: [], quick: false }), { raidLevel: "RAID_0", quick: false });
   assert.equal(bodyOf({ ...operation, fields: [] }, {}), undefined);
+
+  const asked = asking(operation, ["disks"]);
+  assert.equal(isWhole(asked, { raidLevel: "RAID_0" }), false);
+  assert.equal(isWhole(asked, { raidLevel: "RAID_0", disks: ["1"] }), true);
 });
 
 const { placeOf, kPages } = await load("live/place.ts");

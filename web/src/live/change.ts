@@ -14,6 +14,7 @@ export interface Wanted {
   id: string; // empty: which object is still to be chosen
   name: string;
   given: Values;
+  needs?: string[]; // what the service asks for beside what is given; without it nobody has told
 }
 
 /** A change of the service itself, which names no object. */
@@ -32,6 +33,12 @@ const pathOf = (operation: Operation, wanted: Wanted): string =>
 
 const isTold = (value: Value | undefined): value is Value =>
   value !== undefined && value !== "" && !(Array.isArray(value) && value.length === 0);
+
+/** The operation where the service asks for more of its arguments than its document does. */
+export const asking = (operation: Operation, needs: string[]): Operation => ({
+  ...operation,
+  fields: operation.fields.map((field) => (needs.includes(field.name) ? { ...field, isNeeded: true } : field)),
+});
 
 /** Whether an argument counts with what the others are. */
 export const counts = (field: Field, values: Values): boolean => !field.when || values[field.when.field] === field.when.word;

@@ -58,7 +58,8 @@ export function ActionList({ type, id, name, revision, offers, onDone }: Props) 
             reason: reasonOf(action.operation),
             onPress: () => {
               const given: Values = action.argument ? { [action.argument]: action.word ?? "" } : {};
-              setWanted({ operation: action.operation, type, id, name: name ?? "", given });
+              const needs = action.needs.map((each) => each.name);
+              setWanted({ operation: action.operation, type, id, name: name ?? "", given, needs });
             },
           }))}
       />

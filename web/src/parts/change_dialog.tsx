@@ -1,7 +1,7 @@
 import { useEffect, useRef, useState } from "preact/hooks";
 import { type Operation, operationOf } from "../api/document";
 import { operationWords } from "../format/units";
-import { counts, failureWords, isWhole, type Values, type Wanted } from "../live/change";
+import { asking, counts, failureWords, isWhole, type Values, type Wanted } from "../live/change";
 import { useDeed } from "../live/deed";
 import { useForecast } from "../live/forecast";
 import { revisionOf, usePicture } from "../live/machine_context";
@@ -29,7 +29,10 @@ export function ChangeDialog({ wanted, onClose, onDone }: Props) {
     title.current?.focus(); // what else is there at first gives way to the form
   }, []);
   useEffect(() => {
-    operationOf(wanted.operation).then(setOperation, (failure: unknown) => setWords(failureWords(failure)));
+    operationOf(wanted.operation).then(
+      (found) => setOperation(asking(found, wanted.needs ?? [])),
+      (failure: unknown) => setWords(failureWords(failure)),
+    );
   }, [wanted.operation]);
   const close = (): void => dialog.current?.close();
   return (
@@ -71,8 +74,8 @@ function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
   const picture = usePicture();
   const isTold = wanted.id !== "" && isWhole(operation, values);
   const open = operation.fields.filter((field) => wanted.given[field.name] === undefined && counts(field, values));
-  // Before anything is chosen the service could only tell what is missing.
-  const isChosen = isTold && (open.length === 0 || values !== wanted.given);
+  // Where nobody has told what is needed, the service could only tell what is missing before anything is chosen.
+  const isChosen = isTold && (wanted.needs !== undefined || open.length === 0 || values !== wanted.given);
   const isChoosing = deed.plan === null && !deed.isDone;
   const forecast = useForecast(operation, wanted, isChosen && isChoosing ? values : null, revisionOf(picture));
   const shown = deed.plan ? { plan: deed.plan, words: null } : forecast;

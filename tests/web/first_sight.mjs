@@ -61,7 +61,8 @@ export class FirstSight {
     });
   }
 
-  /** Milliseconds from the fault to the page, and what the page heard and asked from then on. */
+  /** Milliseconds to the page, from the moment the fault has happened and from when it was asked for, and what the page heard
+      and asked meanwhile. */
   async of(control, disk) {
     const { host, page } = this.tab;
     const cause = `disk-failed-${disk.id}`;
@@ -74,6 +75,7 @@ export class FirstSight {
     return {
       cause,
       milliseconds: seen - answered,
+      sinceAsked: seen - begun,
       events: events.filter(({ at }) => at > begun && at < seen),
       looks: looks.filter((look) => look.begun > begun && look.begun < seen),
     };

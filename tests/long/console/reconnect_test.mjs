@@ -1,10 +1,16 @@
-// The host goes and comes back, the stream is cut: the page says so, keeps what it last saw, and catches up by itself.
+// The host goes and comes back, the stream is cut, the library refuses: the page says so, keeps what it last saw, and catches up
+// by itself.
 import assert from "node:assert/strict";
+import { calmMachine } from "../../web/machines.mjs";
 import { onOwnHosts } from "../../web/stage.mjs";
 import { Line } from "./line.mjs";
 
 const story = onOwnHosts({ clockSpeed: 0 });
 const kDisk = "TB2T7790315";
+const kReads = ["VexGetControllerInfo", "VexGetArrayInfo", "VexGetEndDeviceInfo", "VexGetPortInfo", "VexGetVolumeInfo"];
+const kTurns = 5;
+const kWithoutEnd = 4294967295;
+const kAccessDenied = 15;
 
 /** A mark that a reload would take away. */
 const leaveMark = (tab) => tab.page.evaluate(() => void (globalThis.mark = true));
@@ -70,3 +76,23 @@ story("only the line is cut: the session lasts, and the page catches up with wha
   await tab.page.close();
   await line.cut();
 });
+
+story(
+  `the library refuses to tell of something and comes back, ${kTurns * kReads.length} times: each time it is told, and goes by itself`,
+  async ({ host, signedIn }) => {
+    const tab = await signedIn("observe");
+    for (let turn = 0; turn < kTurns; turn += 1) {
+      for (const operation of kReads) {
+        await tab.seeCalm();
+        await host.ask("POST", "simulator/fail-calls", { operation, status: kAccessDenied, count: kWithoutEnd });
+        await tab.see("[data-cause^=picture-old]");
+        await host.ask("POST", "simulator/clear-faults", {});
+        await tab.gone("[data-cause^=picture-old]");
+      }
+    }
+    await tab.seeCalm();
+    await tab.visit("machine");
+    await tab.see(`[data-disk="${kDisk}"]`);
+  },
+  { machine: calmMachine() },
+);

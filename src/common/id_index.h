@@ -2,7 +2,7 @@
 #define MIRN_COMMON_ID_INDEX_H
 
 #include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,18 +31,11 @@ class IdIndex {
 
   /// Where the object with this id stands, or would stand.
   std::size_t placeOf(const std::wstring& id) const {
-    std::size_t place = hashOf(id) & (m_places.size() - 1);
+    std::size_t place = std::hash<std::wstring>()(id) & (m_places.size() - 1);
     while (m_places[place] != nullptr && m_places[place]->id() != id) {
       place = (place + 1) & (m_places.size() - 1);
     }
     return place;
-  }
-
-  static std::size_t hashOf(const std::wstring& id) {
-    constexpr std::uint64_t kPrime = 0x100000001b3U;
-    std::uint64_t hash = 0xcbf29ce484222325U;
-    for (const wchar_t character : id) hash = (hash ^ static_cast<std::uint32_t>(character)) * kPrime;
-    return static_cast<std::size_t>(hash ^ (hash >> 32));
   }
 
   std::vector<const Object*> m_places;  // a power of two of them; null: free

@@ -32,42 +32,49 @@ ClockOfWhoWaits::time_point later() {
                                      boost::chrono::minutes(10));
 }
 
+/// A reader that comes while somebody has the mutex alone.
+class WaitingReader {
+ public:
+  explicit WaitingReader(SessionMutex& mutex) {
+    isWaiting = false;
+    m_thread = std::thread([this, &mutex] {
+      if (!mutex.try_lock_shared_until(later())) return;
+      m_hasRead = true;
+      mutex.unlock_shared();
+    });
+    while (!isWaiting) std::this_thread::yield();
+  }
+  WaitingReader(const WaitingReader&) = delete;
+  WaitingReader& operator=(const WaitingReader&) = delete;
+  ~WaitingReader() { m_thread.join(); }
+
+  bool hasRead() const { return m_hasRead; }
+
+ private:
+  std::atomic<bool> m_hasRead{false};
+  std::thread m_thread;
+};
+
 TEST(SessionMutex, AReaderThatWaitsThroughAnExchangeComesInBeforeTheNext) {
   SessionMutex mutex(kPatient);
-  std::atomic<bool> hasRead{false};
-  isWaiting = false;
   mutex.lock_upgrade();
   mutex.unlock_upgrade_and_lock();
-  std::thread reader([&] {
-    if (!mutex.try_lock_shared_until(later())) return;
-    hasRead = true;
-    mutex.unlock_shared();
-  });
-  while (!isWaiting) std::this_thread::yield();
+  const WaitingReader reader(mutex);
   mutex.unlock_and_lock_upgrade();
   mutex.unlock_upgrade_and_lock();
-  EXPECT_TRUE(hasRead);
+  EXPECT_TRUE(reader.hasRead());
   mutex.unlock();
-  reader.join();
 }
 
 TEST(SessionMutex, AReaderThatWaitsThroughTheFirstPictureComesInBeforeAnExchange) {
   SessionMutex mutex(kPatient);
-  std::atomic<bool> hasRead{false};
-  isWaiting = false;
   ASSERT_TRUE(mutex.try_lock());
-  std::thread reader([&] {
-    if (!mutex.try_lock_shared_until(later())) return;
-    hasRead = true;
-    mutex.unlock_shared();
-  });
-  while (!isWaiting) std::this_thread::yield();
+  const WaitingReader reader(mutex);
   mutex.unlock();
   mutex.lock_upgrade();
   mutex.unlock_upgrade_and_lock();
-  EXPECT_TRUE(hasRead);
+  EXPECT_TRUE(reader.hasRead());
   mutex.unlock();
-  reader.join();
 }
 
 TEST(SessionMutex, AnExchangeDoesNotWaitForWhoGaveUp) {

@@ -17,9 +17,10 @@
 // What readers of a list and whoever changes something wait for each other: lists of 24 volumes are asked for
 // at a steady pace by 2, 8 and 32 readers, first by themselves, and then while one picture after the other is
 // taken and exchanged and a volume renamed again and again. Fails where the 99th percentile of a read is
-// beyond three times the quiet one, or a renaming takes more than 50 ms. What of it is the queue for a core,
-// and not the lock, is told by the same reads beside as many threads that compute and share nothing. The
-// argument tells how many seconds each of these takes.
+// beyond three times the quiet one (the median of five rounds: what a thread meets on its way to a core is up
+// to chance), or a renaming takes more than 50 ms. What of it is the queue for a core, and not the lock, is
+// told by the same reads beside as many threads that compute and share nothing. The argument tells how many
+// seconds each of these takes.
 
 namespace {
 
@@ -28,6 +29,7 @@ using Seconds = std::chrono::duration<double>;
 
 constexpr std::size_t kVolumes = 24;
 constexpr auto kPace = std::chrono::milliseconds(10);
+constexpr std::size_t kRounds = 5;
 constexpr double kMostTimesSlower = 3;
 constexpr double kLongestRenaming = 0.050;
 constexpr double kMillisecondsPerSecond = 1000;
@@ -114,8 +116,12 @@ Busy whileBusy(RunningPlugin& running, std::size_t readers, double seconds) {
   return busy;
 }
 
-/// Whether both bounds hold.
-bool measure(std::size_t readers, double seconds) {
+struct Waits {
+  double timesSlower;
+  double longestRenaming;
+};
+
+Waits measureOnce(std::size_t readers, double seconds) {
   RunningPlugin running(large_machine::makeWithVolumes(kVolumes));
   const double quiet = percentile99(timesOfReads(running, readers, seconds));
   const double computing = percentile99(timesBesideComputing(running, readers, seconds));
@@ -127,13 +133,30 @@ bool measure(std::size_t readers, double seconds) {
             << std::setw(8) << slow / quiet << std::setw(12) << static_cast<double>(busy.exchanges) / seconds
             << std::setw(12) << static_cast<double>(busy.renamings.size()) / seconds << std::setw(12)
             << longest * kMillisecondsPerSecond << std::endl;
-  return slow <= kMostTimesSlower * quiet && longest <= kLongestRenaming;
+  return {slow / quiet, longest};
+}
+
+/// Whether both bounds hold.
+bool measure(std::size_t readers, double seconds) {
+  std::vector<double> timesSlower;
+  double longest = 0;
+  for (std::size_t round = 0; round < kRounds; ++round) {
+    const Waits waits = measureOnce(readers, seconds);
+    timesSlower.push_back(waits.timesSlower);
+    longest = std::max(longest, waits.longestRenaming);
+  }
+  const auto middle = timesSlower.begin() + kRounds / 2;
+  std::nth_element(timesSlower.begin(), middle, timesSlower.end());
+  const bool holds = *middle <= kMostTimesSlower && longest <= kLongestRenaming;
+  std::cout << "        median: " << *middle << " times, longest renaming "
+            << longest * kMillisecondsPerSecond << " ms: " << (holds ? "holds" : "too long") << std::endl;
+  return holds;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) try {
-  const double seconds = count > 1 ? std::stod(arguments[1]) : 10;
+  const double seconds = count > 1 ? std::stod(arguments[1]) : 4;
   std::cout
       << std::fixed << std::setprecision(2)
       << "readers   quiet, ms   computing, ms    busy, ms   times exchanges/s renamings/s  longest, ms\n";

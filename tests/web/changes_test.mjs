@@ -123,7 +123,7 @@ story("what a change comes to is drawn while it is chosen, and whoever presses a
   for (const [place, change, drawn, fill] of [
     [`array/${data.id}`, "Add array disks", /OD1T9930B1F0 \(new\)/, async () => (await disk("OD1T9930B1F0")).check()],
     [`disk/${(await host.disk("QV48021001C3")).id}`, "Set disk spare: unmark", /QV48021001C3/],
-    [`volume/${(await host.volume("Database")).id}`, "Set volume write hole policy: rwh distributed", /Database/],
+    [`volume/${(await host.volume("Database")).id}`, "Set volume write hole policy: rwh distributed", /Database becomes RWH_DISTRIBUTED/],
   ]) {
     await tab.visit(`machine/${place}`);
     await tab.press(change);

@@ -466,7 +466,7 @@ const comes = (type, rest) => ({ fate: "comes", text: "", objects: [{ type, id: 
 const kMembers = [{ type: "disk", id: "1", name: "One" }];
 
 const meets = (fate, type, rest) => ({ fate, text: `It ${fate}.`, objects: [{ type, ...rest }] });
-const kOld = { name: "Old", level: "RAID_0", bytes: 40, isOther: false };
+const kOld = { name: "Old", level: "RAID_0", bytes: 40, isAbout: false, isOther: false };
 const kOne = { id: "1", name: "One", isNew: false };
 
 for (const [what, effects, told] of [
@@ -481,8 +481,9 @@ for (const [what, effects, told] of [
         {
           name: "First",
           bytes: 100,
-          parts: [kOld, { name: "New", level: "RAID_5", bytes: 20, isOther: true }],
+          parts: [kOld, { name: "New", level: "RAID_5", bytes: 20, isAbout: true, isOther: true }],
           rest: 40,
+          changes: [],
           members: [kOne],
         },
       ],
@@ -501,8 +502,9 @@ for (const [what, effects, told] of [
         {
           name: null,
           bytes: 90,
-          parts: [{ name: "New", level: "RAID_1", bytes: 50, isOther: true }],
+          parts: [{ name: "New", level: "RAID_1", bytes: 50, isAbout: true, isOther: true }],
           rest: 40,
+          changes: [],
           members: [kOne],
         },
       ],
@@ -517,7 +519,7 @@ for (const [what, effects, told] of [
     ],
     {
       arrays: [
-        { name: "First", bytes: 150, parts: [kOld], rest: 110, members: [kOne, { id: "3", name: "Three", isNew: true }] },
+        { name: "First", bytes: 150, parts: [kOld], rest: 110, changes: [], members: [kOne, { id: "3", name: "Three", isNew: true }] },
       ],
       disks: [],
     },
@@ -532,8 +534,9 @@ for (const [what, effects, told] of [
         {
           name: "First",
           bytes: 100,
-          parts: [{ name: "Old", level: "RAID_5", bytes: 60, isOther: true }],
+          parts: [{ name: "Old", level: "RAID_5", bytes: 60, isAbout: true, isOther: true }],
           rest: 40,
+          changes: ["It changes."],
           members: [{ id: "3", name: "Three", isNew: true }],
         },
       ],
@@ -544,14 +547,14 @@ for (const [what, effects, told] of [
     "a volume that changes in other ways keeps level and size, and the disk that serves it has a line",
     [meets("changes", "volume", { id: "v", name: "Old" }), meets("overwritten", "disk", { id: "3", name: "Three" })],
     {
-      arrays: [{ name: "First", bytes: 100, parts: [{ ...kOld, isOther: true }], rest: 60, members: [] }],
+      arrays: [{ name: "First", bytes: 100, parts: [{ ...kOld, isOther: true }], rest: 60, changes: ["It changes."], members: [] }],
       disks: [{ id: "3", name: "Three", text: "It overwritten." }],
     },
   ],
   [
     "a volume that goes leaves its place free",
     [meets("goes", "volume", { id: "v", name: "Old" }), meets("changes", "array", { id: "a", name: "First" })],
-    { arrays: [{ name: "First", bytes: 100, parts: [], rest: 100, members: [] }], disks: [] },
+    { arrays: [{ name: "First", bytes: 100, parts: [], rest: 100, changes: [], members: [] }], disks: [] },
   ],
   ["an array that goes is not drawn", [meets("goes", "volume", { id: "v" }), meets("goes", "array", { id: "a" })], { arrays: [], disks: [] }],
   [

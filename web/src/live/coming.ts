@@ -7,6 +7,7 @@ export interface Part {
   name: string;
   level: string;
   bytes: number;
+  isAbout: boolean; // the size is planned, and may come out a little different
   isOther: boolean; // than it is now: it comes, or changes
 }
 
@@ -21,6 +22,7 @@ export interface ComingArray {
   bytes: number;
   parts: Part[];
   rest: number; // redundancy, and what stays free
+  changes: string[]; // what becomes of its volumes, in the service's words
   members: Member[]; // none where they stay the same
 }
 
@@ -64,6 +66,7 @@ const present = (machine: Machine, met: Met[], id: string | null): Part[] =>
         name: volume.name,
         level: change?.level || volume.raidLevel,
         bytes: bytesOf(change?.aboutTotalBytes ?? volume.totalSize),
+        isAbout: change?.aboutTotalBytes !== undefined,
         isOther: change !== undefined,
       };
       return own.some(({ fate }) => fate === "goes") ? [] : [part];
@@ -76,6 +79,7 @@ const fresh = (met: Met[]): Part[] =>
       name: name ?? "",
       level: level ?? "",
       bytes: bytesOf(aboutTotalBytes),
+      isAbout: true,
       isOther: true,
     }));
 
@@ -84,7 +88,8 @@ function arrayAsPlanned(machine: Machine, met: Met[], id: string | null, more: P
   const own = met.filter((each) => each.type === "array" && each.id === id);
   const isOfIt = (each: Met): boolean =>
     each.fate === "comes" ? more.length > 0 : machine.volumes.some((volume) => volume.id === each.id && volume.arrayId === id);
-  const members = [...own, ...met.filter((each) => each.type === "volume" && isOfIt(each))].find((each) => each.members)?.members ?? [];
+  const volumes = met.filter((each) => each.type === "volume" && isOfIt(each));
+  const members = [...own, ...volumes].find((each) => each.members)?.members ?? [];
   const isMember = (disk: string): boolean => machine.disks.some((each) => each.id === disk && each.arrayId === id);
   const parts = [...present(machine, met, id), ...more];
   const bytes = bytesOf(own.find((each) => each.aboutTotalBytes)?.aboutTotalBytes ?? array?.totalSize);
@@ -93,6 +98,7 @@ function arrayAsPlanned(machine: Machine, met: Met[], id: string | null, more: P
     bytes,
     parts,
     rest: Math.max(0, bytes - parts.reduce((sum, part) => sum + part.bytes, 0)),
+    changes: volumes.filter(({ fate }) => fate === "changes").map(({ text }) => text),
     members: members.map((each) => ({ id: each.id ?? "", name: each.name ?? "", isNew: id !== null && !isMember(each.id ?? "") })),
   };
 }

@@ -73,7 +73,9 @@ function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
   const deed = useDeed(operation, wanted, values);
   const picture = usePicture();
   const isTold = wanted.id !== "" && isWhole(operation, values);
-  const open = operation.fields.filter((field) => wanted.given[field.name] === undefined && counts(field, values));
+  const open = operation.fields
+    .filter((field) => wanted.given[field.name] === undefined && counts(field, values))
+    .sort((one, other) => Number(other.isNeeded) - Number(one.isNeeded)); // what may be left out comes last
   // Where nobody has told what is needed, the service could only tell what is missing before anything is chosen.
   const isChosen = isTold && (wanted.needs !== undefined || open.length === 0 || values !== wanted.given);
   const isChoosing = deed.plan === null && !deed.isDone;

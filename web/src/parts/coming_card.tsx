@@ -53,6 +53,9 @@ function Bar({ array }: { array: ComingArray }) {
           </li>
         )}
       </ul>
+      {array.changes.map((change) => (
+        <p key={change}>{change}</p>
+      ))}
       {array.members.length > 0 && (
         <p class="muted">
           {messages.coming.members(
@@ -70,7 +73,7 @@ function Piece({ part }: { part: Part }) {
     <li class={`piece piece-plain ${part.isOther ? "is-coming" : ""}`} ref={(piece) => grow(piece, part.bytes)}>
       <strong>{part.name}</strong>
       <span>
-        {words(part.level)} · {part.isOther ? messages.coming.about(bytes) : bytes}
+        {words(part.level)} · {part.isAbout ? messages.coming.about(bytes) : bytes}
       </span>
     </li>
   );

@@ -1,6 +1,7 @@
 #include "identifiers.h"
 
 #include <array>
+#include <optional>
 
 #include "ascii.h"
 #include "decimal_text.h"
@@ -21,13 +22,19 @@ std::uint64_t hashOf(const std::wstring& text) {
   return hash;
 }
 
-/// The same for a text of ASCII, which has the units of the wide text already: each has a high byte of 0,
-/// which does no more than multiply once more.
-std::uint64_t hashOfAscii(std::string_view text) {
+/// The same up to the first NUL for a text of ASCII, which has the units of the wide text already: each has a
+/// high byte of 0, which does no more than multiply once more. Nothing for another text. One pass does all,
+/// since each step waits for the multiplication before it.
+std::optional<std::uint64_t> hashOfAscii(std::string_view text) {
   std::uint64_t hash = kFnvStart;
+  unsigned bytes = 0;
   for (const char character : text) {
-    hash = (hash ^ static_cast<unsigned char>(character)) * (kFnvPrime * kFnvPrime);
+    const unsigned byte = static_cast<unsigned char>(character);
+    if (byte == 0) break;
+    bytes |= byte;
+    hash = (hash ^ byte) * (kFnvPrime * kFnvPrime);
   }
+  if (bytes > 0x7F) return {};
   return hash;
 }
 
@@ -44,8 +51,8 @@ std::wstring wideFromNarrow(std::string_view text) {
 std::wstring idFromUniqueId(std::string_view text) { return decimalText(idNumber(text)); }
 
 std::uint64_t idNumber(std::string_view text) {
-  text = untilNul(text);
-  const std::uint64_t hash = isAscii(text) ? hashOfAscii(text) : hashOf(utf8ToWide(std::string(text)));
+  const std::optional<std::uint64_t> ascii = hashOfAscii(text);
+  const std::uint64_t hash = ascii ? *ascii : hashOf(utf8ToWide(std::string(untilNul(text))));
   return hash ^ (hash >> 32);
 }
 

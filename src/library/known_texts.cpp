@@ -49,10 +49,9 @@ SharedText KnownTexts::text(std::string_view field) {
 }
 
 SharedText KnownTexts::formed(std::string_view field, std::wstring (*form)(const std::wstring&)) {
-  SharedText from = text(field);
-  if (m_lastFormed.form != form || !m_lastFormed.from.isSharedWith(from)) {
-    SharedText result = same(form(from));
-    m_lastFormed = {std::move(from), form, std::move(result)};
+  const std::string_view from = untilNul(field);
+  if (m_lastFormed.form != form || m_lastFormed.from != from) {
+    m_lastFormed = {std::string(from), form, same(form(wideFromNarrow(from)))};
   }
   return m_lastFormed.text;
 }

@@ -43,7 +43,7 @@ class KnownTexts : private NonCopyable {
 
  private:
   struct Formed {
-    SharedText from;
+    std::string from;
     std::wstring (*form)(const std::wstring&) = nullptr;
     SharedText text;
   };

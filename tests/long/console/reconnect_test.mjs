@@ -8,7 +8,7 @@ import { Line } from "./line.mjs";
 const story = onOwnHosts({ clockSpeed: 0 });
 const kDisk = "TB2T7790315";
 const kReads = ["VexGetControllerInfo", "VexGetArrayInfo", "VexGetEndDeviceInfo", "VexGetPortInfo", "VexGetVolumeInfo"];
-const kTurns = 5;
+const kTurns = 2;
 const kWithoutEnd = 4294967295;
 const kAccessDenied = 15;
 

@@ -13,13 +13,16 @@ export interface Deed {
   act: () => void;
 }
 
-/** A plan is of what was wanted when it was made: with other values it goes. */
+/** A plan and a deed are of what was wanted when they were made: with other values they go. */
 export function useDeed(operation: Operation, wanted: Wanted, values: Values): Deed {
   const [plan, setPlan] = useState<Plan | null>(null);
   const [words, setWords] = useState<string | null>(null);
   const [isBusy, setBusy] = useState(false);
   const [isDone, setDone] = useState(false);
-  useEffect(() => setPlan(null), [operation, wanted, values]);
+  useEffect(() => {
+    setPlan(null);
+    setDone(false);
+  }, [operation, wanted, values]);
   const during = (work: Promise<void>): void => {
     setBusy(true);
     setWords(null);

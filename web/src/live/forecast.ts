@@ -3,6 +3,7 @@ import { useEffect, useState } from "preact/hooks";
 import type { Operation } from "../api/document";
 import type { Plan } from "../api/schema";
 import { failureWords, isWhole, planOf, type Values, type Wanted } from "./change";
+import type { Deed } from "./deed";
 
 export interface Forecast {
   plan: Plan | null;
@@ -12,7 +13,7 @@ export interface Forecast {
 const kPause = 200; // milliseconds in which nothing more was chosen
 
 /** Both null while something is missing, or nothing told. What was forecast before stays until the answer is there. */
-export function useForecast(operation: Operation, wanted: Wanted, values: Values | null, revision: number): Forecast {
+function useForecast(operation: Operation, wanted: Wanted, values: Values | null, revision: number): Forecast {
   const [forecast, setForecast] = useState<Forecast>({ plan: null, words: null });
   const asked = values && isWhole(operation, values) ? JSON.stringify([wanted.id, values]) : null;
   useEffect(() => {
@@ -33,4 +34,11 @@ export function useForecast(operation: Operation, wanted: Wanted, values: Values
     };
   }, [asked, revision]);
   return forecast;
+}
+
+/** The same until there is a plan, then what that tells. Nothing is asked once it is done: the same again would be refused. */
+export function useOutlook(deed: Deed, operation: Operation, wanted: Wanted, values: Values | null, revision: number): Forecast {
+  const isChoosing = deed.plan === null && !deed.isDone;
+  const forecast = useForecast(operation, wanted, isChoosing ? values : null, revision);
+  return deed.plan ? { plan: deed.plan, words: null } : forecast;
 }

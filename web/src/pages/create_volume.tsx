@@ -2,8 +2,9 @@ import { useEffect, useRef } from "preact/hooks";
 import type { Operation } from "../api/document";
 import { labelOf } from "../format/facts";
 import type { Values } from "../live/change";
+import { useDeed } from "../live/deed";
 import { draftFor, kCreate, kDraft, kSteps, lackedBy, reach } from "../live/draft";
-import { useForecast } from "../live/forecast";
+import { useOutlook } from "../live/forecast";
 import { useKept } from "../live/kept";
 import { revisionOf } from "../live/machine_context";
 import { useOperations } from "../live/operations";
@@ -45,7 +46,8 @@ function Wizard({ operation, machine, revision, place }: Props) {
   const asked = Number(place.rest[0] ?? 1);
   const furthest = reach(operation, values);
   const step = kSteps.includes(asked) ? Math.min(asked, furthest) : 1;
-  const forecast = useForecast(operation, kCreate, values, revision);
+  const deed = useDeed(operation, kCreate, values);
+  const forecast = useOutlook(deed, operation, kCreate, values, revision);
   const title = useRef<HTMLHeadingElement>(null);
   useEffect(() => title.current?.focus(), [step]);
   const part = { operation, values, onValues: setValues };
@@ -60,10 +62,10 @@ function Wizard({ operation, machine, revision, place }: Props) {
           {step === 1 && <CreateLevel {...part} />}
           {step === 2 && <CreateDisks {...part} />}
           {step === 3 && <CreateProperties {...part} />}
-          {step === 4 && <CreateDeed {...part} onAgain={() => setValues(draftFor(machine))} />}
+          {step === 4 && <CreateDeed {...part} deed={deed} onAgain={() => setValues(draftFor(machine))} />}
           {step < kSteps.length && <Moves operation={operation} values={values} step={step} />}
         </section>
-        <ComingCard machine={machine} forecast={forecast} none={messages.create.pictureNone} />
+        {!deed.isDone && <ComingCard machine={machine} forecast={forecast} none={messages.create.pictureNone} />}
       </div>
     </>
   );

@@ -3,7 +3,7 @@ import { type Operation, operationOf } from "../api/document";
 import { operationWords } from "../format/units";
 import { asking, counts, failureWords, isWhole, type Values, type Wanted } from "../live/change";
 import { useDeed } from "../live/deed";
-import { useForecast } from "../live/forecast";
+import { useOutlook } from "../live/forecast";
 import { revisionOf, usePicture } from "../live/machine_context";
 import { messages } from "../messages/messages";
 import { ComingCard } from "./coming_card";
@@ -78,9 +78,7 @@ function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
     .sort((one, other) => Number(other.isNeeded) - Number(one.isNeeded)); // what may be left out comes last
   // Where nobody has told what is needed, the service could only tell what is missing before anything is chosen.
   const isChosen = isTold && (wanted.needs !== undefined || open.length === 0 || values !== wanted.given);
-  const isChoosing = deed.plan === null && !deed.isDone;
-  const forecast = useForecast(operation, wanted, isChosen && isChoosing ? values : null, revisionOf(picture));
-  const shown = deed.plan ? { plan: deed.plan, words: null } : forecast;
+  const forecast = useOutlook(deed, operation, wanted, isChosen ? values : null, revisionOf(picture));
   useEffect(() => {
     if (deed.isDone) onDone?.();
   }, [deed.isDone]);
@@ -97,7 +95,7 @@ function ChangeForm({ operation, wanted, onClose, onDone }: FormProps) {
             onValue={(value) => setValues({ ...values, [field.name]: value })}
           />
         ))}
-      {!deed.isDone && picture.machine && <ComingCard machine={picture.machine} forecast={shown} />}
+      {!deed.isDone && picture.machine && <ComingCard machine={picture.machine} forecast={forecast} />}
       <DeedView
         deed={deed}
         name={wanted.name}

@@ -1,15 +1,16 @@
 import { useEffect } from "preact/hooks";
 import { isWhole } from "../live/change";
-import { useDeed } from "../live/deed";
-import { kCreate, kDraft, type StepProps } from "../live/draft";
+import type { Deed } from "../live/deed";
+import { kDraft, type StepProps } from "../live/draft";
 import { forget } from "../live/kept";
 import { messages } from "../messages/messages";
 import { DeedView } from "./deed_view";
 
 /** What will come of it, and the deed. */
-export function CreateDeed({ operation, values, onAgain }: StepProps & { onAgain: () => void }) {
-  const deed = useDeed(operation, kCreate, values);
-  useEffect(deed.askPlan, []);
+export function CreateDeed({ operation, values, deed, onAgain }: StepProps & { deed: Deed; onAgain: () => void }) {
+  useEffect(() => {
+    if (!deed.isDone) deed.askPlan();
+  }, []);
   useEffect(() => {
     if (deed.isDone) forget(kDraft);
   }, [deed.isDone]);

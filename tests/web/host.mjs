@@ -7,6 +7,8 @@ import { tmpdir } from "node:os";
 import path from "node:path";
 
 const kSettings = "[SYSTEM\\CurrentControlSet\\Services\\qnPalx\\Parameters\\Device]\nLedLocateTimeout=12\n";
+const kFailed = 15; // as the library's header has it
+const kWithoutEnd = 4294967295;
 
 /** A host on a simulated machine, in a folder of its own. */
 export class Host {
@@ -114,6 +116,16 @@ export class Host {
   /** Something befalls a disk, named by its id or serial number. */
   befall(incident, disk) {
     return this.ask("POST", `simulator/${incident}`, { disk });
+  }
+
+  /** The library fails the next calls of an operation: so many, or all. */
+  failCalls(operation, count = kWithoutEnd) {
+    return this.ask("POST", "simulator/fail-calls", { operation, status: kFailed, count });
+  }
+
+  /** It fails none any more. */
+  clearFaults() {
+    return this.ask("POST", "simulator/clear-faults", {});
   }
 
   /** Time of the machine, whose clock stands still. */

@@ -11,7 +11,6 @@ const kSpareOfData = "OD1T9930B1F0";
 const kJournalDrive = "OP375C0071";
 const kSomeOfTheWork = 1000; // seconds
 const kLong = 200_000; // seconds in which all work ends
-const kWithoutEnd = 4294967295;
 
 /** The ids of causes stay while objects come and go. */
 const ofVolume = async (host, kind, name) => `${kind}-${(await host.volume(name)).id}`;
@@ -300,13 +299,12 @@ export const kMachineStories = {
 
   "the library refuses and comes back": async ({ host, signedIn }) => {
     const tab = await signedIn("operate");
-    await host.ask("POST", "simulator/fail-calls", { operation: "VexGetVolumeInfo", status: 15, count: kWithoutEnd });
+    await host.failCalls("VexGetVolumeInfo");
     await tab.follow("The machine");
     await tab.change("Rescan");
     await toFirstPage(tab);
     // The change is looked at while the library still refuses: its cause may go by itself as soon as that has come back.
-    const comesBack = () => host.ask("POST", "simulator/clear-faults", {});
-    await tab.change("Rescan", { within: tab.page.locator("[data-cause^=picture-old]"), fill: comesBack });
+    await tab.change("Rescan", { within: tab.page.locator("[data-cause^=picture-old]"), fill: () => host.clearFaults() });
     await tab.seeCalm();
   },
 };

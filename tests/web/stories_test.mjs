@@ -2,11 +2,10 @@
 import assert from "node:assert/strict";
 import { FirstSight } from "./first_sight.mjs";
 import { kMachineStories } from "./machine_stories.mjs";
-import { calmMachine } from "./machines.mjs";
+import { calmMachine, kLooseDisks } from "./machines.mjs";
 import { onOneHost, onOwnHosts } from "./stage.mjs";
 
 const kPair = ["QV48021000A1", "QV48021000A7"]; // the disks of the volume System
-const kLooseDisks = ["TB2T7790315", "TB2T7790318", "TB4T6610092", "QV96021044E0", "OD3T2210A40F"];
 const story = onOneHost();
 const storyOfItsOwn = onOwnHosts({ machine: calmMachine(), clockSpeed: 0 });
 

@@ -1,10 +1,9 @@
 // A hundred faults, one after the other: how long each takes to be on the first page.
 import assert from "node:assert/strict";
 import { FirstSight } from "../../web/first_sight.mjs";
-import { calmMachine } from "../../web/machines.mjs";
+import { calmMachine, kLooseDisks } from "../../web/machines.mjs";
 import { onOneHost } from "../../web/stage.mjs";
 
-const kLooseDisks = ["TB2T7790315", "TB2T7790318", "TB4T6610092", "QV96021044E0", "OD3T2210A40F"];
 const kRounds = 20;
 const kBound = 2000; // milliseconds
 const story = onOneHost({ machine: calmMachine(), clockSpeed: 0 });

@@ -9,8 +9,6 @@ const story = onOwnHosts({ clockSpeed: 0 });
 const kDisk = "TB2T7790315";
 const kReads = ["VexGetControllerInfo", "VexGetArrayInfo", "VexGetEndDeviceInfo", "VexGetPortInfo", "VexGetVolumeInfo"];
 const kTurns = 2;
-const kWithoutEnd = 4294967295;
-const kAccessDenied = 15;
 
 /** A mark that a reload would take away. */
 const leaveMark = (tab) => tab.page.evaluate(() => void (globalThis.mark = true));
@@ -84,9 +82,9 @@ story(
     for (let turn = 0; turn < kTurns; turn += 1) {
       for (const operation of kReads) {
         await tab.seeCalm();
-        await host.ask("POST", "simulator/fail-calls", { operation, status: kAccessDenied, count: kWithoutEnd });
+        await host.failCalls(operation);
         await tab.see("[data-cause^=picture-old]");
-        await host.ask("POST", "simulator/clear-faults", {});
+        await host.clearFaults();
         await tab.gone("[data-cause^=picture-old]");
       }
     }

@@ -50,13 +50,12 @@ story("the library refuses the deed: its words stand there, the form stays, and 
   await tab.press("Rename volume");
   await tab.fill("Name", "Typed");
   await tab.plan();
-  const faults = { operation: "VexVolumeRename", status: 15 };
-  await host.ask("POST", "simulator/fail-calls", faults);
+  await host.failCalls("VexVolumeRename", 1);
   tab.expect(/ 4\d\d|^4\d\d|50\d/);
   await tab.press("Do it");
   await alert(tab).waitFor();
   const told = await alert(tab).innerText();
-  await host.ask("POST", "simulator/fail-calls", faults);
+  await host.failCalls("VexVolumeRename", 1);
   assert.equal(told, await refusalOf(host, "PUT", `mirn/volumes/${volume.id}/name`, { name: "Typed" }));
   assert.equal(await tab.field("Name").inputValue(), "Typed");
   await tab.plan();

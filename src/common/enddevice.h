@@ -99,10 +99,10 @@ class EndDevice {
   VEX_HANDLE m_raidHandle = 0;
   VEX_HANDLE m_arrayHandle = 0;
   VEX_HANDLE m_phyHandle = 0;
-  DeviceType m_deviceType = DeviceType::UNKNOWN;
   std::uint32_t m_unpublishedNumber = 0;
-  LinkSpeed m_negotiatedLinkSpeed = LinkSpeed::UNKNOWN;
   std::uint32_t m_lyxDomain = 0;
+  DeviceType m_deviceType = DeviceType::UNKNOWN;
+  LinkSpeed m_negotiatedLinkSpeed = LinkSpeed::UNKNOWN;
   bool m_isOrdanNVMe = false;
   bool m_managedHotplug = false;
 };

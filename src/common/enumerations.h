@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
-/// Every enumeration of the model: its numbers inside the program and its texts on the wire. All functions
-/// here are safe from any thread and from static initialisation; a value without a text, or a text without a
-/// value, gives the default told at the function.
+/// Every enumeration of the model: its numbers inside the program and its texts on the wire. A value takes a
+/// byte, since there are tens of thousands of them.
+///
+/// All functions here are safe from any thread and from static initialisation; a value without a text, or a
+/// text without a value, gives the default told at the function.
 
-enum class RaidLevel : std::int32_t {
+enum class RaidLevel : std::uint8_t {
   RAID_UNKNOWN = 0,  ///< A word that is no level.
   RAID_INVALID = 1,  ///< A known level that the system cannot create.
   RAID_0 = 2,
@@ -20,7 +22,7 @@ enum class RaidLevel : std::int32_t {
   RAID_10 = 5,
 };
 
-enum class StripSize : std::int32_t {
+enum class StripSize : std::uint8_t {
   SIZE_2KB = 0,
   SIZE_4KB = 1,
   SIZE_8KB = 2,
@@ -42,11 +44,11 @@ enum class StripSize : std::int32_t {
 };
 
 /// Write-hole policy.
-enum class RwhPolicy : std::int32_t { NONE = 0, RWH_OFF = 1, RWH_DISTRIBUTED = 2, RWH_JOURNALING_DRIVE = 3 };
+enum class RwhPolicy : std::uint8_t { NONE = 0, RWH_OFF = 1, RWH_DISTRIBUTED = 2, RWH_JOURNALING_DRIVE = 3 };
 
-enum class EnableState : std::int32_t { UNKNOWN = 0, DISABLED = 1, ENABLED = 2 };
+enum class EnableState : std::uint8_t { UNKNOWN = 0, DISABLED = 1, ENABLED = 2 };
 
-enum class VolumeState : std::int32_t {
+enum class VolumeState : std::uint8_t {
   UNKNOWN = 0,
   NORMAL = 1,
   DEGRADED = 2,
@@ -62,7 +64,7 @@ enum class VolumeState : std::int32_t {
 };
 
 /// Cache policy of a volume.
-enum class CachePolicy : std::int32_t {
+enum class CachePolicy : std::uint8_t {
   UNKNOWN = 0,
   OFF = 1,
   WRITE_THROUGH = 2,
@@ -70,23 +72,23 @@ enum class CachePolicy : std::int32_t {
   NOT_SUPPORTED = 4
 };
 
-enum class ArrayState : std::int32_t { UNKNOWN = 0, NORMAL = 1, STATE_BUSY = 2 };
+enum class ArrayState : std::uint8_t { UNKNOWN = 0, NORMAL = 1, STATE_BUSY = 2 };
 
 /// Write cache of an array or disk.
-enum class WriteCacheState : std::int32_t { UNKNOWN = 0, OFF = 1, ON = 2, NOT_SUPPORTED = 3 };
+enum class WriteCacheState : std::uint8_t { UNKNOWN = 0, OFF = 1, ON = 2, NOT_SUPPORTED = 3 };
 
-enum class ControllerType : std::int32_t { UNKNOWN = 0, SATA = 1, NVMe = 2, Lyx = 3, SCU = 4 };
+enum class ControllerType : std::uint8_t { UNKNOWN = 0, SATA = 1, NVMe = 2, Lyx = 3, SCU = 4 };
 
-enum class ControllerMode : std::int32_t { UNKNOWN = 0, AHCI = 1, RAID = 2 };
+enum class ControllerMode : std::uint8_t { UNKNOWN = 0, AHCI = 1, RAID = 2 };
 
-enum class DeviceType : std::int32_t { UNKNOWN = 0, DISK = 1, NON_DISK_STORAGE = 2, NON_STORAGE = 3 };
+enum class DeviceType : std::uint8_t { UNKNOWN = 0, DISK = 1, NON_DISK_STORAGE = 2, NON_STORAGE = 3 };
 
 /// Negotiated link speed: 1.5, 3 and 6 Gb/s.
-enum class LinkSpeed : std::int32_t { UNKNOWN = 0, GBPS_1_5 = 1, GBPS_3 = 2, GBPS_6 = 3 };
+enum class LinkSpeed : std::uint8_t { UNKNOWN = 0, GBPS_1_5 = 1, GBPS_3 = 2, GBPS_6 = 3 };
 
-enum class DiskType : std::int32_t { UNKNOWN = 0, SATA = 1, NVME = 2, Lyx = 3 };
+enum class DiskType : std::uint8_t { UNKNOWN = 0, SATA = 1, NVME = 2, Lyx = 3 };
 
-enum class DiskState : std::int32_t {
+enum class DiskState : std::uint8_t {
   UNKNOWN = 0,
   OFFLINE = 1,
   MISSING = 2,
@@ -100,7 +102,7 @@ enum class DiskState : std::int32_t {
   UNSUPPORTED = 10,
 };
 
-enum class DiskUsage : std::int32_t {
+enum class DiskUsage : std::uint8_t {
   UNKNOWN = 0,
   ARRAY_MEMBER = 1,
   PASS_THROUGH = 2,
@@ -112,11 +114,11 @@ enum class DiskUsage : std::int32_t {
 };
 
 /// Role of a disk with two ports of four lanes.
-enum class X8Disk : std::int32_t { UNKNOWN = 1, X8_A = 2, X8_B = 3 };
+enum class X8Disk : std::uint8_t { UNKNOWN = 1, X8_A = 2, X8_B = 3 };
 
-enum class PortLocalDeviceType : std::int32_t { CONTROLLER = 0, END_DEVICE = 1, UNKNOWN = 2 };
+enum class PortLocalDeviceType : std::uint8_t { CONTROLLER = 0, END_DEVICE = 1, UNKNOWN = 2 };
 
-enum class ServiceState : std::int32_t { WARNING = 0, NORMAL = 1, FAILED = 2 };
+enum class ServiceState : std::uint8_t { WARNING = 0, NORMAL = 1, FAILED = 2 };
 
 std::wstring toText(RaidLevel value);  ///< Else "UNKNOWN", not "RAID_UNKNOWN".
 std::wstring toText(StripSize value);  ///< Else "SIZE_UNKNOWN".

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <exception>
+#include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "vex_exception.h"
@@ -40,10 +43,25 @@ inline std::vector<VEX_HANDLE> listHandles(ScopedEnumeration enumeration, VEX_HA
   });
 }
 
+/// The library's operation for the records of a kind.
+template <class Record>
+using RecordOperation = VEX_STATUS (*)(VEX_HANDLE session, VEX_HANDLE handle, Record* record);
+
+/// Hands the record of each of these objects to `take`, in order.
+template <class Record, class Take>
+void readEachRecord(RecordOperation<Record> read, VEX_HANDLE session, const std::vector<VEX_HANDLE>& handles,
+                    Take take) {
+  for (const VEX_HANDLE handle : handles) {
+    Record record = {};
+    raiseUnlessSuccess(read(session, handle, &record));
+    take(record);
+  }
+}
+
 /// The records of these objects, in order.
 template <class Record>
-std::vector<Record> readRecords(VEX_STATUS (*read)(VEX_HANDLE session, VEX_HANDLE handle, Record* record),
-                                VEX_HANDLE session, const std::vector<VEX_HANDLE>& handles) {
+std::vector<Record> readRecords(RecordOperation<Record> read, VEX_HANDLE session,
+                                const std::vector<VEX_HANDLE>& handles) {
   std::vector<Record> records;
   records.reserve(handles.size());
   for (const VEX_HANDLE handle : handles) {
@@ -51,6 +69,26 @@ std::vector<Record> readRecords(VEX_STATUS (*read)(VEX_HANDLE session, VEX_HANDL
     raiseUnlessSuccess(read(session, handle, &record));
   }
   return records;
+}
+
+/// What `convert` makes of these records, none of which is kept. All are read, whatever becomes of the first:
+/// text that is not UTF-8 raises its `std::range_error` behind the last.
+template <class Record, class Convert>
+auto readConverted(RecordOperation<Record> read, VEX_HANDLE session, const std::vector<VEX_HANDLE>& handles,
+                   Convert convert) {
+  std::vector<decltype(convert(std::declval<const Record&>()))> objects;
+  objects.reserve(handles.size());
+  std::exception_ptr badText;
+  readEachRecord<Record>(read, session, handles, [&](const Record& record) {
+    if (badText) return;
+    try {
+      objects.push_back(convert(record));
+    } catch (const std::range_error&) {
+      badText = std::current_exception();
+    }
+  });
+  if (badText) std::rethrow_exception(badText);
+  return objects;
 }
 
 #endif

@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "phy_index.h"
 #include "record_reading.h"
-#include "sorted_list.h"
 #include "vex_codes.h"
 #include "vex_exception.h"
 
@@ -43,33 +43,6 @@ template <class Object>
 std::vector<SharedText> idsOf(const std::vector<Object>& objects) {
   return converted(objects, [](const Object& object) { return SharedText(object.sharedId()); });
 }
-
-/// Finds the first phy of each device, so that thousands of devices need not walk thousands of phys each. A
-/// phy without a device (handle 0) is nobody's.
-class PhyIndex {
- public:
-  explicit PhyIndex(std::vector<VEX_PHY_INFO> phys) : m_phys(sortedByDevice(std::move(phys))) {}
-
-  /// One phy, or none, until the next look-up.
-  const std::vector<VEX_PHY_INFO>& of(VEX_HANDLE endDevice) {
-    m_found.clear();
-    if (endDevice == 0) return m_found;
-    if (const auto* const phy = m_search.find(endDevice)) m_found.push_back(*phy);
-    return m_found;
-  }
-
- private:
-  static constexpr auto kDeviceOf = [](const VEX_PHY_INFO& phy) { return phy.endDeviceHandle; };
-
-  static std::vector<VEX_PHY_INFO> sortedByDevice(std::vector<VEX_PHY_INFO> phys) {
-    sortStablyBy(kDeviceOf, phys);
-    return phys;
-  }
-
-  const std::vector<VEX_PHY_INFO> m_phys;
-  const OrderedSearch<VEX_PHY_INFO, decltype(kDeviceOf)> m_search{kDeviceOf, m_phys};
-  std::vector<VEX_PHY_INFO> m_found;
-};
 
 }  // namespace
 
@@ -112,13 +85,10 @@ std::vector<Controller> VexInfo::getControllers() const {
 }
 
 Controller VexInfo::controllerOf(const VEX_CONTROLLER_INFO& record) const {
-  const auto devices = readEndDevices(record.controllerHandle, VEX_SCOPE_CONTROLLER, "");
-  const auto disks = std::count_if(devices.begin(), devices.end(), [](const VEX_END_DEVICE_INFO& device) {
-    return device.deviceType == VEX_DEVICE_TYPE_DISK;
-  });
+  const DeviceCount devices = countEndDevices(record.controllerHandle, VEX_SCOPE_CONTROLLER);
   boost::optional<VEX_RAID_INFO> raid;
   if (record.raidInfoHandle != 0) raid = raidOf(record);
-  return m_converter->toController(record, static_cast<std::uint64_t>(disks), devices.size(), raid);
+  return m_converter->toController(record, devices.disks, devices.all, raid);
 }
 
 VEX_RAID_INFO VexInfo::raidOf(const VEX_CONTROLLER_INFO& controller) const {
@@ -149,8 +119,14 @@ std::vector<Volume> VexInfo::getVolumes(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
                    [this](const VEX_VOLUME_INFO& record) { return m_converter->toVolume(record); });
 }
 
+template <class Convert>
+auto VexInfo::readPorts(VEX_HANDLE handle, VEX_SCOPE_TYPE scope, Convert convert) const {
+  return readConverted<VEX_PORT_INFO>(VexGetPortInfo, m_session,
+                                      listHandles(VexGetPortHandles, m_session, scope, handle), convert);
+}
+
 std::vector<Port> VexInfo::getPorts(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const {
-  return converted(readPorts(handle, scope),
+  return readPorts(handle, scope,
                    [this](const VEX_PORT_INFO& record) { return m_converter->toPort(record); });
 }
 
@@ -199,7 +175,7 @@ std::vector<Volume> VexInfo::volumesOf(const Controller& controller) const {
 
 /// Nothing else of a port's record can be wrong, so that it takes no whole port to tell its id.
 std::vector<SharedText> VexInfo::portIdsOf(const Controller& controller) const {
-  return converted(readPorts(controller.handle(), VEX_SCOPE_CONTROLLER_PORTS),
+  return readPorts(controller.handle(), VEX_SCOPE_CONTROLLER_PORTS,
                    [this](const VEX_PORT_INFO& record) { return m_texts->id(record.uniqueId); });
 }
 
@@ -217,8 +193,21 @@ std::vector<VEX_END_DEVICE_INFO> VexInfo::readEndDevices(VEX_HANDLE handle, VEX_
   return records;
 }
 
-std::vector<VEX_PHY_INFO> VexInfo::readPhys(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const {
-  return readRecords(VexGetPhyInfo, m_session, listHandles(VexGetPhyHandles, m_session, scope, handle));
+VexInfo::DeviceCount VexInfo::countEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const {
+  const auto handles = listHandles(VexGetEndDeviceHandles, m_session, scope, handle);
+  DeviceCount count{0, handles.size()};
+  readEachRecord<VEX_END_DEVICE_INFO>(VexGetEndDeviceInfo, m_session, handles, [&](const auto& record) {
+    if (record.deviceType == VEX_DEVICE_TYPE_DISK) ++count.disks;
+  });
+  return count;
+}
+
+std::vector<DevicePhy> VexInfo::readPhys(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const {
+  return readConverted<VEX_PHY_INFO>(
+      VexGetPhyInfo, m_session, listHandles(VexGetPhyHandles, m_session, scope, handle),
+      [](const auto& record) {
+        return DevicePhy{record.phyHandle, record.endDeviceHandle, record.negotiatedLinkSpeed};
+      });
 }
 
 std::vector<VEX_ARRAY_INFO> VexInfo::readArrays(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
@@ -231,10 +220,6 @@ std::vector<VEX_VOLUME_INFO> VexInfo::readVolumes(VEX_HANDLE handle, VEX_SCOPE_T
                                                   std::string filter) const {
   return withName(filter, readRecords(VexGetVolumeInfo, m_session,
                                       listHandles(VexGetVolumeHandles, m_session, scope, handle)));
-}
-
-std::vector<VEX_PORT_INFO> VexInfo::readPorts(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const {
-  return readRecords(VexGetPortInfo, m_session, listHandles(VexGetPortHandles, m_session, scope, handle));
 }
 
 std::vector<VEX_RAID_INFO> VexInfo::readRaids() const {

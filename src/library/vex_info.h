@@ -1,6 +1,7 @@
 #ifndef MIRN_LIBRARY_VEX_INFO_H
 #define MIRN_LIBRARY_VEX_INFO_H
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,8 @@
 #include "vex_converter.h"
 #include "vex_info_interface.h"
 #include "VEXL2.h"
+
+struct DevicePhy;
 
 /// A reader for one snapshot, whose objects have their texts from `texts`.
 std::unique_ptr<IVexInfo> makeVexInfo(
@@ -40,6 +43,11 @@ class VexInfo : public IVexInfo, private NonCopyable {
   void close() override;
 
  private:
+  struct DeviceCount {
+    std::uint64_t disks;
+    std::uint64_t all;
+  };
+
   virtual std::vector<Array> arraysOf(const Controller& controller) const;
   virtual std::vector<Volume> volumesOf(const Controller& controller) const;
   virtual std::vector<SharedText> portIdsOf(const Controller& controller) const;
@@ -47,14 +55,18 @@ class VexInfo : public IVexInfo, private NonCopyable {
   virtual std::vector<VEX_CONTROLLER_INFO> readControllers() const;
   virtual std::vector<VEX_END_DEVICE_INFO> readEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
                                                           std::string filter) const;
-  virtual std::vector<VEX_PHY_INFO> readPhys(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const;
+  virtual std::vector<DevicePhy> readPhys(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const;
   virtual std::vector<VEX_ARRAY_INFO> readArrays(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
                                                  std::string filter) const;
   virtual std::vector<VEX_VOLUME_INFO> readVolumes(VEX_HANDLE handle, VEX_SCOPE_TYPE scope,
                                                    std::string filter) const;
-  virtual std::vector<VEX_PORT_INFO> readPorts(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const;
   virtual std::vector<VEX_RAID_INFO> readRaids() const;
   virtual VEX_RAID_LEVEL_INFO readRaidLevel(VEX_HANDLE raidInfoHandle, std::uint32_t libraryLevel) const;
+
+  // Of which there are most: what is made of them is kept, and not their records too.
+  DeviceCount countEndDevices(VEX_HANDLE handle, VEX_SCOPE_TYPE scope) const;
+  template <class Convert>
+  auto readPorts(VEX_HANDLE handle, VEX_SCOPE_TYPE scope, Convert convert) const;
 
   Controller controllerOf(const VEX_CONTROLLER_INFO& record) const;
   VEX_RAID_INFO raidOf(const VEX_CONTROLLER_INFO& controller) const;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <stdexcept>
 #include <type_traits>
 
 #include "identifiers.h"
@@ -420,6 +421,19 @@ TEST_F(VexInfoTest, PortsAndRaidsAreReadInTheOrderOfTheLibrary) {
                           "VexGetPortInfo(1, 62, out)", "VexGetPortInfo(1, 61, out)",
                           "VexGetRaidInfoHandles(1, null, 0)", "VexGetRaidInfoHandles(1, out, 2)",
                           "VexGetRaidInfo(1, 2, out)", "VexGetRaidInfo(1, 1, out)"));
+}
+
+TEST_F(VexInfoTest, PortsAreAllReadBeforeAnyTextOfThemIsRefused) {
+  ScriptedMachine machine;
+  machine.addController(kSata, VEX_CONTROLLER_TYPE_SATA, 0);
+  for (const VEX_HANDLE port : {61U, 62U, 63U}) machine.addControllerPort(port, kSata);
+  setText(machine.ports.at(61).uniqueId, "\xFF");
+  m_library.setMachine(machine);
+  open();
+  EXPECT_THROW(m_info->getPorts(0, 0), std::range_error);
+  EXPECT_EQ(m_library.callTexts().back(), "VexGetPortInfo(1, 63, out)");
+  m_library.answer(onCall("VexGetPortInfo", 3), VEX_STATUS_BUSY);
+  EXPECT_EQ(statusOf([this] { m_info->getPorts(0, 0); }), VEX_STATUS_BUSY) << "what the library says counts";
 }
 
 TEST_F(VexInfoTest, IdsUnderControllersAreReadInTheirScopes) {

@@ -23,9 +23,6 @@ std::wstring wideFromNarrow(const char (&field)[kSize]) {
 /// same on every platform and at every start. Equal texts give equal ids.
 std::wstring idFromUniqueId(std::string_view text);
 
-/// The number that these digits tell.
-std::uint64_t idNumber(std::string_view text);
-
 template <std::size_t kSize>
 std::wstring idFromUniqueId(const char (&field)[kSize]) {
   return idFromUniqueId(std::string_view(field, kSize));

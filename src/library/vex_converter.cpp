@@ -88,19 +88,19 @@ EndDevice VexConverter::toEndDevice(const VEX_END_DEVICE_INFO& record,
                                     const std::vector<VEX_PHY_INFO>& phys) const {
   const VEX_PHY_INFO phy = phyOf(record.endDeviceHandle, phys);
   EndDevice::Builder builder;
-  builder.id(m_texts->id(record.uniqueId))
+  builder.id(m_texts->ids.of(record.uniqueId))
       .handle(record.endDeviceHandle)
       .controllerHandle(record.controllerHandle)
       .raidHandle(record.raidInfoHandle)
       .arrayHandle(record.arrayHandle)
       .phyHandle(phy.phyHandle)
-      .address(m_texts->address(record.address))
+      .address(m_texts->addresses.of(record.address))
       .deviceType(deviceTypeFromVex(record.deviceType))
       .unpublishedNumber(record.unpublishedNumber)
-      .vendorId(m_texts->formed(record.vendorId, EndDevice::vendorIdOf))
-      .serialNumber(m_texts->text(record.serialNumber))
-      .model(m_texts->text(record.model))
-      .firmware(m_texts->text(record.firmware))
+      .vendorId(m_texts->vendorIds.of(record.vendorId))
+      .serialNumber(m_texts->serialNumbers.of(record.serialNumber))
+      .model(m_texts->models.of(record.model))
+      .firmware(m_texts->firmwares.of(record.firmware))
       .disk(toDisk(record))
       .unpublishedSize(record.unpublishedSize)
       .negotiatedLinkSpeed(linkSpeedFromVex(phy.negotiatedLinkSpeed))
@@ -130,7 +130,7 @@ RaidLevelSupport VexConverter::toRaidLevelSupport(const VEX_RAID_LEVEL_INFO& rec
 
 Raid VexConverter::toRaid(const VEX_RAID_INFO& record) const {
   return Raid::Builder()
-      .id(m_texts->id(record.uniqueId))
+      .id(m_texts->ids.of(record.uniqueId))
       .handle(record.raidInfoHandle)
       .maxDisksPerArray(record.maxDisksPerArray)
       .maxRaidDisksSupported(record.maxRaidDisksSupported)
@@ -146,9 +146,9 @@ Raid VexConverter::toRaid(const VEX_RAID_INFO& record) const {
 
 Port VexConverter::toPort(const VEX_PORT_INFO& record) const {
   Port::Builder builder;
-  builder.id(m_texts->id(record.uniqueId))
+  builder.id(m_texts->ids.of(record.uniqueId))
       .handle(record.portHandle)
-      .address(m_texts->address(record.address))
+      .address(m_texts->addresses.of(record.address))
       .numPhys(record.numPhys)
       .localDeviceType(portLocalDeviceTypeFromVex(record.localDeviceType))
       .localDeviceHandle(record.localDeviceHandle)
@@ -160,14 +160,14 @@ Controller VexConverter::toController(const VEX_CONTROLLER_INFO& record, std::ui
                                       std::uint64_t availableDevices,
                                       const boost::optional<VEX_RAID_INFO>& /*raid*/) const {
   return ControllerBuilder()
-      .id(m_texts->id(record.uniqueId))
+      .id(m_texts->ids.of(record.uniqueId))
       .handle(record.controllerHandle)
       .raidHandle(record.raidInfoHandle)
-      .address(m_texts->address(record.address))
-      .name(m_texts->text(record.name))
+      .address(m_texts->addresses.of(record.address))
+      .name(m_texts->controllerNames.of(record.name))
       .type(controllerTypeFromVex(record.controllerType))
       .mode(modeOf(record))
-      .version(m_texts->text(record.version))
+      .version(m_texts->controllerVersions.of(record.version))
       .availableDisks(availableDisks)
       .availableDevices(availableDevices)
       .disableESataSpanning(isSet(record.disableESataSpanning))
@@ -184,11 +184,11 @@ Controller VexConverter::toController(const VEX_CONTROLLER_INFO& record, std::ui
 Volume VexConverter::toVolume(const VEX_VOLUME_INFO& record) const {
   const RaidLevel level = raidLevelFromVex(record.raidLevel);
   Volume::Builder builder;
-  builder.id(m_texts->id(record.uniqueId))
+  builder.id(m_texts->ids.of(record.uniqueId))
       .handle(record.volumeHandle)
       .arrayHandle(record.arrayHandle)
       .arrayOrdinal(record.arrayOrdinal)
-      .name(m_texts->text(record.name))
+      .name(m_texts->volumeNames.of(record.name))
       .state(volumeStateFromVex(record.state))
       .raidLevel(level)
       .totalSize(record.totalSize)
@@ -208,9 +208,9 @@ Volume VexConverter::toVolume(const VEX_VOLUME_INFO& record) const {
 
 Array VexConverter::toArray(const VEX_ARRAY_INFO& record) const {
   Array::Builder builder;
-  builder.id(m_texts->id(record.uniqueId))
+  builder.id(m_texts->ids.of(record.uniqueId))
       .handle(record.arrayHandle)
-      .name(m_texts->text(record.name))
+      .name(m_texts->arrayNames.of(record.name))
       .state(arrayStateFromVex(record.state))
       .totalSize(record.totalSize)
       .freeSize(record.freeSize)

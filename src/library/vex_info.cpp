@@ -176,7 +176,7 @@ std::vector<Volume> VexInfo::volumesOf(const Controller& controller) const {
 /// Nothing else of a port's record can be wrong, so that it takes no whole port to tell its id.
 std::vector<SharedText> VexInfo::portIdsOf(const Controller& controller) const {
   return readPorts(controller.handle(), VEX_SCOPE_CONTROLLER_PORTS,
-                   [this](const VEX_PORT_INFO& record) { return m_texts->id(record.uniqueId); });
+                   [this](const VEX_PORT_INFO& record) { return m_texts->ids.of(record.uniqueId); });
 }
 
 std::vector<VEX_CONTROLLER_INFO> VexInfo::readControllers() const {

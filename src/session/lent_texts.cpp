@@ -1,6 +1,5 @@
 #include "lent_texts.h"
 
-#include <new>
 #include <utility>
 
 #include "known_texts.h"
@@ -11,10 +10,6 @@ LentTexts::LentTexts(std::shared_ptr<KnownTexts>& place)
 }
 
 LentTexts::~LentTexts() {
-  try {
-    m_texts->forgetUnused();
-  } catch (const std::bad_alloc&) {
-    return;  // they are made anew when there is memory again
-  }
+  m_texts->startOver();
   std::atomic_store(&m_place, std::move(m_texts));
 }

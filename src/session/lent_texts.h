@@ -3,11 +3,11 @@
 
 #include <memory>
 
-class KnownTexts;
+struct KnownTexts;
 
-/// The texts of the pictures so far, for whoever takes another: taken from their place and, without those
-/// that no picture has any more, put back at the end. Whoever finds the place empty, since somebody else
-/// takes a picture just now, begins with none; nobody waits.
+/// The texts of the pictures so far, for whoever takes another: taken from their place and put back at the
+/// end, without those that this picture did not ask for and no other has. Whoever finds the place empty,
+/// since somebody else takes a picture just now, begins with none; nobody waits.
 class LentTexts {
  public:
   explicit LentTexts(std::shared_ptr<KnownTexts>& place);

@@ -19,7 +19,7 @@
 #include "snapshot_reads.h"
 #include "VEXL2.h"
 
-class KnownTexts;
+struct KnownTexts;
 
 /// The back end: holds the snapshot, serves every read from it, carries out the actions, and runs the event
 /// thread. Neither copied nor moved: listeners hold pointers to its interfaces.

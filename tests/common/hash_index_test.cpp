@@ -13,9 +13,11 @@ constexpr auto isAt(Position position) {
 }
 
 TEST(HashIndex, FindsNothingBeforeAnythingIsAdded) {
-  const HashIndex index;
-  EXPECT_EQ(index.find(0, kAny), HashIndex::kNowhere);
-  EXPECT_EQ(index.find(7, kAny), HashIndex::kNowhere);
+  for (const HashIndex& index : {HashIndex(), HashIndex(0), HashIndex(10)}) {
+    EXPECT_EQ(index.find(0, kAny), HashIndex::kNowhere);
+    EXPECT_EQ(index.find(7, kAny), HashIndex::kNowhere);
+    EXPECT_EQ(index.size(), 0U);
+  }
 }
 
 TEST(HashIndex, FindsEachOfManyAndNoOther) {
@@ -23,6 +25,7 @@ TEST(HashIndex, FindsEachOfManyAndNoOther) {
   for (const std::size_t expected : {std::size_t{0}, std::size_t{kCount}}) {
     HashIndex index(expected);
     for (Position position = 0; position < kCount; ++position) index.add(position * 3U, position);
+    ASSERT_EQ(index.size(), kCount);
     for (Position position = 0; position < kCount; ++position) {
       ASSERT_EQ(index.find(position * 3U, kAny), position);
       ASSERT_EQ(index.find(position * 3U + 1, kAny), HashIndex::kNowhere);
@@ -55,27 +58,20 @@ TEST(HashIndex, FindsOfSeveralThatAreMeantTheFirstEvenAfterItHasGrown) {
   }
 }
 
-TEST(HashIndex, FindsAnElementWhereItWasMovedTo) {
+TEST(HashIndex, FindsElementsThatHaveChangedPlaces) {
+  constexpr Position kCount = 100;
   HashIndex index;
-  index.add(7, 0);
-  index.add(7, 1);
-  index.add(8, 2);
-  index.move(7, 1, 5);
-  EXPECT_EQ(index.find(7, isAt(5)), 5U);
-  EXPECT_EQ(index.find(7, isAt(1)), HashIndex::kNowhere);
-  EXPECT_EQ(index.find(7, isAt(0)), 0U);
-  EXPECT_EQ(index.find(8, kAny), 2U);
+  for (Position position = 0; position < kCount; ++position) index.add(position, position);
+  for (Position i = 0; i < kCount / 2; ++i) index.exchange(i, i, kCount - 1 - i, kCount - 1 - i);
+  for (Position i = 0; i < kCount; ++i) ASSERT_EQ(index.find(i, kAny), kCount - 1 - i);
 }
 
-TEST(HashIndex, FindsNothingAfterItWasClearedAndTakesNewOnes) {
+TEST(HashIndex, FindsElementsOfOneHashThatHaveChangedPlaces) {
   HashIndex index;
-  for (Position position = 0; position < 100; ++position) index.add(position, position);
-  index.clear();
-  for (Position position = 0; position < 100; ++position) {
-    ASSERT_EQ(index.find(position, kAny), HashIndex::kNowhere);
-  }
-  index.add(3, 1);
-  EXPECT_EQ(index.find(3, kAny), 1U);
+  for (const Position position : {0U, 1U, 2U}) index.add(7, position);
+  index.exchange(7, 0, 7, 2);
+  EXPECT_EQ(index.find(7, kAny), 2U);
+  for (const Position position : {0U, 1U, 2U}) EXPECT_EQ(index.find(7, isAt(position)), position);
 }
 
 }  // namespace

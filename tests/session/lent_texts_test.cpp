@@ -2,42 +2,39 @@
 
 #include <gtest/gtest.h>
 
-#include <string_view>
-
 #include "known_texts.h"
 
 namespace {
 
-constexpr std::string_view kText = "a text";
+constexpr char kModel[] = "a model";
 
-TEST(LentTexts, HaveWhatWasMadeBeforeAndIsInUse) {
+TEST(LentTexts, HaveWhatWasMadeBefore) {
   std::shared_ptr<KnownTexts> place;
-  SharedText inUse;
+  SharedText before;
   {
     const LentTexts lent(place);
-    inUse = lent.texts()->text(kText);
+    before = lent.texts()->models.of(kModel);
   }
   const LentTexts lent(place);
-  EXPECT_TRUE(lent.texts()->text(kText).isSharedWith(inUse));
+  EXPECT_TRUE(lent.texts()->models.of(kModel).isSharedWith(before));
 }
 
-TEST(LentTexts, AreGivenBackWithoutWhatNobodyUses) {
+TEST(LentTexts, AreGivenBackWithoutWhatNoPictureHas) {
   std::shared_ptr<KnownTexts> place;
-  {
-    const LentTexts lent(place);
-    lent.texts()->text(kText);
-  }
+  { LentTexts(place).texts()->models.of(kModel); }
   ASSERT_TRUE(place);
-  EXPECT_EQ(place->size(), 0U);
+  EXPECT_EQ(place->models.size(), 1U) << "the next picture asks for it";
+  { const LentTexts lent(place); }
+  EXPECT_EQ(place->models.size(), 0U) << "it did not";
 }
 
 TEST(LentTexts, AreForOneAtATimeAndTheOtherBeginsWithNone) {
   std::shared_ptr<KnownTexts> place;
   const LentTexts first(place);
-  const SharedText text = first.texts()->text(kText);
+  const SharedText text = first.texts()->models.of(kModel);
   const LentTexts second(place);
   EXPECT_NE(second.texts(), first.texts());
-  EXPECT_FALSE(second.texts()->text(kText).isSharedWith(text));
+  EXPECT_FALSE(second.texts()->models.of(kModel).isSharedWith(text));
 }
 
 }  // namespace

@@ -12,9 +12,9 @@
 #include "shared_text.h"
 #include "text.h"
 
-/// The kinds of texts that a `TextSequence` holds. Each can be made of a source, tells whether it was made of the
-/// same, without making anything, and has a hash of that. A source is a number, or a field of a record as it stands,
-/// read up to its first NUL; such a field that is not UTF-8 raises `std::range_error`.
+/// The kinds of texts that a `TextSequence` holds. Each can be made of a source, tells whether it was made of
+/// the same, without making anything, and has a hash of that. A source is a number, or a field of a record as
+/// it stands, read up to its first NUL; such a field that is not UTF-8 raises `std::range_error`.
 
 /// What `kForm` makes of a field of up to `kLongestField` bytes, which is kept beside it: an id, say.
 template <std::size_t kLongestField, std::wstring (*kForm)(std::string_view)>

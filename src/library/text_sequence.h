@@ -10,19 +10,19 @@
 #include "hash_index.h"
 #include "shared_text.h"
 
-/// Texts that are each made once, in the order in which the last picture asked for them first. The next picture
-/// mostly asks for the same in the same order: then each is where it was asked for the last time, which is behind
-/// the one before, or that one itself, or where the last picture leapt to. Only what is at none of these is searched
-/// by hash. `Known` is a kind of known_text.h. For one thread at a time.
+/// Texts that are each made once, in the order in which the last picture asked for them first. The next
+/// picture mostly asks for the same in the same order: then each stands behind the one before, or is that
+/// one, or stands where the last picture leapt to. Only what is at none of these places is searched by hash.
+/// `Known` is a kind of known_text.h. For one thread at a time.
 template <class Known>
 class TextSequence {
  public:
-  /// The text that `Known` makes of this, made when it is asked for first. A field has up to `Known::kLongest`
-  /// bytes. Changes nothing when it fails.
+  /// The text that `Known` makes of this, made when it is asked for first. A field has up to
+  /// `Known::kLongest` bytes. Changes nothing when it fails.
   SharedText of(typename Known::Source source) {
     if (isAt(m_due, source)) return taken(m_due);
     if (m_due > 0 && isAt(m_due - 1, source)) return taken(m_due - 1);
-    const Position leapt = m_leap < m_leaps.size() ? m_leaps[m_leap] : HashIndex::kNowhere;
+    const Position leapt = m_leap < m_leaps.size() ? std::min(m_leaps[m_leap], m_asked) : m_asked;
     const Position position = isAt(leapt, source) ? leapt : searched(source);
     noteLeap(position);
     return taken(position);

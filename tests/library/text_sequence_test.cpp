@@ -138,6 +138,13 @@ TEST_F(TextSequenceTest, LetsGoOfWhatThePictureDidNotAskForWhenNobodyElseHasIt) 
   EXPECT_EQ(Counted::made, 1U);
 }
 
+TEST_F(TextSequenceTest, LetsGoOfWhatALeapOfTheLastPictureLedOver) {
+  ask({1, 2, 3, 4, 3});
+  m_picture.clear();
+  ask({3});
+  EXPECT_EQ(m_texts.size(), 1U);
+}
+
 TEST_F(TextSequenceTest, KeepsWhatThePictureHasAskedForUntilTheNext) {
   m_texts.of(1);
   m_texts.startOver();

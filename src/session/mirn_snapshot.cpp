@@ -1,12 +1,12 @@
 #include "mirn_snapshot.h"
 
-#include <algorithm>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "handle.h"
 #include "sorted_list.h"
+#include "text_order.h"
 
 namespace {
 
@@ -52,7 +52,7 @@ struct Ids {
 };
 
 void sortIds(MirnSnapshot::IdLists& lists) {
-  for (auto& list : lists) std::sort(list.second.begin(), list.second.end());
+  for (auto& list : lists) sortTexts(list.second);
 }
 
 void sortSnapshot(MirnSnapshot& snapshot) {

@@ -10,8 +10,8 @@
 
 #include "shared_text.h"
 
-/// The first eight units of a text as a number: of two texts, the one whose number is less comes first. A unit
-/// of 255 or more stands as 255, and nothing behind it is looked at.
+/// The first eight units of a text as a number: of two texts, the one whose number is less comes first. A
+/// unit of 255 or more stands as 255, and nothing behind it is looked at.
 inline std::uint64_t beginningOf(const std::wstring& text) {
   constexpr std::uint32_t kMost = 0xFF;
   unsigned shift = 64;

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 
 namespace {
 
@@ -18,8 +19,15 @@ using Twice = FormedText<kFieldSize, twice>;
 template <class Known>
 class KnownField : public testing::Test {};
 
+struct KindName {
+  template <class Kind>
+  static std::string GetName(int /*place*/) {
+    return std::is_same_v<Kind, PlainText> ? "PlainText" : "FormedText";
+  }
+};
+
 using KindsOfFields = testing::Types<Twice, PlainText>;
-TYPED_TEST_SUITE(KnownField, KindsOfFields);
+TYPED_TEST_SUITE(KnownField, KindsOfFields, KindName);
 
 /// Another field tells the same, and has the same hash.
 template <class Known>

@@ -3,7 +3,7 @@
 #include <boost/optional.hpp>
 #include <memory>
 
-#include "id_index.h"
+#include "matched_lists.h"
 
 namespace {
 
@@ -179,15 +179,17 @@ bool isRemovalWorthAnEvent(const EndDevice& device) {
 
 void compareVolumes(const std::vector<Volume>& oldVolumes, const std::vector<Volume>& newVolumes,
                     EventJournal& journal) {
-  const IdIndex oldById(oldVolumes);
-  const IdIndex newById(newVolumes);
+  const MatchedLists matched(oldVolumes, newVolumes);
   Recorder recorder(journal);
-  for (const auto& volume : oldVolumes) {
-    if (!newById.find(volume.id()))
+  for (std::size_t i = 0; i < oldVolumes.size(); ++i) {
+    const Volume& volume = oldVolumes[i];
+    if (matched.isGone(i)) {
       recorder.add(volume, VolumeEventType::VOLUME_DELETED, {volume.state(), boost::none});
+    }
   }
-  for (const auto& volume : newVolumes) {
-    if (const auto* before = oldById.find(volume.id())) {
+  for (std::size_t i = 0; i < newVolumes.size(); ++i) {
+    const Volume& volume = newVolumes[i];
+    if (const Volume* before = matched.before(i)) {
       recorder.addChange(*before, volume);
     } else {
       recorder.add(volume, VolumeEventType::VOLUME_ADDED, {boost::none, volume.state()});
@@ -197,15 +199,17 @@ void compareVolumes(const std::vector<Volume>& oldVolumes, const std::vector<Vol
 
 void compareEndDevices(const std::vector<EndDevice>& oldDevices, const std::vector<EndDevice>& newDevices,
                        EventJournal& journal) {
-  const IdIndex oldById(oldDevices);
-  const IdIndex newById(newDevices);
+  const MatchedLists matched(oldDevices, newDevices);
   Recorder recorder(journal);
-  for (const auto& device : oldDevices) {
-    const bool gone = !newById.find(device.id());
-    if (gone && isRemovalWorthAnEvent(device)) recorder.add(device, DiskEventType::DISK_REMOVED);
+  for (std::size_t i = 0; i < oldDevices.size(); ++i) {
+    const EndDevice& device = oldDevices[i];
+    if (matched.isGone(i) && isRemovalWorthAnEvent(device)) {
+      recorder.add(device, DiskEventType::DISK_REMOVED);
+    }
   }
-  for (const auto& device : newDevices) {
-    if (const auto* before = oldById.find(device.id())) {
+  for (std::size_t i = 0; i < newDevices.size(); ++i) {
+    const EndDevice& device = newDevices[i];
+    if (const EndDevice* before = matched.before(i)) {
       recorder.addChange(*before, device);
     } else if (isAddition(device.disk().state)) {
       recorder.add(device, DiskEventType::DISK_ADDED);

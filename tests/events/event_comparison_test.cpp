@@ -102,6 +102,18 @@ TEST_F(VolumeComparison, JudgesEveryNewVolumeOfAnId) {
   EXPECT_THAT(events(Volumes{sampleVolume(L"1")}, after), ElementsAre(L"ERROR VOLUME_FAILED 1 Data FAILED"));
 }
 
+TEST_F(VolumeComparison, RecordsNoDeletionOfTheSecondVolumeOfAnIdThatIsStillThere) {
+  const Volumes before{sampleVolume(L"1"), sampleVolume(L"2"), sampleVolume(L"1", VolumeState::FAILED)};
+  EXPECT_THAT(events(before, Volumes{sampleVolume(L"1")}), ElementsAre(L"INFO VOLUME_DELETED 2 Data NORMAL"));
+  EXPECT_THAT(events(before, Volumes{sampleVolume(L"2")}),
+              ElementsAre(L"INFO VOLUME_DELETED 1 Data NORMAL", L"INFO VOLUME_DELETED 1 Data FAILED"));
+}
+
+TEST_F(VolumeComparison, OfTwoVolumesOfAnIdJudgesBothByTheFirstOldOne) {
+  const Volumes volumes{sampleVolume(L"1", VolumeState::LOCKED), sampleVolume(L"1", VolumeState::DEGRADED)};
+  EXPECT_THAT(events(volumes, volumes), ElementsAre(L"WARNING VOLUME_DEGRADED 1 Data DEGRADED"));
+}
+
 TEST_F(VolumeComparison, OfALockedVolumeThatIsDegradedRecordsNoUnlocking) {
   EXPECT_THAT(events(Volumes{sampleVolume(L"1", VolumeState::LOCKED)},
                      Volumes{sampleVolume(L"1", VolumeState::DEGRADED)}),
@@ -217,6 +229,16 @@ TEST_F(DeviceComparison, OfALockedDiskThatFailsRecordsTheUnlockingAlone) {
 TEST_F(DeviceComparison, TakesTheFirstOldDeviceOfAnId) {
   const Devices before{device(L"1", DiskState::LOCKED), device(L"1", DiskState::FAILED)};
   EXPECT_THAT(events(before, Devices{device(L"1")}), ElementsAre(L"INFO DISK_UNLOCKED 1"));
+}
+
+TEST_F(DeviceComparison, JudgesEveryNewDeviceOfAnId) {
+  const Devices after{device(L"1"), device(L"1", DiskState::FAILED)};
+  EXPECT_THAT(events(Devices{device(L"1")}, after), ElementsAre(L"ERROR DISK_FAILED 1"));
+}
+
+TEST_F(DeviceComparison, OfTwoDevicesOfAnIdJudgesBothByTheFirstOldOne) {
+  const Devices devices{device(L"1"), device(L"2"), device(L"1", DiskState::FAILED)};
+  EXPECT_THAT(events(devices, devices), ElementsAre(L"ERROR DISK_FAILED 1"));
 }
 
 /// The same for disks.

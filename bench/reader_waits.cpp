@@ -1,11 +1,18 @@
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <functional>
 #include <iomanip>
 #include <iostream>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -13,14 +20,16 @@
 #include "renaming.h"
 #include "running_plugin.h"
 #include "scripted_library/large_machine.h"
+#include "served_plugin.h"
 
 // What readers of a list and whoever changes something wait for each other: lists of 24 volumes are asked for
 // at a steady pace by 2, 8 and 32 readers, first by themselves, and then while one picture after the other is
-// taken and exchanged and a volume renamed again and again. Fails where the 99th percentile of a read is
-// beyond three times the quiet one (the median of five rounds: what a thread meets on its way to a core is up
-// to chance), or a renaming takes more than 50 ms. What of it is the queue for a core, and not the lock, is
-// told by the same reads beside as many threads that compute and share nothing. The argument tells how many
-// seconds each of these takes.
+// taken and exchanged and a volume renamed again and again. They are asked of the plug-in itself, and of a
+// server around it, as clients do. Fails where the 99th percentile of a read is beyond three times the quiet
+// one (the median of five rounds: what a thread meets on its way to a core is up to chance), or a renaming
+// takes more than 50 ms. What of it is the cores, and not the lock, is told by the same reads beside a
+// process that does the same to a plug-in of its own. The argument tells how many seconds each of these
+// takes.
 
 namespace {
 
@@ -65,9 +74,16 @@ class Repeating {
   std::thread m_thread;
 };
 
+/// One read, and nothing else.
+using Read = std::function<void()>;
+/// Gives each reader what it reads with.
+using ReadMaker = std::function<Read()>;
+
 /// Times of all reads of so many readers in so many seconds. They begin at different moments of their pace.
-std::vector<double> timesOfReads(RunningPlugin& running, std::size_t readers, double seconds) {
+std::vector<double> timesOfReads(const ReadMaker& makeRead, std::size_t readers, double seconds) {
   std::vector<std::vector<double>> times(readers);
+  std::vector<Read> reads;
+  for (std::size_t i = 0; i < readers; ++i) reads.push_back(makeRead());
   std::vector<std::thread> threads;
   const auto begin = Clock::now();
   for (std::size_t i = 0; i < readers; ++i) {
@@ -75,7 +91,7 @@ std::vector<double> timesOfReads(RunningPlugin& running, std::size_t readers, do
       Clock::time_point next = begin + kPace * static_cast<int>(i) / static_cast<int>(readers);
       while (Seconds(next - begin).count() < seconds) {
         std::this_thread::sleep_until(next);
-        times[i].push_back(secondsOf([&] { running.get(L"mirn/volumes"); }));
+        times[i].push_back(secondsOf(reads[i]));
         next = std::max<Clock::time_point>(next + kPace, Clock::now());
       }
     });
@@ -86,34 +102,77 @@ std::vector<double> timesOfReads(RunningPlugin& running, std::size_t readers, do
   return all;
 }
 
-std::vector<double> timesBesideComputing(RunningPlugin& running, std::size_t readers, double seconds) {
-  const auto compute = [] {
-    constexpr std::uint64_t kSteps = 10'000;
-    volatile std::uint64_t sum = 0;
-    for (std::uint64_t i = 0; i < kSteps; ++i) sum = sum + i;
-  };
-  const Repeating one(compute);
-  const Repeating other(compute);
-  return timesOfReads(running, readers, seconds);
-}
-
 struct Busy {
   std::vector<double> reads;
   std::vector<double> renamings;
   std::uint64_t exchanges = 0;
 };
 
-Busy whileBusy(RunningPlugin& running, std::size_t readers, double seconds) {
+/// What `read` tells while pictures are exchanged and a volume is renamed.
+Busy whileBusy(RunningPlugin& running, const std::function<std::vector<double>()>& read) {
   Busy busy;
   Renaming renaming(running);
   const std::uint64_t before = running.library.events().eventWaits();
   {
     const Repeating exchanging([&] { running.library.events().wakeAndSettle(); });
     const Repeating changing([&] { busy.renamings.push_back(secondsOf([&] { renaming.rename(); })); });
-    busy.reads = timesOfReads(running, readers, seconds);
+    busy.reads = read();
   }
   busy.exchanges = running.library.events().eventWaits() - before;
   return busy;
+}
+
+constexpr char kAsNeighbour[] = "--as-neighbour";
+
+/// Does not come back.
+void beNeighbour() {
+  RunningPlugin running(large_machine::makeWithVolumes(kVolumes));
+  whileBusy(running, [] {
+    while (true) pause();
+    return std::vector<double>();
+  });
+}
+
+/// This program in a process of its own, as busy as can be; ends with this.
+class Neighbour {
+ public:
+  Neighbour() : m_process(fork()) {
+    if (m_process < 0) throw std::runtime_error("There is no process for the neighbour.");
+    if (m_process == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
+      execl("/proc/self/exe", "reader_waits", kAsNeighbour, nullptr);
+      _exit(EXIT_FAILURE);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    if (waitpid(m_process, nullptr, WNOHANG) != 0) throw std::runtime_error("The neighbour is gone.");
+  }
+  Neighbour(const Neighbour&) = delete;
+  Neighbour& operator=(const Neighbour&) = delete;
+  ~Neighbour() {
+    kill(m_process, SIGKILL);
+    waitpid(m_process, nullptr, 0);
+  }
+
+ private:
+  const pid_t m_process;
+};
+
+/// Where lists are read.
+struct Height {
+  const char* name;
+  std::function<ReadMaker(RunningPlugin&)> readsOf;
+};
+
+ReadMaker readsOfPlugin(RunningPlugin& running) {
+  return [&running] { return [&running] { running.get(L"mirn/volumes"); }; };
+}
+
+ReadMaker readsOfServer(RunningPlugin& running) {
+  const auto served = std::make_shared<ServedPlugin>(running);
+  return [served] {
+    const auto client = std::make_shared<ServedPlugin::Client>(*served);
+    return [client] { client->getVolumes(); };
+  };
 }
 
 struct Waits {
@@ -121,47 +180,57 @@ struct Waits {
   double longestRenaming;
 };
 
-Waits measureOnce(std::size_t readers, double seconds) {
+Waits measureOnce(const Height& height, std::size_t readers, double seconds) {
   RunningPlugin running(large_machine::makeWithVolumes(kVolumes));
-  const double quiet = percentile99(timesOfReads(running, readers, seconds));
-  const double computing = percentile99(timesBesideComputing(running, readers, seconds));
-  const Busy busy = whileBusy(running, readers, seconds);
+  const ReadMaker makeRead = height.readsOf(running);
+  const auto read = [&] { return timesOfReads(makeRead, readers, seconds); };
+  const double quiet = percentile99(read());
+  const double beside = [&] {
+    const Neighbour neighbour;
+    return percentile99(read());
+  }();
+  const Busy busy = whileBusy(running, read);
   const double slow = percentile99(busy.reads);
   const double longest = *std::max_element(busy.renamings.begin(), busy.renamings.end());
-  std::cout << std::setw(7) << readers << std::setw(12) << quiet * kMillisecondsPerSecond << std::setw(16)
-            << computing * kMillisecondsPerSecond << std::setw(12) << slow * kMillisecondsPerSecond
-            << std::setw(8) << slow / quiet << std::setw(12) << static_cast<double>(busy.exchanges) / seconds
-            << std::setw(12) << static_cast<double>(busy.renamings.size()) / seconds << std::setw(12)
+  std::cout << std::setw(9) << height.name << std::setw(9) << readers << std::setw(12)
+            << quiet * kMillisecondsPerSecond << std::setw(13) << beside * kMillisecondsPerSecond
+            << std::setw(11) << slow * kMillisecondsPerSecond << std::setw(8) << slow / quiet << std::setw(13)
+            << static_cast<double>(busy.exchanges) / seconds << std::setw(13)
+            << static_cast<double>(busy.renamings.size()) / seconds << std::setw(13)
             << longest * kMillisecondsPerSecond << std::endl;
   return {slow / quiet, longest};
 }
 
 /// Whether both bounds hold.
-bool measure(std::size_t readers, double seconds) {
+bool measure(const Height& height, std::size_t readers, double seconds) {
   std::vector<double> timesSlower;
   double longest = 0;
   for (std::size_t round = 0; round < kRounds; ++round) {
-    const Waits waits = measureOnce(readers, seconds);
+    const Waits waits = measureOnce(height, readers, seconds);
     timesSlower.push_back(waits.timesSlower);
     longest = std::max(longest, waits.longestRenaming);
   }
   const auto middle = timesSlower.begin() + kRounds / 2;
   std::nth_element(timesSlower.begin(), middle, timesSlower.end());
   const bool holds = *middle <= kMostTimesSlower && longest <= kLongestRenaming;
-  std::cout << "        median: " << *middle << " times, longest renaming "
-            << longest * kMillisecondsPerSecond << " ms: " << (holds ? "holds" : "too long") << std::endl;
+  std::cout << "  median: " << *middle << " times, longest renaming " << longest * kMillisecondsPerSecond
+            << " ms: " << (holds ? "holds" : "too long") << std::endl;
   return holds;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) try {
-  const double seconds = count > 1 ? std::stod(arguments[1]) : 4;
-  std::cout
-      << std::fixed << std::setprecision(2)
-      << "readers   quiet, ms   computing, ms    busy, ms   times exchanges/s renamings/s  longest, ms\n";
+  const std::string argument = count > 1 ? arguments[1] : "4";
+  if (argument == kAsNeighbour) beNeighbour();
+  const double seconds = std::stod(argument);
+  std::cout << std::fixed << std::setprecision(2)
+            << "  read of  readers   quiet, ms   beside, ms   busy, ms   times  exchanges/s  renamings/s"
+               "  longest, ms\n";
   bool holds = true;
-  for (const std::size_t readers : {2, 8, 32}) holds = measure(readers, seconds) && holds;
+  for (const Height& height : {Height{"server", readsOfServer}, Height{"plug-in", readsOfPlugin}}) {
+    for (const std::size_t readers : {2, 8, 32}) holds = measure(height, readers, seconds) && holds;
+  }
   return holds ? EXIT_SUCCESS : EXIT_FAILURE;
 } catch (const std::exception& error) {
   std::cerr << error.what() << std::endl;

@@ -28,8 +28,8 @@
 // server around it, as clients do. Fails where the 99th percentile of a read is beyond three times the quiet
 // one (the median of five rounds: what a thread meets on its way to a core is up to chance), or a renaming
 // takes more than 50 ms. What of it is the cores, and not the lock, is told by the same reads beside a
-// process that does the same to a plug-in of its own. The argument tells how many seconds each of these
-// takes.
+// process that does the same to a plug-in of its own. The argument tells for how many seconds each of these
+// goes on.
 
 namespace {
 

@@ -3,19 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "common/named.h"
+
 namespace {
-
-class Named {
- public:
-  explicit Named(std::wstring id) : m_id(std::move(id)) {}
-  const std::wstring& id() const { return m_id; }
-
- private:
-  std::wstring m_id;
-};
 
 TEST(IdIndex, FindsNothingInAnEmptyList) {
   const std::vector<Named> objects;

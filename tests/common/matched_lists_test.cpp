@@ -5,22 +5,14 @@
 
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
+
+#include "common/named.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class Named {
- public:
-  explicit Named(std::wstring id) : m_id(std::move(id)) {}
-  const std::wstring& id() const { return m_id; }
-
- private:
-  std::wstring m_id;
-};
 
 using List = std::vector<Named>;
 using Places = std::vector<std::size_t>;
